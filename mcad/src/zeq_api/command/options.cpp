@@ -1,0 +1,65 @@
+// The options of import and export commands.
+#include "zeq_api/command/options.h"
+
+#include "zeq_api/command/document_rows.h"
+#include "zeq_api/command/format_groups.h"
+
+namespace zeq {
+
+struct ImportOptionsImpl::JsonForm {
+    using This = ImportOptionsImpl;
+    static constexpr json::Form form{
+        json::Head{"ImportOptionsImpl", area::command,
+                   json::throwsInvalid("ImportOptionsImpl::readObject: !object.IsObject()")},
+        detail::required(L"file", &This::m_file, "ImportOptions.file = ",
+                         "ImportOptionsImpl::readObject: json document has no valid file path."),
+        json::field(L"force_mp_mode", &This::m_forceMultiProcessedMode),
+        json::field(L"translate_world_orientation", &This::m_translateWorldOrientation),
+        json::field(L"translate_misc_data", &This::m_translateMiscData),
+        detail::formatGroups(L"format_options", &This::m_formatOptions),
+        json::field(L"modeler_version", &This::m_modelerMajorVersion)};
+};
+
+void ImportOptionsImpl::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
+
+void ImportOptionsImpl::writeObject(JsonValue& out, JsonAllocator& alloc) const {
+    json::write<JsonForm>(*this, out, alloc);
+}
+
+std::shared_ptr<IFormatOptions> ImportOptionsImpl::formatOptions(EFormatType type) const {
+    return detail::findGroup(m_formatOptions, type);
+}
+
+void ImportOptionsImpl::setFormatOptions(std::shared_ptr<IFormatOptions> options) {
+    detail::putGroup(m_formatOptions, std::move(options));
+}
+
+struct ExportOptionsImpl::JsonForm {
+    using This = ExportOptionsImpl;
+    static constexpr json::Form form{
+        json::Head{"ExportOptionsImpl", area::command,
+                   json::throwsInvalid("ExportOptionsImpl::readObject: !object.IsObject()")},
+        detail::required(L"file", &This::m_file, "ExportOptions.file = ",
+                         "ExportOptionsImpl::readObject: json document has no valid file path."),
+        detail::logged(L"format_version", &This::m_formatVersion,
+                       "ExportOptions.formatVersion = ", json::unlessEmpty),
+        detail::logged(L"geometry_flags", &This::m_geometryFlags,
+                       "ExportOptions.geometryFlags = ", json::unless(0)),
+        detail::formatGroups(L"format_options", &This::m_formatOptions)};
+};
+
+void ExportOptionsImpl::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
+
+void ExportOptionsImpl::writeObject(JsonValue& out, JsonAllocator& alloc) const {
+    json::write<JsonForm>(*this, out, alloc);
+}
+
+std::shared_ptr<IFormatOptions> ExportOptionsImpl::formatOptions(EFormatType type) const {
+    return detail::findGroup(m_formatOptions, type);
+}
+
+void ExportOptionsImpl::setFormatOptions(std::shared_ptr<IFormatOptions> options) {
+    detail::putGroup(m_formatOptions, std::move(options));
+}
+
+} // namespace zeq

@@ -1,0 +1,71 @@
+// The factory of option groups. A new group is added to the list of makers() and nowhere else.
+#include <map>
+#include <utility>
+
+#include "mv_cvx/logger.h"
+#include "zeq_api/format_options/common_options.h"
+#include "zeq_api/format_options/format_options.h"
+
+namespace zeq {
+
+namespace {
+
+using Key = std::pair<EOperationType, EFormatType>;
+using Makers = std::map<Key, std::shared_ptr<IFormatOptions> (*)()>;
+
+template <class Group>
+Makers::value_type maker() {
+    const Group group;
+    return {{group.operationType(), group.formatType()},
+            []() -> std::shared_ptr<IFormatOptions> { return std::make_shared<Group>(); }};
+}
+
+const Makers& makers() {
+    static const Makers table{
+        maker<OptionsGeneral>(),
+        maker<OptionsGraphical>(),
+        maker<OptionsMechanical>(),
+        maker<OptionsModeler>(),
+    };
+    return table;
+}
+
+const char* unknownFormatMessage(EOperationType operation) {
+    switch (operation) {
+    case EOperationType::import:
+        return "FormatOptions: No options for given import format.";
+    case EOperationType::export_:
+        return "FormatOptions: No options for given export format.";
+    case EOperationType::options:
+        break;
+    }
+    return "FormatOptions: Unknown common options type.";
+}
+
+} // namespace
+
+std::shared_ptr<IFormatOptions> IFormatOptions::readOptions(const JsonValue& object) {
+    if (!object.IsObject()) {
+        ZEQ_LOG(Error) << "FormatOptions object should have a JSON object type.";
+        return nullptr;
+    }
+    Key key;
+    if (!readEnum(object, L"operation_type", key.first)) {
+        ZEQ_LOG(Error) << "FormatOptions object should contain operation type.";
+        return nullptr;
+    }
+    if (!readEnum(object, L"format_type", key.second)) {
+        ZEQ_LOG(Error) << "FormatOptions object should contain format type.";
+        return nullptr;
+    }
+    const auto found = makers().find(key);
+    if (found == makers().end()) {
+        ZEQ_LOG(Info) << unknownFormatMessage(key.first);
+        return nullptr;
+    }
+    std::shared_ptr<IFormatOptions> group = found->second();
+    group->readObject(object);
+    return group;
+}
+
+} // namespace zeq

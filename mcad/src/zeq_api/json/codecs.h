@@ -1,0 +1,200 @@
+// One codec for each member type: whether a JSON value is taken, and what is written. The strict rules of
+// reading live here and in the models' `take`, and nowhere else.
+#pragma once
+
+#include <array>
+#include <concepts>
+#include <memory>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+#include "zeq_api/json/enum_names.h"
+#include "zeq_api/json/form_registry.h"
+#include "zeq_api/json/json_object.h"
+
+namespace zeq::json {
+
+/// `take(view, out)` assigns when the value is of the type's JSON form and tells whether it was; `give(sink,
+/// value)` writes.
+template <class T>
+struct Codec;
+
+template <class T>
+concept Scalar = std::same_as<T, bool> || std::same_as<T, int> || std::same_as<T, unsigned> ||
+    std::same_as<T, long long> || std::same_as<T, unsigned long long> || std::same_as<T, double>;
+
+template <Scalar T>
+struct Codec<T> {
+    template <class View>
+    static bool take(const View& view, T& out) {
+        return view.take(out);
+    }
+    template <class Sink>
+    static void give(Sink&& sink, T value) {
+        sink.value(value);
+    }
+};
+
+template <>
+struct Codec<std::wstring> {
+    template <class View>
+    static bool take(const View& view, std::wstring& out) {
+        return view.take(out);
+    }
+    template <class Sink>
+    static void give(Sink&& sink, const std::wstring& value) {
+        sink.value(std::wstring_view(value));
+    }
+};
+
+/// The other types that the platform calls a 64-bit unsigned integer.
+template <>
+struct Codec<unsigned long> {
+    template <class View>
+    static bool take(const View& view, unsigned long& out) {
+        unsigned long long number = 0;
+        if (!view.take(number)) return false;
+        out = number;
+        return true;
+    }
+    template <class Sink>
+    static void give(Sink&& sink, unsigned long value) {
+        sink.value(static_cast<unsigned long long>(value));
+    }
+};
+
+template <NamedEnum E>
+struct Codec<E> {
+    template <class View>
+    static bool take(const View& view, E& out) {
+        std::wstring name;
+        if (!view.take(name)) return false;
+        out = enumFromString<E>(name);
+        return true;
+    }
+    template <class Sink>
+    static void give(Sink&& sink, E value) {
+        sink.value(std::wstring_view(enumToString(value)));
+    }
+};
+
+/// Elements in order, while they are there and taken.
+template <class T, std::size_t N>
+struct Codec<std::array<T, N>> {
+    template <class View>
+    static bool take(const View& view, std::array<T, N>& out) {
+        if (view.kind() != Kind::array) return false;
+        std::size_t i = 0;
+        view.forEach([&](const auto& element) { return i < N && Codec<T>::take(element, out[i++]); });
+        return true;
+    }
+    template <class Sink>
+    static void give(Sink&& sink, const std::array<T, N>& value) {
+        sink.array([&](auto& array) {
+            for (const T& element : value) array.element([&](auto&& to) { Codec<T>::give(to, element); });
+        });
+    }
+};
+
+/// Every element that is taken is appended; the others are skipped.
+template <class T>
+requires Scalar<T> || std::same_as<T, unsigned long> || std::same_as<T, std::wstring> || NamedEnum<T>
+struct Codec<std::vector<T>> {
+    template <class View>
+    static bool take(const View& view, std::vector<T>& out) {
+        if (view.kind() != Kind::array) return false;
+        view.forEach([&out](const auto& element) {
+            T value{};
+            if (Codec<T>::take(element, value)) out.push_back(std::move(value));
+            return true;
+        });
+        return true;
+    }
+    template <class Sink>
+    static void give(Sink&& sink, const std::vector<T>& value) {
+        sink.array([&](auto& array) {
+            for (const T& element : value) array.element([&](auto&& to) { Codec<T>::give(to, element); });
+        });
+    }
+};
+
+/// The form of a static type; null when it has none.
+template <class T>
+const FormInfo* formOf() {
+    static const FormInfo* const form = findForm(typeid(T));
+    return form;
+}
+/// The form of the dynamic type, which mostly is the static one.
+template <class T>
+const FormInfo* formOf(const T& object) {
+    return typeid(object) == typeid(T) ? formOf<T>() : findForm(typeid(object));
+}
+
+/// Hands the value to the object's own reader, whatever its JSON type.
+template <std::derived_from<IJsonObject> T>
+void readNested(T& object, const DomView& view) {
+    object.readObject(view.value());
+}
+template <std::derived_from<IJsonObject> T>
+void readNested(T& object, const ByteView& view) {
+    if (const FormInfo* form = formOf(object)) return form->read(dynamic_cast<void*>(&object), view);
+    JsonDocument scratch; // a class of the library's user, without a form
+    object.readObject(view.dom(scratch));
+}
+
+template <std::derived_from<IJsonObject> T>
+void writeNested(const T& object, DomSink& sink) {
+    object.writeObject(sink.out(), sink.allocator());
+}
+template <std::derived_from<IJsonObject> T>
+void writeNested(const T& object, ByteSink& sink) {
+    if (const FormInfo* form = formOf(object)) return form->write(dynamic_cast<const void*>(&object), sink);
+    JsonDocument scratch;
+    object.writeObject(scratch, scratch.GetAllocator());
+    sink.dom(scratch);
+}
+
+/// The JSON type of a document class.
+template <std::derived_from<IJsonObject> T>
+Kind kindOf() {
+    const FormInfo* form = formOf<T>();
+    return form ? form->kind : Kind::object;
+}
+
+/// A document object is read only from its own JSON type.
+template <std::derived_from<IJsonObject> T>
+struct Codec<T> {
+    template <class View>
+    static bool take(const View& view, T& out) {
+        if (view.kind() != kindOf<T>()) return false;
+        readNested(out, view);
+        return true;
+    }
+    template <class Sink>
+    static void give(Sink&& sink, const T& value) {
+        writeNested(value, sink);
+    }
+};
+
+/// A held object is replaced by a new one; an empty pointer is written as null.
+template <std::derived_from<IJsonObject> T>
+struct Codec<std::shared_ptr<T>> {
+    template <class View>
+    static bool take(const View& view, std::shared_ptr<T>& out) {
+        if (view.kind() != kindOf<T>()) return false;
+        auto made = std::make_shared<T>();
+        readNested(*made, view);
+        out = std::move(made);
+        return true;
+    }
+    template <class Sink>
+    static void give(Sink&& sink, const std::shared_ptr<T>& value) {
+        if (value)
+            writeNested(*value, sink);
+        else
+            sink.null();
+    }
+};
+
+} // namespace zeq::json

@@ -1,0 +1,139 @@
+// The document model as a sink and a view of forms: what readObject and writeObject work on.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "zeq_api/json/json_value.h"
+
+namespace zeq::json {
+
+/// What stands at a place of a document.
+enum class Kind {
+    null,
+    boolean,
+    number,
+    string,
+    array,
+    object
+};
+
+/// Looks members up in the order in which the form asks for them. While the document has that order too, each
+/// look-up is one comparison; any other order costs a search. Of duplicate keys the first counts: only
+/// members that were all asked for are ever passed without being searched again.
+class DomMembers {
+public:
+    explicit DomMembers(const JsonValue& object) : m_next(object.MemberBegin()), m_end(object.MemberEnd()) {}
+
+    /// The value of the first member with this name; null when there is none.
+    const JsonValue* find(std::wstring_view key);
+
+private:
+    JsonValue::ConstMemberIterator m_next;
+    JsonValue::ConstMemberIterator m_end;
+};
+
+/// Reads one value of the document model. Each `take` tells whether the value is of that type, and only then
+/// assigns: the integer types by the range that holds the number, a double only from a floating-point number.
+class DomView {
+public:
+    explicit DomView(const JsonValue& value) : m_value(&value) {}
+
+    Kind kind() const;
+    bool take(bool& out) const;
+    bool take(int& out) const;
+    bool take(unsigned& out) const;
+    bool take(long long& out) const;
+    bool take(unsigned long long& out) const;
+    bool take(double& out) const;
+    bool take(std::wstring& out) const;
+
+    /// Number of elements of an array.
+    std::size_t size() const { return m_value->Size(); }
+
+    /// Calls `visit(DomView)` for each element of an array until it returns false.
+    template <class Visit>
+    void forEach(Visit&& visit) const {
+        for (const JsonValue& element : m_value->GetArray())
+            if (!visit(DomView(element))) return;
+    }
+
+    class Members {
+    public:
+        explicit Members(const JsonValue& object) : m_members(object) {}
+        std::optional<DomView> find(std::wstring_view key) {
+            const JsonValue* value = m_members.find(key);
+            return value ? std::optional(DomView(*value)) : std::nullopt;
+        }
+
+    private:
+        DomMembers m_members;
+    };
+    /// The members of an object.
+    Members members() const { return Members(*m_value); }
+
+    const JsonValue& value() const { return *m_value; }
+    /// The value itself; `scratch` is for models that have to build one.
+    const JsonValue& dom(JsonDocument& /*scratch*/) const { return *m_value; }
+
+private:
+    const JsonValue* m_value;
+};
+
+/// Makes one value of the document model.
+class DomSink {
+public:
+    DomSink(JsonValue& out, JsonAllocator& allocator) : m_out(&out), m_allocator(&allocator) {}
+
+    void null() { m_out->SetNull(); }
+    void value(bool v) { m_out->SetBool(v); }
+    void value(int v) { m_out->SetInt(v); }
+    void value(unsigned v) { m_out->SetUint(v); }
+    void value(long long v) { m_out->SetInt64(v); }
+    void value(unsigned long long v) { m_out->SetUint64(v); }
+    void value(double v) { m_out->SetDouble(v); }
+    void value(std::wstring_view v);
+
+    /// Makes the value an object; `fill(sink)` adds its members with member().
+    template <class Fill>
+    void object(Fill&& fill) {
+        m_out->SetObject();
+        fill(*this);
+    }
+    /// Adds members to the object that the value already is.
+    template <class Fill>
+    void extend(Fill&& fill) {
+        fill(*this);
+    }
+    /// Makes the value an array; `fill(sink)` adds its elements with element().
+    template <class Fill>
+    void array(Fill&& fill) {
+        m_out->SetArray();
+        fill(*this);
+    }
+    /// Adds a member, whose name must be a constant; `give(sink)` makes its value.
+    template <class Give>
+    void member(std::wstring_view key, Give&& give) {
+        JsonValue made;
+        give(DomSink(made, *m_allocator));
+        m_out->AddMember(
+            JsonValue(rapidjson::StringRef(key.data(), static_cast<rapidjson::SizeType>(key.size()))), made,
+            *m_allocator);
+    }
+    template <class Give>
+    void element(Give&& give) {
+        JsonValue made;
+        give(DomSink(made, *m_allocator));
+        m_out->PushBack(made, *m_allocator);
+    }
+
+    JsonValue& out() { return *m_out; }
+    JsonAllocator& allocator() { return *m_allocator; }
+
+private:
+    JsonValue* m_out;
+    JsonAllocator* m_allocator;
+};
+
+} // namespace zeq::json

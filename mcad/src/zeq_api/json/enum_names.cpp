@@ -1,0 +1,30 @@
+// The one table class under all enumeration names.
+#include "zeq_api/json/enum_names.h"
+
+namespace zeq {
+
+EnumTable::EnumTable(const char* enumeration, std::span<const EnumEntry> entries)
+    : m_enumeration(enumeration), m_entries(entries) {
+    for (const EnumEntry& entry : entries) {
+        m_names.emplace(entry.value, entry.name);
+        m_values.emplace(entry.name, entry.value);
+    }
+}
+
+const std::wstring& EnumTable::nameOf(int value) const {
+    const auto found = m_names.find(value);
+    return (found != m_names.end() ? found : m_names.begin())->second;
+}
+
+int EnumTable::valueOf(const std::wstring& name) const {
+    const auto found = m_values.find(name);
+    return (found != m_values.end() ? found : m_values.begin())->second;
+}
+
+const JsonValue* findString(const JsonValue& object, const wchar_t* key) {
+    if (!object.IsObject()) return nullptr;
+    const auto member = object.FindMember(key);
+    return member != object.MemberEnd() && member->value.IsString() ? &member->value : nullptr;
+}
+
+} // namespace zeq

@@ -1,0 +1,306 @@
+// Commands: which of their parts travel, and what is refused.
+#include "zeq_api/command/command.h"
+
+#include <gtest/gtest.h>
+
+#include "support/json_text.h"
+#include "support/log_capture.h"
+#include "support/trace.h"
+
+namespace zeq {
+namespace {
+
+using test::readFrom;
+using test::refusalOf;
+using test::writtenBy;
+using EType = Command::EType;
+using enum EConvexorInterface;
+
+Command make(EType type, EConvexorInterface interface) {
+    Command command;
+    command.setType(type);
+    command.setInternalInterface(interface);
+    return command;
+}
+
+TEST(Command, IsIndentedTextInAFixedOrder) {
+    Command command = make(EType::export_, connect);
+    command.setExportOptions(Command::newExportOptions());
+    command.setUseMultiThreading(true);
+    std::wostringstream stream;
+    command.writeObject(stream);
+    EXPECT_EQ(stream.str(), L"{\n"
+                            L"    \"convexor_interface\": \"connect\",\n"
+                            L"    \"command\": \"export\",\n"
+                            L"    \"options\": {\n"
+                            L"        \"file\": \"\"\n"
+                            L"    },\n"
+                            L"    \"mt_mode\": true\n"
+                            L"}");
+}
+
+TEST(Command, WritesOptionsForTranslationsOnly) {
+    const struct {
+        EType type;
+        EConvexorInterface interface;
+        const wchar_t* written;
+    } cases[] = {
+        {EType::unknown, uconnect, LR"("uconnect","command":"unknown",)"},
+        {EType::info, connect, LR"("connect","command":"info",)"},
+        {EType::ping, legacy, LR"("legacy","command":"ping",)"},
+        {EType(9), EConvexorInterface(-1), LR"("uconnect","command":"unknown",)"},
+        {EType::export_, uconnect, LR"("uconnect","command":"export","options":{"file":""},)"},
+        {EType::import, EConvexorInterface(3),
+         LR"("uconnect","command":"import","options":{"file":"","force_mp_mode":false,)"
+         LR"("translate_world_orientation":false,"translate_misc_data":false,"modeler_version":31},)"},
+    };
+    for (const auto& [type, interface, written] : cases) {
+        Command command = make(type, interface);
+        command.setImportOptions(Command::newImportOptions());
+        command.setExportOptions(Command::newExportOptions());
+        EXPECT_EQ(writtenBy(command),
+                  LR"({"convexor_interface":)" + std::wstring(written) + LR"("mt_mode":false})");
+    }
+}
+
+TEST(Command, IsNotWrittenWithoutItsOptions) {
+    const struct {
+        EType type;
+        EConvexorInterface interface;
+        const char* refusal;
+    } cases[] = {
+        {EType::import, uconnect, "Import command should contain import options"},
+        {EType::import, connect, "Import command should contain import options"},
+        {EType::import, legacy, "Import(LEGACY) command should contain import options(LEGACY)"},
+        {EType::export_, uconnect, "Export command should contain export options"},
+        {EType::export_, connect, "Export command should contain export options"},
+        {EType::export_, legacy, "Export(LEGACY) command should contain export options(LEGACY)"},
+    };
+    for (const auto& [type, interface, refusal] : cases) {
+        Command command = make(type, interface);
+        if (type == EType::import || interface == legacy)
+            command.setExportOptions(Command::newExportOptions());
+        if (type == EType::export_ || interface == legacy)
+            command.setImportOptions(Command::newImportOptions());
+        std::wostringstream stream;
+        EXPECT_EQ(refusalOf([&] { command.writeObject(stream); }), refusal);
+        EXPECT_EQ(stream.str(), L"");
+    }
+}
+
+TEST(Command, AFailedStreamIsARuntimeError) {
+    std::wostringstream stream;
+    stream.setstate(std::ios::badbit);
+    EXPECT_THROW(Command().writeObject(stream), std::runtime_error);
+}
+
+TEST(Command, ReadsTypeAndInterface) {
+    const struct {
+        const wchar_t* members;
+        EType type;
+        EConvexorInterface interface;
+    } cases[] = {
+        {LR"("command":"ping")", EType::ping, uconnect},
+        {LR"("command":"info","convexor_interface":"connect")", EType::info, connect},
+        {LR"("convexor_interface":"legacy","command":"ping")", EType::ping, legacy},
+        {LR"("convexor_interface":"Legacy","command":"Ping")", EType::unknown, uconnect},
+        {LR"("convexor_interface":1,"command":"reboot")", EType::unknown, uconnect},
+        {LR"("convexor_interface":null,"command":"unknown")", EType::unknown, uconnect},
+        {LR"("command":"info","command":"ping","options":7)", EType::info, uconnect},
+        {LR"("options":{"file":"f"},"command":"import")", EType::import, uconnect},
+        {LR"("command":"export","options":{"file":"f"})", EType::export_, uconnect},
+    };
+    for (const auto& [members, type, interface] : cases) {
+        Command command = make(EType::export_, legacy);
+        readFrom(command, L"{" + std::wstring(members) + L"}");
+        EXPECT_EQ(command.type(), type) << testing::PrintToString(members);
+        EXPECT_EQ(command.internalInterface(), interface) << testing::PrintToString(members);
+    }
+}
+
+TEST(Command, ADocumentThatCannotBeReadIsRefused) {
+    const struct {
+        const wchar_t* text;
+        const char* refusal;
+    } cases[] = {
+        {L"", "Command::readObject: invalid json document"},
+        {L"ping", "Command::readObject: invalid json document"},
+        {LR"([{"command":"ping"}])", "Command::readObject: invalid json document"},
+        {LR"({"command":"ping"}})", "Command::readObject: invalid json document"},
+        {L"{}", "Command::readObject: json document has no command type."},
+        {LR"({"command":5})", "Command::readObject: json document has no command type."},
+        {LR"({"command":"import"})", "Import command should contain options."},
+        {LR"({"command":"import","options":[]})", "Import command should contain options."},
+        {LR"({"command":"export","options":""})", "Export command should contain options."},
+        {LR"({"command":"import","convexor_interface":"legacy"})",
+         "Legacy Import command should contain options."},
+        {LR"({"command":"export","convexor_interface":"legacy","options":null})",
+         "Legacy Export command should contain options."},
+        {LR"({"command":"import","convexor_interface":"connect","options":{}})",
+         "ImportOptionsImpl::readObject: json document has no valid file path."},
+        {LR"({"command":"export","options":{"file":1}})",
+         "ExportOptionsImpl::readObject: json document has no valid file path."},
+    };
+    for (const auto& row : cases) {
+        Command command;
+        EXPECT_EQ(refusalOf([&] { readFrom(command, row.text); }), row.refusal)
+            << testing::PrintToString(row.text);
+    }
+}
+
+TEST(Command, AFailedReadKeepsTheOptionsButNotTheType) {
+    Command command = make(EType::ping, legacy);
+    const auto options = Command::newImportOptions();
+    command.setImportOptions(options);
+    command.setUseMultiThreading(true);
+    EXPECT_EQ(refusalOf([&] { readFrom(command, LR"({"command":"import","options":{},"mt_mode":false})"); }),
+              "ImportOptionsImpl::readObject: json document has no valid file path.");
+    EXPECT_EQ(command.type(), EType::import);
+    EXPECT_EQ(command.internalInterface(), uconnect);
+    EXPECT_EQ(command.importOptions(), options);
+    EXPECT_TRUE(command.useMultiThreading());
+}
+
+TEST(Command, ReplacesOnlyTheOptionsThatItReads) {
+    Command command;
+    const auto importOptions = Command::newImportOptions();
+    const auto exportOptions = Command::newExportOptions();
+    command.setImportOptions(importOptions);
+    command.setExportOptions(exportOptions);
+
+    readFrom(command, LR"({"command":"import","options":{"file":"part.stp","modeler_version":30}})");
+    EXPECT_NE(command.importOptions(), importOptions);
+    EXPECT_EQ(command.importOptions()->file(), L"part.stp");
+    EXPECT_EQ(command.importOptions()->modelerMajorVersion(), 30);
+    EXPECT_EQ(importOptions->file(), L"");
+    EXPECT_EQ(command.exportOptions(), exportOptions);
+
+    readFrom(command, LR"({"command":"export","options":{"file":"part.igs"}})");
+    EXPECT_EQ(command.exportOptions()->file(), L"part.igs");
+    EXPECT_EQ(command.importOptions()->file(), L"part.stp");
+}
+
+TEST(Command, KeepsMultiThreadingUnlessToldByABoolean) {
+    for (const bool before : {false, true}) {
+        const struct {
+            const wchar_t* member;
+            bool after;
+        } cases[] = {{L"", before},
+                     {LR"(,"mt_mode":1)", before},
+                     {LR"(,"mt_mode":"true")", before},
+                     {LR"(,"mt_mode":true)", true},
+                     {LR"(,"mt_mode":false)", false}};
+        for (const auto& [member, after] : cases) {
+            Command command;
+            command.setUseMultiThreading(before);
+            readFrom(command, LR"({"command":"ping")" + std::wstring(member) + L"}");
+            EXPECT_EQ(command.useMultiThreading(), after) << testing::PrintToString(member);
+        }
+    }
+}
+
+/// Options that are no ImportOptionsImpl, or no ExportOptionsImpl.
+template <class Options>
+struct Foreign : Options {
+    void readObject(const JsonValue&) override {}
+    void writeObject(JsonValue&, JsonAllocator&) const override {}
+    const std::wstring& file() const override { return m_text; }
+    void setFile(const std::wstring&) override {}
+
+    std::wstring m_text;
+};
+
+struct ForeignImport : Foreign<ImportOptions> {
+    bool forceMultiProcessedMode() const override { return false; }
+    void setForceMultiProcessedMode(bool) override {}
+    bool translateWorldOrientation() const override { return false; }
+    void setTranslateWorldOrientation(bool) override {}
+    bool translateMiscData() const override { return false; }
+    void setTranslateMiscData(bool) override {}
+    std::shared_ptr<IFormatOptions> formatOptions(EFormatType) const override { return nullptr; }
+    void setFormatOptions(std::shared_ptr<IFormatOptions>) override {}
+    int modelerMajorVersion() const override { return 0; }
+    void setModelerMajorVersion(int) override {}
+};
+
+struct ForeignExport : Foreign<ExportOptions> {
+    const std::wstring& formatVersion() const override { return m_text; }
+    void setFormatVersion(const std::wstring&) override {}
+    int geometryFlags() const override { return 0; }
+    void setGeometryFlags(int) override {}
+    std::shared_ptr<IFormatOptions> formatOptions(EFormatType) const override { return nullptr; }
+    void setFormatOptions(std::shared_ptr<IFormatOptions>) override {}
+};
+
+TEST(Command, AcceptsOnlyTheLibrarysOwnOptions) {
+    Command command;
+    for (const std::shared_ptr<ImportOptions>& wrong :
+         {std::shared_ptr<ImportOptions>(), std::shared_ptr<ImportOptions>(new ForeignImport)}) {
+        EXPECT_EQ(refusalOf([&] { command.setImportOptions(wrong); }),
+                  "Command::setImportOptions: wrong implementation of ImportOptions interface.");
+    }
+    for (const std::shared_ptr<ExportOptions>& wrong :
+         {std::shared_ptr<ExportOptions>(), std::shared_ptr<ExportOptions>(new ForeignExport)}) {
+        EXPECT_EQ(refusalOf([&] { command.setExportOptions(wrong); }),
+                  "Command::setExportOptions: wrong implementation of ExportOptions interface");
+    }
+    EXPECT_EQ(command.importOptions(), nullptr);
+    EXPECT_EQ(command.exportOptions(), nullptr);
+}
+
+TEST(Command, NewOptionsAreNotAttached) {
+    Command command;
+    EXPECT_EQ(command.newImportOptions()->operationType(), EOperationType::import);
+    EXPECT_EQ(command.newExportOptions()->operationType(), EOperationType::export_);
+    EXPECT_EQ(command.importOptions(), nullptr);
+    EXPECT_EQ(command.exportOptions(), nullptr);
+}
+
+TEST(Command, LegacyOptionsAreHeldAsGiven) {
+    const auto options = std::make_shared<Foreign<LegacyImportOptions>>();
+    const auto exportOptions = std::make_shared<Foreign<LegacyExportOptions>>();
+    Command command;
+    command.setLegacyImportOptions(options);
+    command.setLegacyExportOptions(exportOptions);
+    EXPECT_EQ(command.legacyImportOptions(), options);
+    EXPECT_EQ(command.legacyExportOptions(), exportOptions);
+
+    command.setInternalInterface(legacy); // but only the library's own are written
+    command.setType(EType::import);
+    EXPECT_EQ(refusalOf([&] { writtenBy(command); }),
+              "Import(LEGACY) command should contain import options(LEGACY)");
+    command.setType(EType::export_);
+    EXPECT_EQ(refusalOf([&] { writtenBy(command); }),
+              "Export(LEGACY) command should contain export options(LEGACY)");
+
+    command.setLegacyImportOptions(nullptr);
+    EXPECT_EQ(command.legacyImportOptions(), nullptr);
+}
+
+TEST(Command, EveryReaderAndWriterLeavesATrace) {
+    Command command = make(EType::import, connect);
+    command.setImportOptions(Command::newImportOptions());
+    command.setExportOptions(Command::newExportOptions());
+    test::LogCapture log;
+    readFrom(command, writtenBy(command));
+    command.setType(EType::export_);
+    readFrom(command, writtenBy(command));
+    EXPECT_EQ(test::signaturesOf(log.take(), "mcad/src/zeq_api/zeq_api_command"),
+              (std::vector<std::string>{
+                  "virtual void zeq::Command::writeObject(mp::OutputStream &) const",
+                  "virtual void zeq::ImportOptionsImpl::writeObject(JsonValue &, JsonAllocator &) const",
+                  "ImportOptions.file = ",
+                  "virtual void zeq::Command::readObject(mp::InputStream &)",
+                  "virtual void zeq::ImportOptionsImpl::readObject(const JsonValue &)",
+                  "ImportOptions.file = ",
+                  "virtual void zeq::Command::writeObject(mp::OutputStream &) const",
+                  "virtual void zeq::ExportOptionsImpl::writeObject(JsonValue &, JsonAllocator &) const",
+                  "ExportOptions.file = ",
+                  "virtual void zeq::Command::readObject(mp::InputStream &)",
+                  "virtual void zeq::ExportOptionsImpl::readObject(const JsonValue &)",
+                  "ExportOptions.file = ",
+              }));
+}
+
+} // namespace
+} // namespace zeq

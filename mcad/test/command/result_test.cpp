@@ -1,0 +1,54 @@
+// The translator's answer to a command.
+#include "zeq_api/command/result.h"
+
+#include <gtest/gtest.h>
+
+#include "support/json_text.h"
+
+namespace zeq {
+namespace {
+
+using test::readFrom;
+using test::refusalOf;
+using test::writtenBy;
+
+Result make(Result::ECode code, const std::wstring& message, bool finished) {
+    Result result;
+    result.setCode(code);
+    result.setMessage(message);
+    result.setFinished(finished);
+    return result;
+}
+
+TEST(Result, WritesItsMessageOnlyWhenItHasOne) {
+    EXPECT_EQ(writtenBy(Result()), LR"({"code":"unknown","is_finished":false})");
+    EXPECT_EQ(writtenBy(make(Result::ECode::ok, L"", true)), LR"({"code":"ok","is_finished":true})");
+    EXPECT_EQ(writtenBy(make(Result::ECode::error, L"no licence", true)),
+              LR"({"code":"error","message":"no licence","is_finished":true})");
+    EXPECT_EQ(writtenBy(make(static_cast<Result::ECode>(7), L"", false)),
+              LR"({"code":"unknown","is_finished":false})");
+}
+
+TEST(Result, IsIndentedText) {
+    std::wostringstream stream;
+    make(Result::ECode::warning, L"m", false).writeObject(stream);
+    EXPECT_EQ(stream.str(),
+              L"{\n    \"code\": \"warning\",\n    \"message\": \"m\",\n    \"is_finished\": false\n}");
+}
+
+TEST(Result, OfTwoCodesTheFirstCounts) {
+    Result result;
+    readFrom(result, LR"({"code":"ok","code":"error"})");
+    EXPECT_EQ(result.code(), Result::ECode::ok);
+}
+
+TEST(Result, ARefusedTextChangesNothing) {
+    for (const wchar_t* text : {L"", L"code", LR"({"code":"ok")", LR"({"code":"ok"} {})"}) {
+        Result result = make(Result::ECode::warning, L"old", true);
+        EXPECT_EQ(refusalOf([&] { readFrom(result, text); }), "Result::readObject: invalid json document");
+        EXPECT_EQ(writtenBy(result), LR"({"code":"warning","message":"old","is_finished":true})");
+    }
+}
+
+} // namespace
+} // namespace zeq

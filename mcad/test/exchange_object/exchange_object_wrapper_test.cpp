@@ -1,0 +1,437 @@
+// The wrapper document: text and shared buffers, from one process to another, and everything that can go
+// wrong.
+#include "zeq_api/exchange_object/exchange_object_wrapper.h"
+
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <sstream>
+#include <stdexcept>
+
+#include <gtest/gtest.h>
+
+#include "mp/exception.h"
+#include "mp/shared_buffer.h"
+#include "mv_cvx/logger.h"
+#include "support/child_process.h"
+#include "support/json_text.h"
+#include "support/log_capture.h"
+#include "support/temp_dir.h"
+#include "support/trace.h"
+#include "zeq_api/codec/binary_json.h"
+#include "zeq_api/codec/compressor.h"
+#include "zeq_api/exchange_object/exchange_object_registry.h"
+#include "zeq_api/exchange_object/legacy_maps.h"
+#include "zeq_api/exchange_object/messages.h"
+#include "zeq_api/exchange_structure/product_structure.h"
+
+namespace zeq {
+namespace {
+
+namespace fs = std::filesystem;
+using Lines = std::vector<test::LogLine>;
+
+const char* const area = "mcad/src/zeq_api/zeq_api_exchange_object";
+
+/// The file of a shared buffer; the names of these tests are ASCII.
+fs::path fileOf(const std::wstring& name) {
+    return fs::path(mp::sharedDirectory()) / std::string(name.begin(), name.end());
+}
+
+std::shared_ptr<ExcProductStructure> product(const std::wstring& name) {
+    auto result = std::make_shared<ExcProductStructure>();
+    result->setProductName(name);
+    auto block = std::make_shared<ExcBlock>();
+    block->setId(42);
+    result->addBlock(block);
+    return result;
+}
+
+ExchangeObjectWrapper holding(std::shared_ptr<IExchangeObject> object) {
+    ExchangeObjectWrapper wrapper;
+    wrapper.set(object);
+    return wrapper;
+}
+
+/// What a wrapper writes for the object, to the unit.
+std::wstring wrapped(std::shared_ptr<IExchangeObject> object) {
+    std::wostringstream stream;
+    holding(std::move(object)).writeObject(stream);
+    return stream.str();
+}
+
+std::shared_ptr<IExchangeObject> unwrapped(const std::wstring& text, bool delayed = false) {
+    ExchangeObjectWrapper wrapper;
+    wrapper.setDelayedLoading(delayed);
+    test::readFrom(wrapper, text);
+    return wrapper.get();
+}
+
+std::wstring binaryDocument(const std::wstring& bufferName,
+                            const std::wstring& kind = L"exc_product_structure") {
+    return L"{\"exchange_object_name\":\"" + kind + L"\",\"binary\":true,\"exchange_object_data\":\"" +
+           bufferName + L"\"}";
+}
+
+/// A shared buffer with these bytes, removed at the end of the test at the latest.
+class Buffer {
+public:
+    explicit Buffer(const std::string& bytes) {
+        mp::SharedBuffer<char>(m_name, false).setBuffer(bytes.data(), bytes.size());
+    }
+    Buffer(const Buffer&) = delete;
+    Buffer& operator=(const Buffer&) = delete;
+    ~Buffer() { mp::removeObject(m_name); }
+
+    const std::wstring& name() const { return m_name; }
+    bool exists() const { return fs::exists(fileOf(m_name)); }
+
+private:
+    std::wstring m_name = IExchangeObject::generateUUID();
+};
+
+std::string encoded(const wchar_t* text) {
+    std::wistringstream stream(text);
+    std::string bytes;
+    JsonBinaryIO::encode(test::parse(stream), bytes);
+    return bytes;
+}
+
+std::string compressed(const std::string& bytes) {
+    std::string out;
+    Compressor::compress(out, bytes.data(), bytes.size(), -1);
+    return out;
+}
+
+TEST(ExchangeObjectWrapper, WritesSmallObjectsIntoItsText) {
+    EXPECT_EQ(wrapped(std::make_shared<ExcMessage>(L"m")),
+              L"{\"exchange_object_name\":\"exc_message\",\"exchange_object_data\":{\"message\":\"m\"}}");
+    EXPECT_EQ(wrapped(std::make_shared<ExcStageFinished>(ExcStageFinished::EStage::mechanical)),
+              L"{\"exchange_object_name\":\"exc_stage_finished\",\"exchange_object_data\":\"mechanical\"}");
+}
+
+TEST(ExchangeObjectWrapper, WritesLargeObjectsIntoANewBuffer) {
+    const auto object = product(L"p");
+    std::set<std::wstring> names;
+    for (int i = 0; i < 2; ++i) {
+        const std::wstring text = wrapped(object);
+        const std::wstring name = text.substr(text.size() - 38, 36);
+        EXPECT_EQ(text, binaryDocument(name));
+        EXPECT_TRUE(names.insert(name).second);
+
+        std::vector<char> bytes;
+        mp::SharedBuffer<char>(name, true).get(bytes);
+        ASSERT_TRUE(Compressor::isCompressed(bytes.data(), bytes.size()));
+        std::string plain;
+        Compressor::decompress(plain, bytes.data(), bytes.size());
+        EXPECT_EQ(plain, encoded(test::writtenBy(*object).c_str()));
+    }
+}
+
+TEST(ExchangeObjectWrapper, RefusesToWriteNothing) {
+    std::wostringstream stream;
+    EXPECT_EQ(test::refusalOf([&] { ExchangeObjectWrapper().writeObject(stream); }),
+              "ExchangeObjectWrapper::writeObject > m_pObject == nullptr");
+    EXPECT_EQ(stream.str(), L"");
+}
+
+/// Keeps what is written and fails when it is to be passed on.
+class BrokenPipe : public std::wstringbuf {
+protected:
+    int sync() override { return -1; }
+};
+
+TEST(ExchangeObjectWrapper, LeavesNoBufferWhoseNameDidNotGetOut) {
+    BrokenPipe pipe;
+    std::wostream stream(&pipe);
+    try {
+        holding(product(L"p")).writeObject(stream);
+        FAIL() << "no exception";
+    } catch (const std::runtime_error& error) {
+        EXPECT_STREQ(error.what(), "Cannot write object into json document");
+    }
+    const std::wstring text = pipe.str();
+    ASSERT_GT(text.size(), 38u);
+    EXPECT_FALSE(fs::exists(fileOf(text.substr(text.size() - 38, 36))));
+}
+
+TEST(ExchangeObjectWrapper, RefusesWhatIsNotOneJsonObject) {
+    for (const wchar_t* text : {L"", L"{", L"[]", L"\"exc_message\"", L"null", L"{} {}", L"{}x"}) {
+        ExchangeObjectWrapper wrapper = holding(std::make_shared<ExcMessage>(L"old"));
+        EXPECT_EQ(test::refusalOf([&] { test::readFrom(wrapper, text); }),
+                  "ExchangeObjectWrapper::readObject: invalid json document")
+            << testing::PrintToString(text);
+        EXPECT_TRUE(wrapper.get());
+    }
+}
+
+TEST(ExchangeObjectWrapper, AnUnknownKindIsNoObjectAndNoError) {
+    for (const wchar_t* text :
+         {L"{}", L"{\"exchange_object_name\":5,\"exchange_object_data\":{}}",
+          L"{\"exchange_object_name\":\"no_such_kind\",\"exchange_object_data\":{}}",
+          L"{\"exchange_object_name\":\"no_such_kind\",\"binary\":true,\"exchange_object_data\":\"n\"}"}) {
+        test::LogCapture log(mv_cvx::Debug);
+        ExchangeObjectWrapper wrapper = holding(std::make_shared<ExcMessage>(L"old"));
+        test::readFrom(wrapper, text);
+        EXPECT_EQ(wrapper.get(), nullptr) << testing::PrintToString(text);
+        EXPECT_EQ(log.take(), Lines{});
+    }
+}
+
+TEST(ExchangeObjectWrapper, ReadsByWhatTheDocumentSaysNotByItsKind) {
+    const test::LogLine noUuid{mv_cvx::Error,
+                               "ExchangeObjectWrapper JSON object should have UUID in Exchange "
+                               "Object Data field (if binary)."};
+    const test::LogLine noData{mv_cvx::Error,
+                               "ExchangeObjectWrapper JSON object has no Exchange Object data."};
+    const test::LogLine noProduct{mv_cvx::Error,
+                                  "ExcProductStructure object should have a JSON object type."};
+    const struct {
+        const char* claim;
+        const wchar_t* kind;
+        const wchar_t* members;
+        const wchar_t* source;
+        const wchar_t* written; // a part of it
+        Lines log;
+    } cases[] = {
+        {"data in the text",
+         L"exc_message",
+         L"\"exchange_object_data\":{\"message\":\"m\"}",
+         L"",
+         L"\"m\"",
+         {}},
+        {"not binary is not binary",
+         L"exc_message",
+         L"\"binary\":false,\"exchange_object_data\":{\"message\":\"m\"}",
+         L"",
+         L"\"m\"",
+         {}},
+        {"1 is not true",
+         L"exc_product_structure",
+         L"\"binary\":1,\"exchange_object_data\":{\"product_name\":\"m\"}",
+         L"",
+         L"\"m\"",
+         {}},
+        {"a text is not true",
+         L"exc_product_structure",
+         L"\"binary\":\"true\",\"exchange_object_data\":\"m\"",
+         L"",
+         L"\"product_name\":\"\"",
+         {noProduct}},
+        {"the object checks its data itself",
+         L"exc_product_structure",
+         L"\"exchange_object_data\":null",
+         L"",
+         L"\"product_name\":\"\"",
+         {noProduct}},
+        {"no data", L"exc_message", L"\"data\":{}", L"", L"\"\"", {noData}},
+        {"no name of a buffer",
+         L"exc_product_structure",
+         L"\"binary\":true",
+         L"",
+         L"\"product_name\":\"\"",
+         {noUuid}},
+        {"an object is no name of a buffer",
+         L"exc_product_structure",
+         L"\"binary\":true,\"exchange_object_data\":{\"product_name\":\"m\"}",
+         L"",
+         L"\"product_name\":\"\"",
+         {noUuid}},
+        {"a class that is not binary keeps the name and loads nothing",
+         L"exc_message",
+         L"\"binary\":true,\"exchange_object_data\":\"b\"",
+         L"b",
+         L"\"\"",
+         {}},
+        {"an empty name loads nothing",
+         L"exc_product_structure",
+         L"\"binary\":true,\"exchange_object_data\":\"\"",
+         L"",
+         L"\"product_name\":\"\"",
+         {}},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.claim);
+        test::LogCapture log(mv_cvx::Debug);
+        const auto object =
+            unwrapped(L"{\"exchange_object_name\":\"" + std::wstring(row.kind) + L"\"," + row.members + L"}");
+        ASSERT_TRUE(object);
+        EXPECT_EQ(object->source(), row.source);
+        EXPECT_FALSE(object->isLoaded());
+        EXPECT_NE(test::writtenBy(*object).find(row.written), std::wstring::npos);
+        EXPECT_EQ(log.take(), row.log);
+    }
+}
+
+TEST(ExchangeObjectWrapper, LetsTheExceptionOfALegacyTablePass) {
+    ExchangeObjectWrapper wrapper;
+    EXPECT_EQ(test::refusalOf([&] {
+                  test::readFrom(wrapper, L"{\"exchange_object_name\":\"legacy_component_instance_names\","
+                                          L"\"exchange_object_data\":{}}");
+              }),
+              "LegacyComponentInstanceNames::readObject(): Input json object is not an array");
+    EXPECT_TRUE(wrapper.get());
+}
+
+TEST(ExchangeObjectWrapper, TravelsFromOneProcessToAnother) {
+    for (const bool delayed : {false, true}) {
+        const test::TempDir dir;
+        const std::string path = dir.file("document");
+        ASSERT_EQ(test::waitForChild(test::startChild([&] {
+                      std::wofstream stream(path);
+                      holding(product(L"from the other process")).writeObject(stream);
+                  })),
+                  0);
+        std::wifstream stream(path);
+        ExchangeObjectWrapper wrapper;
+        wrapper.setDelayedLoading(delayed);
+        wrapper.readObject(stream);
+        const auto object = std::dynamic_pointer_cast<ExcProductStructure>(wrapper.get());
+        ASSERT_TRUE(object);
+        EXPECT_EQ(object->source().size(), 36u);
+        EXPECT_EQ(object->isLoaded(), !delayed);
+        EXPECT_EQ(fs::exists(fileOf(object->source())), delayed);
+        EXPECT_EQ(object->productName(), delayed ? L"" : L"from the other process");
+
+        object->load();
+        EXPECT_TRUE(object->isLoaded());
+        EXPECT_FALSE(fs::exists(fileOf(object->source())));
+        EXPECT_EQ(test::writtenBy(*object), test::writtenBy(*product(L"from the other process")));
+        object->load(); // does not come again
+        EXPECT_EQ(object->blocks().size(), 1u);
+    }
+}
+
+TEST(ExchangeObjectWrapper, OfTwoReadersOneGetsTheObject) {
+    const std::wstring text = wrapped(product(L"p"));
+    const auto first = unwrapped(text, true);
+    const auto second = unwrapped(text, true);
+    ASSERT_EQ(test::waitForChild(test::startChild([&] { first->load(); })), 0);
+    EXPECT_THROW(second->load(), std::length_error);
+    EXPECT_FALSE(second->isLoaded());
+    EXPECT_FALSE(fs::exists(fileOf(second->source())));
+}
+
+TEST(ExchangeObjectWrapper, LoadsPlainAndInexactBuffersToo) {
+    std::string inexact = encoded(L"{\"product_name\":\"p\"}");
+    inexact[1] = 1; // the length of the object: its member begins within it and runs past its end
+    for (const std::string& bytes : {encoded(L"{\"product_name\":\"p\"}"), compressed(inexact), inexact,
+                                     inexact + "rest", compressed(inexact + "rest")}) {
+        const Buffer buffer(bytes);
+        const auto object =
+            std::dynamic_pointer_cast<ExcProductStructure>(unwrapped(binaryDocument(buffer.name())));
+        ASSERT_TRUE(object);
+        EXPECT_TRUE(object->isLoaded());
+        EXPECT_EQ(object->productName(), L"p");
+        EXPECT_FALSE(buffer.exists());
+    }
+}
+
+TEST(ExchangeObjectWrapper, ADamagedBufferIsRemovedAndItsObjectNotLoaded) {
+    const std::string good = encoded(L"{\"product_name\":\"p\"}");
+    const std::string packed = compressed(good);
+    std::string flipped = packed;
+    flipped[flipped.size() / 2] = static_cast<char>(~flipped[flipped.size() / 2]);
+    const struct {
+        const char* claim;
+        std::string bytes;
+        const char* error;
+    } cases[] = {
+        {"empty", "", "JsonBinaryIO: Failed to parse all bytes of type"},
+        {"an unknown type", "\x0B", "JsonBinaryIO: Unknown value type"},
+        {"text", "{\"product_name\":\"p\"}", "JsonBinaryIO: Unknown value type"},
+        {"cut short", good.substr(0, good.size() - 1),
+         "JsonBinaryIO: Failed to read all the bytes of string"},
+        {"a length that is not there", good.substr(0, 5),
+         "JsonBinaryIO: Failed to read all the number of bytes"},
+        {"compressed and cut short", packed.substr(0, 12), "JsonBinaryIO: Failed to parse all bytes of type"},
+        {"compressed and damaged", flipped, nullptr},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.claim);
+        const Buffer buffer(row.bytes);
+        ExchangeObjectWrapper wrapper;
+        try {
+            test::readFrom(wrapper, binaryDocument(buffer.name()));
+            ADD_FAILURE() << "no exception";
+        } catch (const std::exception& error) {
+            const std::string what = error.what();
+            EXPECT_EQ(what,
+                      row.error ? row.error : what); // the decoders of compressed data word it differently
+        }
+        ASSERT_TRUE(wrapper.get());
+        EXPECT_EQ(wrapper.get()->source(), buffer.name());
+        EXPECT_FALSE(wrapper.get()->isLoaded());
+        EXPECT_FALSE(buffer.exists());
+    }
+}
+
+TEST(ExchangeObjectWrapper, ANameThatLeavesTheSharedDirectoryTouchesNothing) {
+    const test::TempDir dir;
+    const std::string outside = dir.file("model");
+    std::ofstream(outside) << "content";
+    const std::string parent = "../" + fs::path(outside).lexically_relative("/tmp").string();
+    for (const std::string& name : {outside, parent, std::string("./x"), std::string("."), std::string(".."),
+                                    std::string("a\\u0000b")}) {
+        const std::wstring text = binaryDocument({name.begin(), name.end()});
+        try {
+            unwrapped(text);
+            ADD_FAILURE() << name << ": no exception";
+        } catch (const mp::SharedMemoryException& error) {
+            EXPECT_EQ(error.message(), L"Shared variable name is not a valid file name") << name;
+        }
+    }
+    std::ifstream file(outside);
+    std::string content;
+    file >> content;
+    EXPECT_EQ(content, "content");
+}
+
+/// A binary object that says how it was read and is not compressed.
+class Plain : public IExchangeObject {
+public:
+    std::wstring content = L"default";
+
+    void readObject(const JsonValue& value) override {
+        if (!value.IsString()) throw std::runtime_error("not for me");
+        content = value.GetString();
+    }
+    void writeObject(JsonValue& out, JsonAllocator& alloc) const override {
+        out.SetString(content.c_str(), alloc);
+    }
+    const std::wstring& objectName() const override {
+        static const std::wstring name = L"plain object of this test";
+        return name;
+    }
+    std::shared_ptr<IExchangeObject> clone() const override { return std::make_shared<Plain>(); }
+    bool binary() const override { return true; }
+};
+
+TEST(ExchangeObjectWrapper, CarriesClassesOfItsUsers) {
+    const StaticExchangeObject<Plain> prototype;
+    const auto sent = std::make_shared<Plain>();
+    sent->content = L"sent";
+    const auto received = std::dynamic_pointer_cast<Plain>(unwrapped(wrapped(sent)));
+    ASSERT_TRUE(received);
+    EXPECT_EQ(received->content, L"sent");
+    EXPECT_TRUE(received->isLoaded());
+
+    const Buffer wrong(encoded(L"5"));
+    EXPECT_THROW(unwrapped(binaryDocument(wrong.name(), prototype.objectName())), std::runtime_error);
+    EXPECT_FALSE(wrong.exists());
+}
+
+TEST(ExchangeObjectWrapper, TracesItsWork) {
+    test::LogCapture log;
+    unwrapped(wrapped(std::make_shared<ExcMessage>()));
+    EXPECT_EQ(test::signaturesOf(log.take(), area),
+              (std::vector<std::string>{
+                  "virtual void zeq::ExchangeObjectWrapper::writeObject(mp::OutputStream &) const",
+                  "virtual void zeq::ExchangeObjectWrapper::readObject(mp::InputStream &)"}));
+    ExcMessage().load();
+    EXPECT_EQ(test::signaturesOf(log.take(), area),
+              (std::vector<std::string>{"virtual void zeq::IExchangeObject::load()"}));
+}
+
+} // namespace
+} // namespace zeq

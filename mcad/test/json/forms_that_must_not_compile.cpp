@@ -1,0 +1,41 @@
+// Wrong forms, one for each value of CASE; 0 is right and shows that the file itself compiles.
+#include "zeq_api/json/form.h"
+
+namespace zeq {
+
+struct Base : IJsonObject {
+    int number = 0;
+    void readObject(const JsonValue&) override {}
+    void writeObject(JsonValue&, JsonAllocator&) const override {}
+};
+
+struct Other {
+    int number = 0;
+};
+
+struct Thing : Base {
+    int count = 0;
+    void readObject(const JsonValue& object) override;
+    struct JsonForm;
+};
+
+struct Thing::JsonForm {
+    using This = Thing;
+    static constexpr json::Form form{json::Head{"Thing", area::exchangeCommon},
+#if CASE == 0
+                                     json::base<Base>, json::field(L"count", &This::count)
+#elif CASE == 1
+                                     json::field(L"count", &This::count), json::field(L"count", &This::count)
+#elif CASE == 2
+                                     json::field(L"count", &This::count), json::base<Base>
+#elif CASE == 3
+                                     json::field(L"count", &Other::number)
+#elif CASE == 4
+                                     json::base<Other>
+#endif
+    };
+};
+
+void Thing::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
+
+} // namespace zeq
