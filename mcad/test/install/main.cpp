@@ -1,5 +1,6 @@
-// A program outside the source tree: sends itself a progress report and prints which kinds of exchange objects the
-// library can make. It names few of their classes, so that a linker which drops what nobody names is found out.
+// A program outside the source tree: sends itself a progress report and prints which kinds of exchange
+// objects the library can make. It names few of their classes, so that a linker which drops what nobody names
+// is found out.
 #include <iostream>
 #include <sstream>
 

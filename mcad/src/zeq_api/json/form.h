@@ -173,7 +173,7 @@ struct Children {
     void read(This& object, Members& members) const {
         const auto array = members.find(key);
         if (!array || array->kind() != Kind::array) return;
-        detail::readChildren<typename List::value_type>(*array, elements, [&](auto&& child) {
+        detail::readChildren<typename List::value_type>(*array, elements, [&](auto child) {
             if constexpr (std::is_member_function_pointer_v<Add>)
                 (object.*add)(std::move(child));
             else
@@ -396,7 +396,7 @@ template <class This, class View, class List>
 bool readWhole(This& object, const View& view, const WholeList<This, List>& row) {
     if (view.kind() != Kind::array) return false;
     readChildren<typename List::value_type>(
-        view, Elements::any, [&](auto&& child) { (object.*row.list).push_back(std::move(child)); });
+        view, Elements::any, [&](auto child) { (object.*row.list).push_back(std::move(child)); });
     return true;
 }
 

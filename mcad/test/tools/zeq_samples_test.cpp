@@ -1,0 +1,138 @@
+// The whole way: sample models, the real translator, and what zeq shows of them.
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "support/temp_dir.h"
+#include "tools/zeq_run.h"
+
+namespace {
+
+using namespace zeq::test;
+namespace fs = std::filesystem;
+
+class ZeqSamples : public testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        s_dir = new TempDir;
+        RunOptions options;
+        options.environment = {{"ASAN_OPTIONS", "detect_leaks=0"}}; // the CAD kernel frees nothing at the end
+        ASSERT_EQ(runProgram({ZEQ_SAMPLES, s_dir->path().string()}, options).exitCode, 0);
+    }
+    static void TearDownTestSuite() {
+        delete s_dir;
+        s_dir = nullptr;
+    }
+
+    static std::string sample(const std::string& name) { return s_dir->file(name); }
+    static RunResult zeq(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), {ZEQ_PROGRAM, "--translator", ZEQ_CONVEXOR});
+        return runProgram(arguments);
+    }
+
+    static inline TempDir* s_dir = nullptr;
+};
+
+/// The lines of a tree, without the ids that are the translator's own choice and the number of properties.
+std::vector<std::string> treeLines(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line) && !line.empty();)
+        lines.push_back(
+            std::regex_replace(line, std::regex("  (block \\d+|id '[^']*'|\\d+ properties)"), ""));
+    return lines;
+}
+
+TEST_F(ZeqSamples, TheTranslatorDescribesItself) {
+    const RunResult info = zeq({"info"});
+    EXPECT_EQ(info.exitCode, 0) << info.errors;
+    EXPECT_NE(info.output.find("Open CASCADE"), std::string::npos) << info.output;
+    EXPECT_NE(info.output.find("STEP"), std::string::npos) << info.output;
+    EXPECT_EQ(zeq({"ping"}).exitCode, 0);
+}
+
+TEST_F(ZeqSamples, TheAssemblyArrivesAsItWasMade) {
+    const std::vector<std::string> expected{
+        "Assembly Bench vise  millimeter",
+        "└── Bench vise",
+        "    ├── Base  at (-110, 0, 0)  colour #265c48",
+        "    ├── Jaw plate fixed (Jaw plate)  at (-40, 0, 40)  colour #a8acb2",
+        "    ├── Sliding jaw  at (20, 0, 0)",
+        "    │   ├── Slide  at (0, 0, 18)  colour #265c48",
+        "    │   ├── Jaw plate moving (Jaw plate)  at (0, 0, 40)  rotated 180° about (0, 0, 1)  colour "
+        "#a8acb2",
+        "    │   ├── Träger vorn (Träger)  at (90, 0, 18)  colour #265c48",
+        "    │   └── Spindle unit  at (0, 0, 50)",
+        "    │       ├── Spindle  at (110, 0, 0)  colour #a8acb2",
+        "    │       ├── Ring inside (Retaining ring)  at (48, 0, 0)  colour #d6ac46",
+        "    │       ├── Ring outside (Retaining ring)  at (107, 0, 0)  colour #d6ac46",
+        "    │       └── Handle  at (144, 0, 0)  rotated 30° about (1, 0, 0)",
+        "    │           ├── Bar (Handle bar)  at (0, -55, 0)  colour #cdcfc4",
+        "    │           ├── Knob right (Knob)  at (0, 55, 0)  colour #202024",
+        "    │           └── Knob left (Knob)  at (0, -55, 0)  rotated 180° about (0, 0, 1)  colour #c81e24",
+        "    ├── Fastener 1 (Fastener)  at (95, 40, 18)",
+        "    │   ├── Washer (Washer 10)  at (0, 0, 2)  colour #cdcfc4",
+        "    │   └── Bolt (Hexagon bolt M10)  at (0, 0, 2)  colour #cdcfc4",
+        "    ├── Fastener 2 (Fastener)  at (-95, 40, 18)  rotated 90° about (0, 0, 1)",
+        "    │   ├── Washer (Washer 10)  at (0, 0, 2)  colour #cdcfc4",
+        "    │   └── Bolt (Hexagon bolt M10)  at (0, 0, 2)  colour #cdcfc4",
+        "    ├── Fastener 3 (Fastener)  at (-95, -40, 18)  rotated 180° about (0, 0, 1)",
+        "    │   ├── Washer (Washer 10)  at (0, 0, 2)  colour #cdcfc4",
+        "    │   └── Bolt (Hexagon bolt M10)  at (0, 0, 2)  colour #cdcfc4",
+        "    ├── Fastener 4 (Fastener)  at (95, -40, 18)  rotated 90° about (0, 0, -1)",
+        "    │   ├── Washer (Washer 10)  at (0, 0, 2)  colour #cdcfc4",
+        "    │   └── Bolt (Hexagon bolt M10)  at (0, 0, 2)  colour #cdcfc4",
+        "    ├── Workpiece (Block)  at (-32, -30, 45)  colour #5a96dc  opacity 40 %",
+        "    └── Transport lock (Block)  at (-32, -30, 90)  colour #d6ac46  hidden",
+    };
+    const RunResult result = zeq({"import", sample("bench_vise.stp")});
+    EXPECT_EQ(result.exitCode, 0) << result.errors;
+    EXPECT_EQ(treeLines(result.output), expected) << result.output;
+    EXPECT_NE(result.output.find("\nBlocks     16 (11 parts, 5 assemblies)\nInstances  29\nDepth      5\n"),
+              std::string::npos)
+        << result.output;
+}
+
+TEST_F(ZeqSamples, APartAloneIsShownAsAPart) {
+    for (const std::string name : {"jaw_plate.stp", "jaw_plate.igs"}) {
+        const RunResult result = zeq({"tree", sample(name)});
+        EXPECT_EQ(result.exitCode, 0) << result.errors;
+        const std::vector<std::string> expected{"Part Jaw plate  millimeter",
+                                                "└── Jaw plate  colour #a8acb2"};
+        EXPECT_EQ(treeLines(result.output), expected) << name;
+    }
+}
+
+TEST_F(ZeqSamples, AFileNameOfThreeByteCharactersSurvives) {
+    const std::string file = sample("部品図面組立構造.stp");
+    fs::copy_file(sample("jaw_plate.stp"), file);
+    EXPECT_EQ(zeq({"tree", file}).exitCode, 0);
+}
+
+TEST_F(ZeqSamples, ADamagedFileGivesAMessageAndNoTree) {
+    std::ifstream stream(sample("jaw_plate.stp"), std::ios::binary);
+    const std::string whole{std::istreambuf_iterator<char>(stream), {}};
+    const std::vector<std::pair<std::string, std::string>> rows{
+        {"empty.stp", ""},
+        {"binary.stp", std::string("\0\x1B\xFF\x80", 4)},
+        {"header.stp", whole.substr(0, whole.find("DATA;"))},
+        {"foreign.xyz", whole},
+    };
+    for (const auto& [name, content] : rows) {
+        std::ofstream(sample(name), std::ios::binary) << content;
+        const RunResult result = zeq({"import", sample(name)});
+        EXPECT_TRUE(result.exitCode == 4 || result.exitCode == 5) << name << ' ' << result.exitCode;
+        EXPECT_EQ(result.output, "") << name;
+        EXPECT_NE(result.errors.find("Cannot import '" + sample(name) + "': the translator "),
+                  std::string::npos)
+            << result.errors;
+    }
+}
+
+} // namespace

@@ -1,0 +1,162 @@
+// Attribute look-up in the kernel's document.
+#include "convexor/attributes.h"
+
+#include <cmath>
+#include <cstdint>
+#include <optional>
+
+#include <Quantity_ColorRGBA.hxx>
+#include <TColStd_HSequenceOfExtendedString.hxx>
+#include <TCollection_HAsciiString.hxx>
+#include <TDF_LabelSequence.hxx>
+#include <TDataStd_Name.hxx>
+#include <TDataStd_TreeNode.hxx>
+#include <TopAbs_ShapeEnum.hxx>
+#include <TopExp.hxx>
+#include <TopTools_IndexedMapOfShape.hxx>
+#include <XCAFDoc.hxx>
+#include <XCAFDoc_Area.hxx>
+#include <XCAFDoc_Centroid.hxx>
+#include <XCAFDoc_DocumentTool.hxx>
+#include <XCAFDoc_ShapeTool.hxx>
+#include <XCAFDoc_Volume.hxx>
+
+#include "convexor/text.h"
+
+namespace zeq::convexor {
+
+namespace {
+
+using ValueType = ExcMiscProperty::EValueType;
+
+std::uint16_t channel(double value) { return static_cast<std::uint16_t>(std::lround(value * 255)); }
+
+std::wstring textOf(const Handle(TCollection_HAsciiString) & text) {
+    return text.IsNull() ? std::wstring() : wideText(text->ToCString());
+}
+
+ExcMiscProperty textProperty(const wchar_t* name, const std::wstring& value) {
+    ExcMiscProperty property;
+    property.name() = name;
+    property.setType(ExcMiscProperty::EType::string);
+    property.value() = value;
+    return property;
+}
+
+ExcMiscProperty quantity(const wchar_t* name, double value, ValueType type, const wchar_t* unit) {
+    ExcMiscProperty property;
+    property.name() = name;
+    property.setType(ExcMiscProperty::EType::double_);
+    property.setValueType(type);
+    property.unit() = unit;
+    property.value() = numberText(value);
+    return property;
+}
+
+ExcMiscPropertiesGroup validationProperties(const TDF_Label& label) {
+    ExcMiscPropertiesGroup group;
+    group.name() = L"Validation properties";
+    if (double area; XCAFDoc_Area::Get(label, area))
+        group.addProperty(quantity(L"Surface area", area, ValueType::area, L"mm^2"));
+    if (double volume; XCAFDoc_Volume::Get(label, volume))
+        group.addProperty(quantity(L"Volume", volume, ValueType::volume, L"mm^3"));
+    if (gp_Pnt centroid; XCAFDoc_Centroid::Get(label, centroid)) {
+        group.addProperty(quantity(L"Centroid x", centroid.X(), ValueType::length, L"mm"));
+        group.addProperty(quantity(L"Centroid y", centroid.Y(), ValueType::length, L"mm"));
+        group.addProperty(quantity(L"Centroid z", centroid.Z(), ValueType::length, L"mm"));
+    }
+    return group;
+}
+
+ExcMiscPropertiesGroup layers(const TDF_Label& label, const Handle(XCAFDoc_LayerTool) & tool) {
+    ExcMiscPropertiesGroup group;
+    group.name() = L"Layers";
+    if (Handle(TColStd_HSequenceOfExtendedString) names; tool->GetLayers(label, names))
+        for (const TCollection_ExtendedString& name : *names)
+            group.addProperty(textProperty(L"Layer", fromUtf16(name)));
+    return group;
+}
+
+} // namespace
+
+Attributes::Attributes(const Model& model)
+    : m_colors(XCAFDoc_DocumentTool::ColorTool(model.document->Main())),
+      m_layers(XCAFDoc_DocumentTool::LayerTool(model.document->Main())),
+      m_materials(XCAFDoc_DocumentTool::MaterialTool(model.document->Main())),
+      m_densityUnit(model.densityUnit) {}
+
+std::wstring Attributes::name(const TDF_Label& label) const {
+    Handle(TDataStd_Name) attribute;
+    if (!label.FindAttribute(TDataStd_Name::GetID(), attribute)) return {};
+    std::wstring name = fromUtf16(attribute->Get());
+    // What the kernel, also when it wrote the file, calls an instance without a name.
+    return name.starts_with(L"=>[") ? std::wstring() : name;
+}
+
+ExcColor Attributes::color(const TDF_Label& label) const {
+    Quantity_ColorRGBA color;
+    if (!findOwnColor(label, color) && !findColorOfFaces(label, color)) return {};
+    double red, green, blue;
+    color.GetRGB().Values(red, green, blue, Quantity_TOC_sRGB);
+    ExcColor result(channel(red), channel(green), channel(blue));
+    if (color.Alpha() < 1) {
+        result[ExcColor::EChannel::alpha] = channel(color.Alpha());
+        result.setHasAlpha(true);
+    }
+    return result;
+}
+
+bool Attributes::isHidden(const TDF_Label& label) const {
+    if (!m_colors->IsVisible(label)) return true;
+    TDF_LabelSequence layerLabels;
+    m_layers->GetLayers(label, layerLabels);
+    for (const TDF_Label& layer : layerLabels)
+        if (!m_layers->IsVisible(layer)) return true;
+    return false;
+}
+
+void Attributes::addMiscData(const TDF_Label& label, ExcMiscData& data) const {
+    for (const auto& group : {validationProperties(label), layers(label, m_layers), material(label)})
+        if (!group.properties().empty()) data.addGroup(group);
+}
+
+bool Attributes::findOwnColor(const TDF_Label& label, Quantity_ColorRGBA& color) const {
+    for (const XCAFDoc_ColorType type : {XCAFDoc_ColorSurf, XCAFDoc_ColorGen, XCAFDoc_ColorCurv})
+        if (m_colors->GetColor(label, type, color)) return true;
+    return false;
+}
+
+bool Attributes::findColorOfFaces(const TDF_Label& part, Quantity_ColorRGBA& color) const {
+    TDF_LabelSequence subShapes;
+    if (!XCAFDoc_ShapeTool::GetSubShapes(part, subShapes)) return false;
+    std::optional<Quantity_ColorRGBA> common;
+    TopTools_IndexedMapOfShape coloredFaces;
+    for (const TDF_Label& subShape : subShapes) {
+        if (!findOwnColor(subShape, color)) continue;
+        if (common && !common->IsEqual(color)) return false;
+        common = color;
+        TopExp::MapShapes(XCAFDoc_ShapeTool::GetShape(subShape), TopAbs_FACE, coloredFaces);
+    }
+    TopTools_IndexedMapOfShape allFaces;
+    TopExp::MapShapes(XCAFDoc_ShapeTool::GetShape(part), TopAbs_FACE, allFaces);
+    return common && coloredFaces.Extent() == allFaces.Extent();
+}
+
+ExcMiscPropertiesGroup Attributes::material(const TDF_Label& label) const {
+    ExcMiscPropertiesGroup group;
+    group.name() = L"Material";
+    Handle(TDataStd_TreeNode) node;
+    if (!label.FindAttribute(XCAFDoc::MaterialRefGUID(), node) || !node->HasFather()) return group;
+    Handle(TCollection_HAsciiString) name, description, densityName, densityType;
+    double density = 0;
+    if (!m_materials->GetMaterial(node->Father()->Label(), name, description, density, densityName,
+                                  densityType))
+        return group;
+    group.addProperty(textProperty(L"Name", textOf(name)));
+    group.addProperty(textProperty(L"Description", textOf(description)));
+    if (density > 0 && m_densityUnit > 0)
+        group.addProperty(quantity(L"Density", density * m_densityUnit, ValueType::density, L"g/cm^3"));
+    return group;
+}
+
+} // namespace zeq::convexor

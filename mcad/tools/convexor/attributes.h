@@ -1,0 +1,45 @@
+// What the kernel's document knows about a part, an assembly or an instance beyond its place in the
+// structure.
+#pragma once
+
+#include <string>
+
+#include <TDF_Label.hxx>
+#include <XCAFDoc_ColorTool.hxx>
+#include <XCAFDoc_LayerTool.hxx>
+#include <XCAFDoc_MaterialTool.hxx>
+
+#include "convexor/model_reader.h"
+#include "zeq_api/exchange_common/color.h"
+#include "zeq_api/exchange_common/misc_data.h"
+
+namespace zeq::convexor {
+
+/// Reads the attributes that hang on the labels of one model.
+class Attributes {
+public:
+    explicit Attributes(const Model& model);
+
+    /// The name; empty for one that the kernel made up.
+    std::wstring name(const TDF_Label& label) const;
+    /// The colour in sRGB with channels 0 to 255, alpha only where the colour is not opaque; no colour at all
+    /// where there is none. A part may have it from its faces, if all share one.
+    ExcColor color(const TDF_Label& label) const;
+    /// Whether the label itself or one of its layers is switched off.
+    bool isHidden(const TDF_Label& label) const;
+    /// A group each for validation properties, layers and material, as far as there are any.
+    void addMiscData(const TDF_Label& label, ExcMiscData& data) const;
+
+private:
+    bool findOwnColor(const TDF_Label& label, Quantity_ColorRGBA& color) const;
+    bool findColorOfFaces(const TDF_Label& part, Quantity_ColorRGBA& color) const;
+
+    ExcMiscPropertiesGroup material(const TDF_Label& label) const;
+
+    Handle(XCAFDoc_ColorTool) m_colors;
+    Handle(XCAFDoc_LayerTool) m_layers;
+    Handle(XCAFDoc_MaterialTool) m_materials;
+    double m_densityUnit;
+};
+
+} // namespace zeq::convexor

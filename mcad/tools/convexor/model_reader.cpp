@@ -1,0 +1,257 @@
+// The kernel's STEP and IGES readers behind one function.
+#include "convexor/model_reader.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <fstream>
+#include <string_view>
+#include <system_error>
+
+#include <unistd.h>
+
+#include <IGESCAFControl_Reader.hxx>
+#include <Interface_Check.hxx>
+#include <Interface_CheckIterator.hxx>
+#include <Interface_InterfaceModel.hxx>
+#include <Interface_Static.hxx>
+#include <Message.hxx>
+#include <Message_Messenger.hxx>
+#include <Message_Printer.hxx>
+#include <Message_ProgressIndicator.hxx>
+#include <STEPCAFControl_Reader.hxx>
+#include <STEPConstruct_UnitContext.hxx>
+#include <StepBasic_ConversionBasedUnitAndMassUnit.hxx>
+#include <StepBasic_SiUnitAndMassUnit.hxx>
+#include <TCollection_HAsciiString.hxx>
+#include <Transfer_TransientProcess.hxx>
+#include <XCAFDoc_DocumentTool.hxx>
+#include <XCAFDoc_ShapeTool.hxx>
+#include <XSControl_TransferReader.hxx>
+#include <XSControl_WorkSession.hxx>
+
+#include "convexor/text.h"
+#include "transport/utf8.h"
+
+namespace zeq::convexor {
+
+namespace {
+
+/// A kernel message without the blanks, asterisks and line ends around it.
+std::string_view trimmed(std::string_view text) {
+    constexpr std::string_view decoration = " *\r\n";
+    text.remove_prefix(std::min(text.find_first_not_of(decoration), text.size()));
+    return text.substr(0, text.find_last_not_of(decoration) + 1);
+}
+
+/// Passes the kernel's progress on.
+class ProgressIndicator : public Message_ProgressIndicator {
+public:
+    explicit ProgressIndicator(Reporter& reporter) : m_reporter(reporter) {}
+
+private:
+    void Show(const Message_ProgressScope&, const Standard_Boolean) override {
+        m_reporter.advance(GetPosition());
+    }
+
+    Reporter& m_reporter;
+};
+
+/// Makes log lines of the kernel's messages and keeps the last error among them.
+class LogPrinter : public Message_Printer {
+public:
+    explicit LogPrinter(Reporter& reporter) : m_reporter(reporter) {}
+
+    const std::string& lastError() const { return m_lastError; }
+
+private:
+    void send(const TCollection_AsciiString& text, const Message_Gravity gravity) const override {
+        const std::string_view line = trimmed({text.ToCString(), static_cast<std::size_t>(text.Length())});
+        if (line.empty()) return;
+        if (gravity >= Message_Alarm) m_lastError = line;
+        m_reporter.log(wideText(line));
+    }
+
+    Reporter& m_reporter;
+    mutable std::string m_lastError;
+};
+
+/// Turns the kernel's messages into log lines for as long as it lives.
+class MessageCapture {
+public:
+    explicit MessageCapture(Reporter& reporter) : m_printer(new LogPrinter(reporter)) {
+        Message::DefaultMessenger()->ChangePrinters().Clear();
+        Message::DefaultMessenger()->AddPrinter(m_printer);
+    }
+    MessageCapture(const MessageCapture&) = delete;
+    MessageCapture& operator=(const MessageCapture&) = delete;
+    ~MessageCapture() { Message::DefaultMessenger()->RemovePrinter(m_printer); }
+
+    const std::string& lastError() const { return m_printer->lastError(); }
+
+private:
+    Handle(LogPrinter) m_printer;
+};
+
+[[noreturn]] void fail(const std::filesystem::path& path, const std::string& reason) {
+    throw ImportError("Cannot read '" + path.string() + "': " + reason);
+}
+
+/// Finds what the kernel would answer with a crash or a wrong reason.
+void requireReadable(const std::filesystem::path& path) {
+    std::error_code error;
+    const auto status = std::filesystem::status(path, error);
+    if (status.type() == std::filesystem::file_type::not_found) fail(path, "there is no such file");
+    if (error) fail(path, error.message());
+    if (!std::filesystem::is_regular_file(status)) fail(path, "it is not a regular file");
+    if (::access(path.c_str(), R_OK) != 0) fail(path, std::generic_category().message(errno));
+    if (std::filesystem::is_empty(path, error)) fail(path, "the file is empty");
+}
+
+/// Whether the file holds UTF-8 and nothing else.
+bool isUtf8(const std::filesystem::path& path) {
+    std::ifstream stream(path, std::ios::binary);
+    int expected = 0; // continuation bytes still to come
+    for (std::istreambuf_iterator<char> byte(stream), end; byte != end; ++byte) {
+        const auto bits = static_cast<unsigned char>(*byte);
+        const bool isContinuation = (bits & 0xC0) == 0x80;
+        if (isContinuation != (expected > 0)) return false;
+        if (isContinuation)
+            --expected;
+        else if (bits >= 0x80)
+            expected = bits >= 0xF0 ? 3 : bits >= 0xE0 ? 2 : 1;
+    }
+    return expected == 0;
+}
+
+/// Reports everything the kernel found wrong with the file and returns how many errors there were.
+int reportChecks(Interface_CheckIterator checks, const Handle(Interface_InterfaceModel) & file,
+                 Reporter& reporter) {
+    constexpr int mostLines = 100;
+    int errors = 0;
+    int lines = 0;
+    const auto report = [&](const wchar_t* kind, const Interface_Check& check, const char* text) {
+        if (++lines > mostLines) return;
+        const std::wstring place =
+            check.HasEntity() ? L" at " + wideText(file->StringLabel(check.Entity())->ToCString()) : L"";
+        reporter.log(kind + place + L": " + wideText(trimmed(text)));
+    };
+    for (checks.Start(); checks.More(); checks.Next()) {
+        const Interface_Check& check = *checks.Value();
+        for (int i = 1; i <= check.NbFails(); ++i, ++errors) report(L"Error", check, check.CFail(i));
+        for (int i = 1; i <= check.NbWarnings(); ++i) report(L"Warning", check, check.CWarning(i));
+    }
+    if (lines > mostLines) reporter.log(std::to_wstring(lines - mostLines) + L" more lines left out");
+    return errors;
+}
+
+/// Reads a file with one of the kernel's readers, which have the same functions but no common base.
+/// `basicReader` is the one that owns the session.
+template <class Reader, class BasicReader>
+Model read(Reader& reader, BasicReader& basicReader, const std::filesystem::path& path, Reporter& reporter) {
+    const MessageCapture messages(reporter);
+    Interface_Static::SetCVal("xstep.cascade.unit", "MM");
+
+    reporter.beginPulse(L"Reading " + wideText(path.filename().string()));
+    if (reader.ReadFile(path.c_str()) != IFSelect_RetDone)
+        fail(path, "it is damaged or not of the format that its name tells" +
+                       (messages.lastError().empty() ? "" : " (" + messages.lastError() + ")"));
+    if (reader.NbRootsForTransfer() == 0) fail(path, "it holds no model");
+
+    Model model{new TDocStd_Document("BinXCAF")};
+    XCAFDoc_DocumentTool::Set(model.document->Main(), Standard_False);
+    XCAFDoc_ShapeTool::SetAutoNaming(Standard_False);
+    reporter.beginStage(L"Translating shapes");
+    const Handle(ProgressIndicator) progress = new ProgressIndicator(reporter);
+    const bool isTransferred = reader.Transfer(model.document, progress->Start());
+
+    const Handle(XSControl_WorkSession) session = basicReader.WS();
+    const Handle(Transfer_TransientProcess) process = session->TransferReader()->TransientProcess();
+    model.errors = reportChecks(session->ModelCheckList(), session->Model(), reporter) +
+                   reportChecks(process->CheckList(Standard_False), session->Model(), reporter);
+    if (!isTransferred) fail(path, "none of its shapes could be translated");
+    return model;
+}
+
+/// The kernel converts the volume in the densities of a STEP file to cubic centimetres but leaves the mass in
+/// the file's unit: finds that, in grams. 0 if the file has none, several, or one beyond the SI.
+double massUnitOf(const Handle(Interface_InterfaceModel) & file) {
+    double unit = 0;
+    for (int i = 1; i <= file->NbEntities(); ++i) {
+        const Handle(Standard_Transient)& entity = file->Value(i);
+        if (entity->IsKind(STANDARD_TYPE(StepBasic_ConversionBasedUnitAndMassUnit))) return 0;
+        const auto si = Handle(StepBasic_SiUnitAndMassUnit)::DownCast(entity);
+        if (si.IsNull()) continue;
+        const double grams = si->HasPrefix() ? STEPConstruct_UnitContext::ConvertSiPrefix(si->Prefix()) : 1;
+        if (unit != 0 && unit != grams) return 0;
+        unit = grams;
+    }
+    return unit;
+}
+
+Model readStep(const std::filesystem::path& path, Reporter& reporter) {
+    STEPCAFControl_Reader reader;
+    reader.SetColorMode(Standard_True);
+    reader.SetNameMode(Standard_True);
+    reader.SetLayerMode(Standard_True);
+    reader.SetPropsMode(Standard_True);
+    reader.SetMatMode(Standard_True);
+    reader.SetGDTMode(Standard_False);
+    reader.SetViewMode(Standard_False);
+    // Many writers put names into the file in the code page of their machine.
+    Interface_Static::SetCVal("read.step.codepage", isUtf8(path) ? "UTF8" : "CP1252");
+    Model model = read(reader, reader.ChangeReader(), path, reporter);
+    model.densityUnit = massUnitOf(reader.Reader().Model());
+    return model;
+}
+
+Model readIges(const std::filesystem::path& path, Reporter& reporter) {
+    IGESCAFControl_Reader reader;
+    return read(reader, reader, path, reporter);
+}
+
+/// A format and the function that reads it.
+struct FormatReader {
+    std::shared_ptr<Format> format;
+    Model (*read)(const std::filesystem::path&, Reporter&);
+};
+
+FormatReader formatReader(const wchar_t* description, std::initializer_list<std::wstring> extensions,
+                          Model (*read)(const std::filesystem::path&, Reporter&)) {
+    const auto format = std::make_shared<Format>();
+    format->setDescription(description);
+    for (const std::wstring& extension : extensions) {
+        format->addExtension(extension);
+        format->addFilterExtensions(L"*." + extension);
+    }
+    return {format, read};
+}
+
+const std::vector<FormatReader>& formatReaders() {
+    static const std::vector<FormatReader> readers = {
+        formatReader(L"STEP files", {L"stp", L"step"}, &readStep),
+        formatReader(L"IGES files", {L"igs", L"iges"}, &readIges),
+    };
+    return readers;
+}
+
+} // namespace
+
+const std::vector<std::shared_ptr<Format>>& importFormats() {
+    static const auto formats = [] {
+        std::vector<std::shared_ptr<Format>> result;
+        for (const FormatReader& reader : formatReaders()) result.push_back(reader.format);
+        return result;
+    }();
+    return formats;
+}
+
+Model readModel(const std::wstring& file, Reporter& reporter) {
+    const std::filesystem::path path = transport::toUtf8(file);
+    requireReadable(path);
+    for (const FormatReader& reader : formatReaders())
+        if (reader.format->is(file)) return reader.read(path, reporter);
+    fail(path, "its name belongs to none of the formats STEP (.stp, .step) and IGES (.igs, .iges)");
+}
+
+} // namespace zeq::convexor

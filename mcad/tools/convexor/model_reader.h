@@ -1,0 +1,38 @@
+// Reads CAD files into the kernel's document model.
+#pragma once
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include <TDocStd_Document.hxx>
+
+#include "convexor/reporter.h"
+#include "zeq_api/convexor_info/format.h"
+
+namespace zeq::convexor {
+
+/// A file that cannot be imported, with a reason for the user in UTF-8.
+class ImportError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// What a file held: parts and assemblies with their attributes, lengths in millimetres.
+struct Model {
+    Handle(TDocStd_Document) document;
+    int errors = 0; ///< entities that could not be read; the log lines tell which
+    /// What a density of 1 in the document stands for in g/cm^3; 0 when that cannot be told.
+    double densityUnit = 0;
+};
+
+/// The formats that readModel() understands.
+const std::vector<std::shared_ptr<Format>>& importFormats();
+
+/// Reads the file in the format that its name tells.
+/// @throws ImportError when the file or its format is at fault
+/// @throws Standard_Failure when the kernel gives up
+Model readModel(const std::wstring& file, Reporter& reporter);
+
+} // namespace zeq::convexor

@@ -1,0 +1,42 @@
+// Tells the host how the work goes on: stages, progress, log lines and messages.
+#pragma once
+
+#include <chrono>
+#include <string>
+
+#include "convexor/channel.h"
+
+namespace zeq::convexor {
+
+/// Reports of one command. A stage is named as soon as it begins; its progress then travels at most twenty
+/// times a second, however often the work calls.
+class Reporter {
+public:
+    explicit Reporter(Channel& channel) : m_channel(channel) {}
+
+    /// Begins a stage whose progress cannot be measured.
+    void beginPulse(const std::wstring& stage) { begin(stage, true); }
+    /// Begins a stage that calls advance().
+    void beginStage(const std::wstring& stage) { begin(stage, false); }
+    /// `part` of the stage, 0 to 1, is done.
+    void advance(double part);
+
+    /// A line for the log.
+    void log(const std::wstring& line);
+    /// A text for the user.
+    void message(const std::wstring& text);
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    void begin(const std::wstring& stage, bool pulse);
+    void sendProgress();
+
+    Channel& m_channel;
+    std::wstring m_stage;
+    bool m_pulse = false;
+    int m_percent = 0;
+    Clock::time_point m_sent;
+};
+
+} // namespace zeq::convexor

@@ -1,0 +1,109 @@
+// Reads commands and turns whatever happens into results.
+#include "convexor/session.h"
+
+#include <exception>
+#include <filesystem>
+#include <memory>
+#include <sstream>
+
+#include <Standard_Failure.hxx>
+
+#include "convexor/description.h"
+#include "convexor/log_file.h"
+#include "convexor/model_reader.h"
+#include "convexor/reporter.h"
+#include "convexor/structure_builder.h"
+#include "convexor/text.h"
+#include "mp/exception.h"
+#include "transport/frame.h"
+#include "transport/utf8.h"
+#include "zeq_api/exchange_object/messages.h"
+
+namespace zeq::convexor {
+
+namespace {
+
+Result makeResult(Result::ECode code, const std::wstring& message = {}) {
+    Result result;
+    result.setCode(code);
+    result.setMessage(message);
+    result.setFinished(true);
+    return result;
+}
+
+Result failure(const std::wstring& message) { return makeResult(Result::ECode::error, message); }
+
+std::wstring countText(std::size_t count, const wchar_t* noun) {
+    return std::to_wstring(count) + L' ' + noun + (count == 1 ? L"" : L"s");
+}
+
+std::wstring summary(const ExcProductStructure& product) {
+    std::size_t references = product.rootBlockReferences().size();
+    for (const ExcBlockPtr& block : product.blocks()) references += block->blockReferences().size();
+    return countText(product.blocks().size(), L"block") + L", " + countText(references, L"reference");
+}
+
+} // namespace
+
+void Session::run() {
+    transport::FrameReader reader(m_input);
+    for (std::wstring text; reader.next(text);) {
+        m_channel.expectAnswer();
+        m_channel.answer(execute(text));
+    }
+}
+
+Result Session::execute(const std::wstring& text) {
+    try {
+        Command command;
+        std::wistringstream stream(text);
+        command.readObject(stream);
+
+        const bool isLegacy = command.internalInterface() == EConvexorInterface::legacy;
+        switch (command.type()) {
+        case Command::EType::ping:
+            return makeResult(Result::ECode::ok);
+        case Command::EType::info:
+            m_channel.send(describeTranslator());
+            return makeResult(Result::ECode::ok);
+        case Command::EType::import:
+            if (isLegacy) return failure(L"The legacy interface is not supported by this translator.");
+            return import(*command.importOptions());
+        case Command::EType::export_:
+            return failure(L"Export is not supported by this translator.");
+        case Command::EType::unknown:
+            break;
+        }
+        return failure(L"The command is unknown to this translator.");
+    } catch (const mp::Exception& error) {
+        return failure(error.message());
+    } catch (const std::exception& error) {
+        return failure(wideText(error.what()));
+    } catch (const Standard_Failure& error) {
+        return failure(L"The CAD kernel failed: " + wideText(error.DynamicType()->Name()) + L" " +
+                       wideText(error.GetMessageString()));
+    }
+}
+
+Result Session::import(const ImportOptions& options) {
+    const InterruptionWatch::Work work(m_watch);
+    startLog(options);
+    Reporter reporter(m_channel);
+    const std::wstring name =
+        wideText(std::filesystem::path(transport::toUtf8(options.file())).filename().string());
+
+    const Model model = readModel(options.file(), reporter);
+    reporter.beginPulse(L"Building the product structure");
+    const auto product = buildProductStructure(model, name, options.translateMiscData());
+    reporter.message(L"'" + name + L"': " + summary(*product));
+    reporter.beginPulse(L"Sending the product structure");
+    m_channel.send(product);
+    m_channel.send(std::make_shared<ExcStageFinished>(ExcStageFinished::EStage::product_structure));
+
+    if (model.errors == 0) return makeResult(Result::ECode::ok);
+    return makeResult(Result::ECode::warning, L"'" + name + L"' was read with " +
+                                                  countText(model.errors, L"error") +
+                                                  L"; the log lines name them.");
+}
+
+} // namespace zeq::convexor

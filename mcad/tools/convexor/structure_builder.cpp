@@ -1,0 +1,156 @@
+// Walks the assembly structure, each distinct label once.
+#include "convexor/structure_builder.h"
+
+#include <deque>
+#include <unordered_map>
+#include <unordered_set>
+
+#include <NCollection_DataMap.hxx>
+#include <TDF_LabelMapHasher.hxx>
+#include <TDF_LabelSequence.hxx>
+#include <XCAFDoc_DocumentTool.hxx>
+#include <XCAFDoc_ShapeTool.hxx>
+#include <gp_Trsf.hxx>
+
+#include "convexor/attributes.h"
+
+namespace zeq::convexor {
+
+namespace {
+
+/// Names by which a host recognises a product that is a single part.
+constexpr const wchar_t* loneProductName = L"SPAXIopPSProductDummyReference";
+constexpr const wchar_t* loneInstanceName = L"SPAXIopPSProductDummyInstance";
+
+/// Makes texts unique by numbering the repeated ones.
+class UniqueTexts {
+public:
+    std::wstring make(const std::wstring& text) {
+        std::wstring result = text;
+        while (!m_taken.insert(result).second)
+            result = text + L"#" + std::to_wstring(++m_repetitions[text] + 1);
+        return result;
+    }
+
+private:
+    std::unordered_set<std::wstring> m_taken;
+    std::unordered_map<std::wstring, int> m_repetitions;
+};
+
+ExcTransformation placement(const gp_Trsf& trsf) {
+    ExcTransformation result;
+    for (int row = 0; row < 3; ++row)
+        result.affine()[row].set(trsf.Value(row + 1, 1), trsf.Value(row + 1, 2), trsf.Value(row + 1, 3));
+    result.translation().set(trsf.Value(1, 4), trsf.Value(2, 4), trsf.Value(3, 4));
+    return result;
+}
+
+class StructureBuilder {
+public:
+    StructureBuilder(const Model& model, const std::wstring& storageName, bool withMiscData)
+        : m_document(model.document), m_attributes(model), m_storageName(storageName),
+          m_withMiscData(withMiscData) {}
+
+    std::shared_ptr<ExcProductStructure> build() {
+        m_product->setUnits(ELengthUnitType::millimeter);
+        TDF_LabelSequence roots;
+        XCAFDoc_DocumentTool::ShapeTool(m_document->Main())->GetFreeShapes(roots);
+        for (const TDF_Label& root : roots) m_product->addRootBlockReference(makeReference(root, {}));
+        nameProduct();
+
+        // Not recursive: an assembly may be nested as deeply as its file likes.
+        for (; !m_pending.empty(); m_pending.pop_front()) fill(m_pending.front());
+        return m_product;
+    }
+
+private:
+    struct Pending {
+        TDF_Label label;
+        ExcBlockPtr block;
+        std::wstring key; ///< unique among the assemblies and stable across imports
+    };
+
+    /// A block with what its references take over from it.
+    struct Known {
+        ExcBlockPtr block;
+        ExcColor color;
+        bool hidden;
+    };
+
+    void nameProduct() {
+        const auto& roots = m_product->rootBlockReferences();
+        const bool isOne = roots.size() == 1;
+        if (isOne && m_product->getBlockById(roots.front()->blockId())->isPart()) {
+            m_product->setProductName(loneProductName);
+            roots.front()->setName(loneInstanceName);
+        } else {
+            m_product->setProductName(isOne && !roots.front()->name().empty() ? roots.front()->name()
+                                                                              : m_storageName);
+        }
+    }
+
+    void fill(const Pending& pending) {
+        TDF_LabelSequence components;
+        XCAFDoc_ShapeTool::GetComponents(pending.label, components);
+        for (const TDF_Label& component : components)
+            pending.block->addBlockReference(makeReference(component, pending.key));
+    }
+
+    /// `label` is an instance of a block, or at the top level a block itself.
+    ExcBlockReferencePtr makeReference(const TDF_Label& label, const std::wstring& parentKey) {
+        TDF_Label child = label;
+        const bool isInstance = XCAFDoc_ShapeTool::GetReferredShape(label, child);
+        const Known& known = know(child);
+
+        const auto reference = std::make_shared<ExcBlockReference>();
+        reference->setGuid(IExchangeObject::generateUUID());
+        reference->setBlockId(known.block->id());
+        reference->setName(known.block->name());
+        reference->setTransformation(placement(XCAFDoc_ShapeTool::GetLocation(label).Transformation()));
+        reference->setColor(known.color);
+        reference->setHidden(known.hidden);
+        if (isInstance) {
+            if (const std::wstring name = m_attributes.name(label); !name.empty()) reference->setName(name);
+            if (const ExcColor color = m_attributes.color(label); color.hasRGB()) reference->setColor(color);
+            reference->setHidden(known.hidden || m_attributes.isHidden(label));
+            if (m_withMiscData) m_attributes.addMiscData(label, reference->miscData());
+        }
+        reference->setPersistentName(reference->name());
+        reference->setPersistentId(m_referenceKeys.make(parentKey + L"/" + reference->name()));
+        return reference;
+    }
+
+    /// The block of a part or an assembly, made at the first call.
+    const Known& know(const TDF_Label& label) {
+        if (const Known* known = m_known.Seek(label)) return *known;
+        const auto block = std::make_shared<ExcBlock>();
+        block->setId(m_product->blocks().size() + 1);
+        block->setName(m_attributes.name(label));
+        block->setStorageName(m_storageName);
+        block->setPart(!XCAFDoc_ShapeTool::IsAssembly(label));
+        if (m_withMiscData) m_attributes.addMiscData(label, block->miscData());
+        m_product->addBlock(block);
+        if (!block->isPart()) m_pending.push_back({label, block, m_assemblyKeys.make(block->name())});
+        return *m_known.Bound(label, {block, m_attributes.color(label), m_attributes.isHidden(label)});
+    }
+
+    const Handle(TDocStd_Document) m_document;
+    const Attributes m_attributes;
+    const std::wstring m_storageName;
+    const bool m_withMiscData;
+
+    std::shared_ptr<ExcProductStructure> m_product = std::make_shared<ExcProductStructure>();
+    NCollection_DataMap<TDF_Label, Known, TDF_LabelMapHasher> m_known;
+    std::deque<Pending> m_pending;
+    UniqueTexts m_assemblyKeys;
+    UniqueTexts m_referenceKeys;
+};
+
+} // namespace
+
+std::shared_ptr<ExcProductStructure>
+buildProductStructure(const Model& model, const std::wstring& storageName, bool withMiscData) {
+    return StructureBuilder(model, storageName, withMiscData).build();
+}
+
+} // namespace zeq::convexor

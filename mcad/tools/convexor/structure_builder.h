@@ -1,0 +1,22 @@
+// Turns the kernel's document into the product structure that travels to the host.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "convexor/model_reader.h"
+#include "zeq_api/exchange_structure/product_structure.h"
+
+namespace zeq::convexor {
+
+/// Builds the product structure of a model that was read from the file named `storageName`.
+///
+/// Each distinct part or assembly is one block, however often it is placed; ids count from 1, level by level
+/// from the root. A block has no colour of its own, so each reference carries the colour it shows: that of
+/// the instance, else that of the part. A placement maps a point p of the child to affine * p + translation
+/// in the parent, the rows of `affine` being the rows of that matrix. Persistent ids are made of names, so
+/// they stay the same when the file is imported again.
+std::shared_ptr<ExcProductStructure>
+buildProductStructure(const Model& model, const std::wstring& storageName, bool withMiscData);
+
+} // namespace zeq::convexor

@@ -1,0 +1,179 @@
+// Options, subcommands and help texts.
+#include "zeq/cli.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <map>
+#include <utility>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "zeq/failure.h"
+#include "zeq/text.h"
+
+namespace zeq::host {
+
+namespace {
+
+constexpr const char* exitCodes =
+    "Exit codes:\n"
+    "  0         done\n"
+    "  1         a negative verdict (differs, invalid)\n"
+    "  2         wrong usage\n"
+    "  3         a file cannot be read or written, or the translator not started\n"
+    "  4         the translator reported a failure\n"
+    "  5         the translator crashed or broke the protocol\n"
+    "  6         the time-out has passed\n"
+    "  128 + n   ended by signal n: 130 for Ctrl-C, 143 for SIGTERM";
+
+constexpr std::array<const char*, 6> levelNames{"fatal", "error", "warning", "info", "debug", "trace"};
+
+/// "LEVEL:FILE", the level by number or name.
+LogTarget parseLogTarget(const std::string& text) {
+    const std::size_t colon = text.find(':');
+    const std::string level = text.substr(0, colon);
+    LogTarget target;
+    for (std::size_t i = 0; i < levelNames.size(); ++i) {
+        const auto number = static_cast<int>(i + 1);
+        if (level == levelNames[i] || level == std::to_string(number)) target.level = number;
+    }
+    if (colon != std::string::npos) target.path = text.substr(colon + 1);
+    if (target.level == 0 || target.path.empty())
+        throw CLI::ValidationError(
+            "--log", "'" + text + "' is not LEVEL:FILE with a level from 1 (fatal) to 6 (trace)");
+    return target;
+}
+
+class CommandLine {
+public:
+    CommandLine();
+    Settings parse(int argc, char** argv);
+
+private:
+    CLI::App* addCommand(const std::string& name, const std::string& description, EAction action);
+    void addImportCommand(const std::string& name, const std::string& description, EAction action);
+    [[noreturn]] void refuse(const CLI::ParseError& error) const;
+
+    CLI::App m_app{"zeq hands CAD files to a translator process and shows what it sends back.", "zeq"};
+    Settings m_settings;
+    double m_timeout = 0;
+    bool m_version = false;
+};
+
+CommandLine::CommandLine() {
+    m_app.require_subcommand(0, 1);
+    m_app.footer(exitCodes);
+    m_app.get_formatter()->column_width(28);
+    m_app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+
+    addCommand("ping", "Ask whether the translator answers", EAction::ping);
+    addCommand("info", "Show what the translator is and which formats it reads", EAction::info);
+    addImportCommand("import", "Import a CAD file and show its assembly tree and a summary", EAction::import);
+    addImportCommand("tree", "Import a CAD file and show its assembly tree", EAction::tree);
+
+    m_app.add_flag("--json", m_settings.json, "Print one JSON document, with everything that arrived");
+    m_app.add_option("-o,--output", m_settings.output, "Write the result to this file")->type_name("FILE");
+    m_app.add_flag("--force", m_settings.force, "Let --output replace a file");
+    m_app
+        .add_option("--translator", m_settings.translator,
+                    "Start this translator (default: convexor beside zeq)")
+        ->type_name("PATH");
+    m_app
+        .add_option("--timeout", m_timeout,
+                    "Give up after so many seconds (default: 30, for an import never)")
+        ->type_name("SECONDS")
+        ->check([](const std::string& text) {
+            double seconds = 0;
+            const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
+            const bool whole = error == std::errc() && end == text.data() + text.size();
+            return whole && seconds > 0 && seconds <= 1e9
+                       ? ""
+                       : "'" + text + "' is not a positive number of seconds";
+        });
+    m_app
+        .add_option_function<std::string>(
+            "--log", [this](const std::string& text) { m_settings.log = parseLogTarget(text); },
+            "Log to a file; levels from 1, fatal, to 6, trace")
+        ->type_name("LEVEL:FILE");
+    m_app.add_flag("-q,--quiet", m_settings.quiet, "Tell nothing but errors on standard error");
+    m_app.add_flag("-v,--verbose", m_settings.verbose, "Tell more on standard error");
+    m_app.add_flag_callback(
+        "--no-progress", [this] { m_settings.progress = false; }, "Draw no progress bar");
+    const std::map<std::string, EColor> colors{
+        {"auto", EColor::automatic}, {"always", EColor::always}, {"never", EColor::never}};
+    m_app.add_option("--color", m_settings.color, "Use colours: auto (default), always or never")
+        ->type_name("WHEN")
+        ->transform(CLI::Transformer(colors).description(""))
+        ->transform(CLI::CheckedTransformer(colors).description(""));
+    m_app.add_flag("--version", m_version, "Show the versions of zeq, its interface and the translator");
+}
+
+CLI::App* CommandLine::addCommand(const std::string& name, const std::string& description, EAction action) {
+    CLI::App* command = m_app.add_subcommand(name, description);
+    command->fallthrough();
+    command->footer("The options of all commands and the exit codes: zeq --help");
+    command->callback([this, action] { m_settings.action = action; });
+    return command;
+}
+
+void CommandLine::addImportCommand(const std::string& name, const std::string& description, EAction action) {
+    CLI::App* command = addCommand(name, description, action);
+    command->add_option("FILE", m_settings.file, "The CAD file")->required()->type_name("");
+    command
+        ->add_option("--format-options", m_settings.formatOptions,
+                     "A JSON array of option groups; - is standard input")
+        ->type_name("FILE");
+    command->add_flag("--all", m_settings.all, "Show the whole tree, however large");
+}
+
+Settings CommandLine::parse(int argc, char** argv) {
+    try {
+        m_app.parse(argc, argv);
+    } catch (const CLI::CallForHelp&) {
+        m_settings.action = EAction::showText;
+        m_settings.text = m_app.help();
+        m_settings.json = false; // help is for people
+        return m_settings;
+    } catch (const CLI::ParseError& error) {
+        refuse(error);
+    }
+    if (m_version)
+        m_settings.action = EAction::showVersion;
+    else if (m_app.get_subcommands().empty())
+        throw Failure(exit_code::usage, "a command is missing; zeq --help lists them");
+    if (m_timeout > 0) m_settings.timeout = std::chrono::duration<double>(m_timeout);
+    if (m_settings.output == "-") m_settings.output.clear();
+    return m_settings;
+}
+
+void CommandLine::refuse(const CLI::ParseError& error) const {
+    const std::vector<std::string> unknown = m_app.remaining(true);
+    if (unknown.empty())
+        throw Failure(exit_code::usage, std::string(error.what()) + "; zeq --help tells more");
+
+    const std::string word = unknown.front().substr(0, unknown.front().find('='));
+    std::vector<std::string> names;
+    std::vector<const CLI::App*> apps{&m_app};
+    for (const CLI::App* command : m_app.get_subcommands()) apps.push_back(command);
+    if (word.starts_with('-')) {
+        for (const CLI::App* app : apps)
+            for (const CLI::Option* option : app->get_options())
+                for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
+    } else if (apps.size() == 1) {
+        for (const CLI::App* command : m_app.get_subcommands([](const CLI::App*) { return true; }))
+            names.push_back(command->get_name());
+    }
+    const char* kind = word.starts_with('-') ? "option" : apps.size() == 1 ? "command" : "argument";
+    const std::string near = nearest(word, names);
+    throw Failure(exit_code::usage,
+                  "unknown " + std::string(kind) + " '" + printable(word) + "'" +
+                      (near.empty() ? "; zeq --help lists what there is" : "; did you mean '" + near + "'?"));
+}
+
+} // namespace
+
+Settings parseCommandLine(int argc, char** argv) { return CommandLine().parse(argc, argv); }
+
+} // namespace zeq::host

@@ -1,0 +1,213 @@
+// Building the import command, collecting what the translator sends, and showing it.
+#include "zeq/import.h"
+
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <set>
+#include <sstream>
+
+#include <unistd.h>
+
+#include "mp/shared_buffer.h"
+#include "mv_cvx/logger.h"
+#include "transport/utf8.h"
+#include "zeq/failure.h"
+#include "zeq/format_options_file.h"
+#include "zeq/results.h"
+#include "zeq/structure_count.h"
+#include "zeq/text.h"
+#include "zeq/tree_printer.h"
+#include "zeq_api/exchange_object/exchange_object_wrapper.h"
+#include "zeq_api/exchange_object/messages.h"
+#include "zeq_api/exchange_structure/product_structure.h"
+#include "zeq_api/json/text_io.h"
+
+namespace zeq::host {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The path for the translator, which may run in another directory.
+std::wstring absolutePath(const std::string& file) {
+    const auto refuse = [&file](const std::string& reason) {
+        throw Failure(exit_code::inputOutput, cannot("import", file, reason));
+    };
+    std::error_code error;
+    const fs::file_status status = fs::status(file, error);
+    if (!fs::exists(status)) refuse(error ? error.message() : "No such file or directory");
+    if (fs::is_directory(status)) refuse("it is a directory");
+    if (::access(file.c_str(), R_OK) != 0) refuse(std::generic_category().message(errno));
+    try {
+        return transport::fromUtf8(fs::absolute(file).string());
+    } catch (const transport::EncodingError&) {
+        refuse("its name is not UTF-8");
+    }
+    return {};
+}
+
+/// Size in bytes of a shared buffer; 0 when there is none.
+std::uint64_t bufferSize(const std::wstring& name) {
+    std::error_code error;
+    const auto size =
+        fs::file_size(fs::path(mp::sharedDirectory()) / fs::path(transport::toUtf8(name)).filename(), error);
+    return error ? 0 : size;
+}
+
+/// What arrived.
+struct Import {
+    std::shared_ptr<ExcProductStructure> structure;
+    std::uint64_t documents = 0;
+    std::uint64_t buffers = 0;
+    std::uint64_t bytes = 0;
+    double seconds = 0;
+};
+
+/// Takes the documents of one import as they come.
+class Receiver {
+public:
+    Receiver(const Host& host, Import& import) : m_host(host), m_import(import) {}
+    bool take(const Document& document);
+
+private:
+    void takeObject(const Document& document);
+    void load(IExchangeObject& object, const std::wstring& bufferName);
+
+    const Host& m_host;
+    Import& m_import;
+    std::set<std::wstring> m_unknownKinds; // each is told once
+};
+
+bool Receiver::take(const Document& document) {
+    ++m_import.documents;
+    switch (document.kind()) {
+    case EDocument::exchangeObject:
+        takeObject(document);
+        return false;
+    case EDocument::result:
+        return takeResult(m_host, document);
+    default:
+        throw unexpected(document);
+    }
+}
+
+void Receiver::takeObject(const Document& document) {
+    ExchangeObjectWrapper wrapper;
+    wrapper.setDelayedLoading(true);
+    document.readInto(wrapper);
+    const std::shared_ptr<IExchangeObject> object = wrapper.get();
+    if (!object) {
+        if (m_unknownKinds.insert(document.objectName()).second)
+            m_host.console.warning("skipped a document of the unknown kind '" +
+                                   printable(document.objectName()) + "'");
+        return;
+    }
+    if (const std::wstring name = document.bufferName(); !name.empty()) load(*object, name);
+
+    Console& console = m_host.console;
+    if (const auto progress = std::dynamic_pointer_cast<ExcProgress>(object)) {
+        console.progress().show(
+            {progress->progress(), progress->progressMax(), progress->pulse(), progress->stage()});
+    } else if (const auto message = std::dynamic_pointer_cast<ExcMessage>(object)) {
+        console.message(printable(message->get()));
+    } else if (const auto line = std::dynamic_pointer_cast<ExcLog>(object)) {
+        ZEQ_LOG(Info) << "translator: " << printable(line->get());
+        console.note("translator: " + printable(line->get()));
+    } else if (const auto finished = std::dynamic_pointer_cast<ExcStageFinished>(object)) {
+        console.note("stage finished: " + printable(enumToString(finished->stage())));
+    } else if (const auto structure = std::dynamic_pointer_cast<ExcProductStructure>(object)) {
+        m_import.structure = structure;
+    }
+}
+
+void Receiver::load(IExchangeObject& object, const std::wstring& bufferName) {
+    ++m_import.buffers;
+    m_import.bytes += bufferSize(bufferName);
+    if (!object.binary()) return;
+    try {
+        object.load();
+    } catch (const std::exception&) {
+        throw Failure(exit_code::translatorBroken, "the shared buffer '" + printable(bufferName) + "' of '" +
+                                                       printable(object.objectName()) +
+                                                       "' cannot be loaded: " + currentReason());
+    }
+    if (!m_host.report.isEnabled()) return;
+    JsonDocument content;
+    object.writeObject(content, content.GetAllocator());
+    std::wostringstream text;
+    JsonTextIO::write(text, content, 0);
+    m_host.report.addContent(bufferName, text.str());
+}
+
+std::string jsonSummary(const Import& import, const StructureCount& figures) {
+    std::ostringstream json;
+    json << "{\"blocks\":" << figures.blocks << ",\"parts\":" << figures.parts
+         << ",\"unused_blocks\":" << figures.unused << ",\"missing_blocks\":" << figures.dangling
+         << ",\"instances\":" << figures.instances << ",\"depth\":" << figures.depth
+         << ",\"cyclic\":" << (figures.cyclic ? "true" : "false") << ",\"documents\":" << import.documents
+         << ",\"buffers\":" << import.buffers << ",\"bytes\":" << import.bytes
+         << ",\"seconds\":" << import.seconds << "}";
+    return json.str();
+}
+
+std::string textSummary(const Import& import, const StructureCount& figures) {
+    const std::uint64_t assemblies = figures.blocks - figures.parts;
+    std::ostringstream text;
+    text << "\nBlocks     " << figures.blocks << " (" << counted(figures.parts, "part", "parts") << ", "
+         << counted(assemblies, "assembly", "assemblies");
+    if (figures.unused > 0) text << ", " << figures.unused << " unused";
+    text << ")\nInstances  ";
+    if (figures.instances == mostInstances)
+        text << "more than " << mostInstances - 1;
+    else
+        text << figures.instances;
+    if (figures.cyclic) text << ", not counting those below a block that contains itself";
+    if (figures.dangling > 0) text << ", " << figures.dangling << " of missing blocks";
+    text << "\nDepth      " << figures.depth << "\nMoved      " << byteSize(import.bytes) << " in "
+         << counted(import.documents, "document", "documents") << " and "
+         << counted(import.buffers, "shared buffer", "shared buffers");
+    char seconds[32];
+    std::snprintf(seconds, sizeof seconds, "%.2f s", import.seconds);
+    text << "\nTime       " << seconds << "\n";
+    return text.str();
+}
+
+} // namespace
+
+void importFile(const Host& host, Output& output) {
+    const Settings& settings = host.settings;
+    const std::shared_ptr<ImportOptions> options = Command::newImportOptions();
+    options->setFile(absolutePath(settings.file));
+    options->setTranslateMiscData(true);
+    options->setTranslateWorldOrientation(true);
+    if (!settings.formatOptions.empty()) readFormatOptions(settings.formatOptions, host.signals, *options);
+    Command command;
+    command.setType(Command::EType::import);
+    command.setInternalInterface(EConvexorInterface::connect);
+    command.setImportOptions(options);
+
+    Import import;
+    Receiver receiver(host, import);
+    const auto start = std::chrono::steady_clock::now();
+    import.bytes += converse(host, {command, "import", settings.file},
+                             [&receiver](const Document& document) { return receiver.take(document);
+});
+import.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+host.console.progress().finish();
+if (!import.structure)
+    throw Failure(exit_code::translatorBroken,
+                  cannot("import", settings.file, "the translator sent no product structure"));
+
+const StructureCount figures = count(*import.structure);
+const bool summary = settings.action == EAction::import;
+if (settings.json) {
+    if (summary) host.report.setSummary(jsonSummary(import, figures));
+    return;
+}
+printTree(*import.structure, figures, {host.console.colorsOutput(), settings.all}, output);
+if (summary) output.write(textSummary(import, figures));
+} // namespace zeq::host
+
+} // namespace zeq::host

@@ -1,0 +1,44 @@
+// Members and their order: version, command, file, documents, contents, summary, exit_code, error.
+#include "zeq/json_report.h"
+
+#include "zeq/text.h"
+
+namespace zeq::host {
+
+namespace {
+
+constexpr int version = 1;
+
+std::string array(const std::vector<std::string>& elements) {
+    std::string result = "[";
+    for (const std::string& element : elements) {
+        if (result.size() > 1) result += ',';
+        result += '\n' + element;
+    }
+    return result + ']';
+}
+
+} // namespace
+
+void JsonReport::setCommand(const std::string& command, const std::string& file) {
+    m_command = jsonString(command);
+    if (!file.empty()) m_file = jsonString(file);
+}
+
+void JsonReport::addDocument(const std::wstring& text) {
+    if (m_enabled) m_documents.push_back(validUtf8(text));
+}
+
+void JsonReport::addContent(const std::wstring& bufferName, const std::wstring& data) {
+    m_contents.push_back("{\"buffer\":" + jsonString(bufferName) + ",\"data\":" + validUtf8(data) + "}");
+}
+
+std::string JsonReport::text(int exitCode, const std::string& error) const {
+    return "{\"version\":" + std::to_string(version) + ",\n\"command\":" + m_command +
+           ",\n\"file\":" + m_file + ",\n\"documents\":" + array(m_documents) +
+           ",\n\"contents\":" + array(m_contents) + ",\n\"summary\":" + m_summary +
+           ",\n\"exit_code\":" + std::to_string(exitCode) +
+           ",\n\"error\":" + (error.empty() ? "null" : jsonString(error)) + "}\n";
+}
+
+} // namespace zeq::host

@@ -1,0 +1,155 @@
+// zeq: the host's command line. Prepares the process, runs one action, and turns its end into an exit code.
+#include <algorithm>
+#include <clocale>
+#include <csignal>
+#include <cstring>
+#include <filesystem>
+#include <optional>
+
+#include <fcntl.h>
+#include <langinfo.h>
+#include <unistd.h>
+
+#include "mv_cvx/logger.h"
+#include "zeq/actions.h"
+#include "zeq/cli.h"
+#include "zeq/failure.h"
+#include "zeq/import.h"
+
+namespace zeq::host {
+
+namespace {
+
+void prepareProcess() {
+    // A descriptor 0, 1 or 2 that is closed would be given to some pipe of ours.
+    while (true) {
+        const int fd = ::open("/dev/null", O_RDWR);
+        if (fd > STDERR_FILENO) ::close(fd);
+        if (fd < 0 || fd > STDERR_FILENO) break;
+    }
+    std::signal(SIGPIPE, SIG_IGN); // writing tells it
+    // File names, buffer names and log lines are UTF-8 between the processes; numbers have a decimal point.
+    if (!std::setlocale(LC_ALL, "") || std::strcmp(::nl_langinfo(CODESET), "UTF-8") != 0)
+        std::setlocale(LC_ALL, "C.UTF-8");
+    std::setlocale(LC_NUMERIC, "C");
+}
+
+std::string translatorBesideThisProgram() {
+    std::error_code error;
+    const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
+    return error ? "convexor" : (self.parent_path() / "convexor").string();
+}
+
+void startLog(const LogTarget& log) {
+    mv_cvx::LoggerHolder::initLogger(log.level, log.path);
+    if (!mv_cvx::LoggerHolder::levelEnabled(log.level))
+        throw Failure(exit_code::inputOutput, cannot("log to", log.path, "it cannot be opened"));
+}
+
+void perform(const Host& host, Output& output) {
+    switch (host.settings.action) {
+    case EAction::showText:
+        output.write(host.settings.text);
+        break;
+    case EAction::showVersion:
+        showVersion(host, output);
+        break;
+    case EAction::ping:
+        ping(host, output);
+        break;
+    case EAction::info:
+        showInfo(host, output);
+        break;
+    case EAction::import:
+    case EAction::tree:
+        importFile(host, output);
+        break;
+    }
+}
+
+const char* nameOf(EAction action) {
+    switch (action) {
+    case EAction::showText:
+        return "help";
+    case EAction::showVersion:
+        return "version";
+    case EAction::ping:
+        return "ping";
+    case EAction::info:
+        return "info";
+    case EAction::import:
+        return "import";
+    case EAction::tree:
+        return "tree";
+    }
+    return "";
+}
+
+/// How the work went so far.
+struct Outcome {
+    int exitCode = exit_code::done;
+    std::string error;
+
+    /// Does the next step; its failure is told and becomes the outcome.
+    template <class Step>
+    void then(Console& console, Step step);
+};
+
+template <class Step>
+void Outcome::then(Console& console, Step step) {
+    std::string message;
+    try {
+        return step();
+    } catch (const Failure& failure) {
+        exitCode = failure.exitCode();
+        message = failure.what();
+    } catch (const std::exception&) {
+        exitCode = exit_code::inputOutput;
+        message = "Cannot go on: " + currentReason();
+    }
+    if (!message.empty()) console.error(message);
+    if (error.empty()) error = message;
+}
+
+int run(int argc, char** argv) {
+    transport::SignalPipe signals{SIGINT, SIGTERM, SIGHUP, SIGCHLD};
+    Outcome outcome;
+    Settings settings;
+    // Known even when the rest of the line is wrong.
+    settings.json =
+        std::any_of(argv, argv + argc, [](const char* word) { return std::strcmp(word, "--json") == 0; });
+    {
+        Console console(settings);
+        outcome.then(console, [&] { settings = parseCommandLine(argc, argv); });
+    }
+    if (settings.translator.empty()) settings.translator = translatorBesideThisProgram();
+    Console console(settings);
+    JsonReport report(settings.json);
+    std::optional<Output> output;
+    if (outcome.exitCode == exit_code::done) {
+        report.setCommand(nameOf(settings.action), settings.file);
+        outcome.then(console, [&] {
+            if (settings.log) startLog(*settings.log);
+            output.emplace(settings.output, settings.force, signals);
+            perform({settings, console, signals, report}, *output);
+            if (!settings.json) output->commit();
+        });
+    }
+    if (settings.json) {
+        outcome.then(console, [&] {
+            if (!output) output.emplace("", false, signals);
+            output->write(report.text(outcome.exitCode, outcome.error));
+            output->commit();
+        });
+    }
+    return outcome.exitCode;
+}
+
+} // namespace
+
+} // namespace zeq::host
+
+int main(int argc, char** argv) {
+    zeq::host::prepareProcess();
+    return zeq::host::run(argc, argv);
+}

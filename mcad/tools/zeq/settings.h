@@ -1,0 +1,52 @@
+// What the command line asks for.
+#pragma once
+
+#include <chrono>
+#include <optional>
+#include <string>
+
+namespace zeq::host {
+
+enum class EAction {
+    showText, ///< help: nothing is asked of the translator
+    showVersion,
+    ping,
+    info,
+    import,
+    tree,
+};
+
+enum class EColor {
+    automatic,
+    always,
+    never,
+};
+
+/// Where the library's own log goes.
+struct LogTarget {
+    int level = 0;
+    std::string path;
+};
+
+struct Settings {
+    EAction action = EAction::showText;
+    std::string text; ///< for showText
+
+    std::string file;
+    std::string formatOptions; ///< path of a JSON array; "-" is standard input
+    bool all = false;          ///< the tree without bounds
+
+    std::string translator; ///< path, or name to be found in PATH
+    std::optional<std::chrono::duration<double>> timeout;
+    std::optional<LogTarget> log;
+
+    std::string output; ///< empty is standard output
+    bool force = false;
+    bool json = false;
+    bool quiet = false;
+    bool verbose = false;
+    bool progress = true;
+    EColor color = EColor::automatic;
+};
+
+} // namespace zeq::host

@@ -1,0 +1,14 @@
+// The sample product: a bench vise with sub-assemblies up to four levels deep.
+#pragma once
+
+#include "model.h"
+
+namespace samples {
+
+/// The whole vise: repeated and turned instances, colours on parts and instances, a transparent and a hidden
+/// instance, a layer, materials and validation properties.
+Model makeBenchVise();
+/// One plate of its jaws, a product that is a single part.
+Model makeJawPlateAlone();
+
+} // namespace samples

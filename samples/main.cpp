@@ -1,0 +1,74 @@
+// zeq_samples DIR: writes the sample models, or one large synthetic assembly, and prints the files' names.
+#include <exception>
+#include <filesystem>
+#include <iostream>
+#include <string>
+
+#include <CLI/CLI.hpp>
+#include <Message.hxx>
+#include <Message_Messenger.hxx>
+#include <Standard_Failure.hxx>
+
+#include "bench_vise.h"
+#include "export.h"
+#include "lattice.h"
+
+namespace {
+
+using namespace samples;
+
+void report(const std::filesystem::path& path) { std::cout << path.string() << '\n'; }
+
+void writeSamples(const std::filesystem::path& directory) {
+    Model vise = makeBenchVise();
+    writeStep(vise, directory / "bench_vise.stp");
+    report(directory / "bench_vise.stp");
+
+    Model plate = makeJawPlateAlone();
+    writeStep(plate, directory / "jaw_plate.stp");
+    report(directory / "jaw_plate.stp");
+    writeIges(plate, directory / "jaw_plate.igs");
+    report(directory / "jaw_plate.igs");
+}
+
+void writeLattice(const std::filesystem::path& directory, int instances) {
+    Model lattice = makeLattice(instances);
+    const std::filesystem::path path = directory / ("lattice_" + std::to_string(instances) + ".stp");
+    writeStep(lattice, path);
+    report(path);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    CLI::App app("Writes sample CAD models: an assembly and a part as STEP, the part as IGES.");
+    app.set_version_flag("--version", "zeq_samples " ZEQ_VERSION);
+    std::string directory;
+    int instances = 0;
+    app.add_option("DIR", directory, "directory for the files, made when missing")->required();
+    app.add_option("--instances", instances,
+                   "write instead an assembly with this many placed parts as DIR/lattice_<number>.stp")
+        ->check(CLI::Range(1, 1'000'000));
+    app.footer("Exit codes: 0 done, 2 wrong usage, 3 a file could not be written.");
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? 0 : 2;
+    }
+
+    // The kernel prints statistics on standard output, which is for the files' names.
+    Message::DefaultMessenger()->ChangePrinters().Clear();
+    try {
+        std::filesystem::create_directories(directory);
+        if (instances > 0)
+            writeLattice(directory, instances);
+        else
+            writeSamples(directory);
+        return 0;
+    } catch (const std::exception& error) {
+        std::cerr << "zeq_samples: " << error.what() << '\n';
+    } catch (const Standard_Failure& failure) {
+        std::cerr << "zeq_samples: the CAD kernel failed: " << failure.GetMessageString() << '\n';
+    }
+    return 3;
+}
