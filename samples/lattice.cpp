@@ -22,9 +22,11 @@ Model makeLattice(int instances) {
         model.paint(cell, {25 * (index % 10), 128, 255 - 25 * (index % 10)});
 
         const TDF_Label group = model.addAssembly("Group " + number);
-        for (int i = 0; i < std::min(groupSize, instances - placed); ++i)
+        for (int i = 0; i < std::min(groupSize, instances - placed); ++i) {
+            const int row = i / 10;
             model.place(group, cell, "Cell " + number + "." + std::to_string(i + 1),
-                        turnedAbout(gp::DZ(), 90 * (i % 4), gp_Vec((i % 10 + 1) * pitch, i / 10 * pitch, 0)));
+                        turnedAbout(gp::DZ(), 90 * (i % 4), gp_Vec((i % 10 + 1) * pitch, row * pitch, 0)));
+        }
         model.place(lattice, group, "Group " + number, shifted(0, 0, (index + 1) * pitch));
     }
     return model;

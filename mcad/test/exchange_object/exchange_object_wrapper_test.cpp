@@ -47,16 +47,16 @@ std::shared_ptr<ExcProductStructure> product(const std::wstring& name) {
     return result;
 }
 
-ExchangeObjectWrapper holding(std::shared_ptr<IExchangeObject> object) {
+ExchangeObjectWrapper holding(const std::shared_ptr<IExchangeObject>& object) {
     ExchangeObjectWrapper wrapper;
     wrapper.set(object);
     return wrapper;
 }
 
 /// What a wrapper writes for the object, to the unit.
-std::wstring wrapped(std::shared_ptr<IExchangeObject> object) {
+std::wstring wrapped(const std::shared_ptr<IExchangeObject>& object) {
     std::wostringstream stream;
-    holding(std::move(object)).writeObject(stream);
+    holding(object).writeObject(stream);
     return stream.str();
 }
 

@@ -21,17 +21,18 @@ struct Thing : Base {
 
 struct Thing::JsonForm {
     using This = Thing;
-    static constexpr json::Form form{json::Head{"Thing", area::exchangeCommon},
+    static constexpr json::Form form {
+        json::Head{"Thing", area::exchangeCommon},
 #if CASE == 0
-                                     json::base<Base>, json::field(L"count", &This::count)
+            json::base<Base>, json::field(L"count", &This::count)
 #elif CASE == 1
-                                     json::field(L"count", &This::count), json::field(L"count", &This::count)
+            json::field(L"count", &This::count), json::field(L"count", &This::count)
 #elif CASE == 2
-                                     json::field(L"count", &This::count), json::base<Base>
+            json::field(L"count", &This::count), json::base<Base>
 #elif CASE == 3
-                                     json::field(L"count", &Other::number)
+            json::field(L"count", &Other::number)
 #elif CASE == 4
-                                     json::base<Other>
+            json::base<Other>
 #endif
     };
 };

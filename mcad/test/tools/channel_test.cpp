@@ -27,7 +27,7 @@ using namespace zeq;
 
 /// A product that can be told from all others by its name.
 std::shared_ptr<ExcProductStructure> markedProduct() {
-    const auto product = std::make_shared<ExcProductStructure>();
+    auto product = std::make_shared<ExcProductStructure>();
     product->setProductName(IExchangeObject::generateUUID());
     return product;
 }

@@ -141,6 +141,7 @@ TEST(ZeqFaults, TheSecondSignalKillsATranslatorThatIgnoresTheFirst) {
 TEST(ZeqFaults, TwoImportsAtOnceDoNotDisturbEachOther) {
     std::vector<RunResult> results(2);
     std::vector<std::thread> threads;
+    threads.reserve(results.size());
     for (RunResult& result : results)
         threads.emplace_back([&result] { result = runFake("", {"tree", file}); });
     for (std::thread& thread : threads) thread.join();

@@ -63,6 +63,7 @@ RunResult runProgram(const std::vector<std::string>& command, const RunOptions& 
     input.writeEnd.reset();
 
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (const std::string& argument : command) arguments.push_back(const_cast<char*>(argument.c_str()));
     arguments.push_back(nullptr);
     const pid_t child = startChild([&] {

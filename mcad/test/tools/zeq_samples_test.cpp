@@ -65,8 +65,8 @@ TEST_F(ZeqSamples, TheAssemblyArrivesAsItWasMade) {
         "    ├── Jaw plate fixed (Jaw plate)  at (-40, 0, 40)  colour #a8acb2",
         "    ├── Sliding jaw  at (20, 0, 0)",
         "    │   ├── Slide  at (0, 0, 18)  colour #265c48",
-        "    │   ├── Jaw plate moving (Jaw plate)  at (0, 0, 40)  rotated 180° about (0, 0, 1)  colour "
-        "#a8acb2",
+        std::string("    │   ├── Jaw plate moving (Jaw plate)  at (0, 0, 40)") +
+            "  rotated 180° about (0, 0, 1)  colour #a8acb2",
         "    │   ├── Träger vorn (Träger)  at (90, 0, 18)  colour #265c48",
         "    │   └── Spindle unit  at (0, 0, 50)",
         "    │       ├── Spindle  at (110, 0, 0)  colour #a8acb2",

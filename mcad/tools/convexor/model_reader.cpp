@@ -125,7 +125,7 @@ bool isUtf8(const std::filesystem::path& path) {
 }
 
 /// Reports everything the kernel found wrong with the file and returns how many errors there were.
-int reportChecks(Interface_CheckIterator checks, const Handle(Interface_InterfaceModel) & file,
+int reportChecks(const Interface_CheckIterator& checks, const Handle(Interface_InterfaceModel) & file,
                  Reporter& reporter) {
     constexpr int mostLines = 100;
     int errors = 0;

@@ -102,7 +102,7 @@ private:
         const bool isInstance = XCAFDoc_ShapeTool::GetReferredShape(label, child);
         const Known& known = know(child);
 
-        const auto reference = std::make_shared<ExcBlockReference>();
+        auto reference = std::make_shared<ExcBlockReference>();
         reference->setGuid(IExchangeObject::generateUUID());
         reference->setBlockId(known.block->id());
         reference->setName(known.block->name());

@@ -24,11 +24,10 @@ constexpr auto digits = [] {
 
 template <class Char>
 std::uint32_t digitOf(Char c) {
-    const auto unit = static_cast<std::make_unsigned_t<Char>>(c);
     if constexpr (sizeof(Char) > 1) {
-        if (unit >= digits.size()) return foreign;
+        if (c < 0 || c > 0xFF) return foreign;
     }
-    return digits[unit];
+    return digits[static_cast<unsigned char>(c)];
 }
 
 template <class Char>

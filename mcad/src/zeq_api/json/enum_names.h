@@ -15,7 +15,7 @@ namespace zeq {
 /// One row of an enumeration's table.
 struct EnumEntry {
     template <class E>
-        requires std::is_enum_v<E>
+    requires std::is_enum_v<E>
     constexpr EnumEntry(E enumerator, const wchar_t* enumeratorName)
         : value(static_cast<int>(enumerator)), name(enumeratorName) {}
 
@@ -23,7 +23,8 @@ struct EnumEntry {
     const wchar_t* name;
 };
 
-/// The names of one enumeration. A value listed twice keeps its first name, a name listed twice its first value.
+/// The names of one enumeration. A value listed twice keeps its first name, a name listed twice its first
+/// value.
 class EnumTable {
 public:
     EnumTable(const char* enumeration, std::span<const EnumEntry> entries);

@@ -426,7 +426,7 @@ void readForm(typename JsonForm::This& object, const View& view) {
     });
     if constexpr (FormType::isWhole) {
         form.forEach([&](const auto& row) {
-            if (!readWhole(object, view, row)) reportMismatch(form.head);
+            if (!readWhole(object, view, row)) reportMismatch(JsonForm::form.head);
         });
     } else {
         if (view.kind() != Kind::object) return reportMismatch(form.head);
@@ -459,8 +459,8 @@ void writeForm(const typename JsonForm::This& object, Sink& sink) {
             }
         });
         if (isNull) return sink.null();
-        const auto fill = [&](auto& to) {
-            form.forEach([&]<class Row>(const Row& row) {
+        const auto fill = [&object](auto& to) {
+            JsonForm::form.forEach([&]<class Row>(const Row& row) {
                 if constexpr (MemberRow<Row>) row.write(object, to);
             });
         };

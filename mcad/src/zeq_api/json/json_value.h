@@ -14,7 +14,8 @@ namespace rapidjson {
 template <>
 inline bool MemoryPoolAllocator<CrtAllocator>::AddChunk(std::size_t capacity) {
     if (!baseAllocator_) ownBaseAllocator_ = baseAllocator_ = RAPIDJSON_NEW(CrtAllocator());
-    auto* chunk = static_cast<ChunkHeader*>(baseAllocator_->Malloc(RAPIDJSON_ALIGN(sizeof(ChunkHeader)) + capacity));
+    auto* chunk =
+        static_cast<ChunkHeader*>(baseAllocator_->Malloc(RAPIDJSON_ALIGN(sizeof(ChunkHeader)) + capacity));
     if (!chunk) throw std::bad_alloc();
     *chunk = {capacity, 0, chunkHead_};
     chunkHead_ = chunk;
