@@ -344,7 +344,8 @@ TEST(ExchangeObjectWrapper, ADamagedBufferIsRemovedAndItsObjectNotLoaded) {
          "JsonBinaryIO: Failed to read all the bytes of string"},
         {"a length that is not there", good.substr(0, 5),
          "JsonBinaryIO: Failed to read all the number of bytes"},
-        {"compressed and cut short", packed.substr(0, 12), "JsonBinaryIO: Failed to parse all bytes of type"},
+        {"compressed and cut after its header", packed.substr(0, 10),
+         "JsonBinaryIO: Failed to parse all bytes of type"},
         {"compressed and damaged", flipped, nullptr},
     };
     for (const auto& row : cases) {
