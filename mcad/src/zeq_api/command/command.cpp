@@ -76,6 +76,18 @@ struct Command::JsonForm {
             if (const ConvexorOptions* options = optionsToWrite(command))
                 sink.member(key, [&](auto&& to) { json::writeNested(*options, to); });
         }
+        json::MemberShape describe() const {
+            json::ChoiceShape choice{json::ChoiceShape::Asked::siblings, {}};
+            const auto add = [&choice](std::vector<json::Condition> conditions,
+                                       const std::type_info& options) {
+                choice.alternatives.push_back({std::move(conditions), {json::ClassShape{&options}}});
+            };
+            const json::Condition imports = json::isName(L"command", EType::import, true);
+            const json::Condition exports = json::isName(L"command", EType::export_, true);
+            add({imports}, typeid(ImportOptionsImpl));
+            add({exports}, typeid(ExportOptionsImpl));
+            return {key, {std::move(choice)}, false, true, true};
+        }
     };
 
     static const ConvexorOptions* optionsToWrite(const Command& command) {

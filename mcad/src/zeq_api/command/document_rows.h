@@ -61,6 +61,9 @@ struct ExactName {
     void write(const This& object, Sink& sink) const {
         sink.member(key, [&](auto&& to) { json::Codec<E>::give(to, object.*member); });
     }
+    json::MemberShape describe() const {
+        return {key, {json::NameShape{&enumTable(E{}), true}}, true, true, whenMissing.refusal != nullptr};
+    }
 };
 
 /// An enumeration whose value 0 stands for whatever has no name, written or read.
@@ -95,6 +98,9 @@ struct Logged {
         if (!rule(object, object.*member)) return;
         sink.member(key, [&](auto&& to) { json::Codec<Member>::give(to, object.*member); });
         log(object);
+    }
+    json::MemberShape describe() const {
+        return {key, json::Codec<Member>::shape(), json::detail::isAlways<Rule>, true, refusal != nullptr};
     }
     void log(const This& object) const { ZEQ_LOG(Debug) << label << loggable(object.*member); }
 };

@@ -64,6 +64,16 @@ struct FormatGroups {
             });
         });
     }
+    json::MemberShape describe() const {
+        json::ChoiceShape choice{json::ChoiceShape::Asked::itself, {}};
+        for (const auto& [operation, format] : IFormatOptions::kinds()) {
+            const std::shared_ptr<IFormatOptions> group = IFormatOptions::make(operation, format);
+            choice.alternatives.push_back(
+                {{json::isName(L"operation_type", operation), json::isName(L"format_type", format)},
+                 {json::ClassShape{&typeid(*group)}}});
+        }
+        return {key, json::arrayShape({std::move(choice)}), false};
+    }
 };
 
 /// The groups of a class of options, in ascending order of their formats; a later one of a format replaces an

@@ -9,6 +9,8 @@ namespace {
 
 using Channel = ExcColor::EChannel;
 
+json::Shape channelShape() { return {json::IntegerShape{0, 0xFFFF, true}}; }
+
 /// An array of exactly three unsigned integers, of which the low 16 bits count.
 struct Rgb {
     static void take(const auto& view, ExcColor& color) {
@@ -22,6 +24,7 @@ struct Rgb {
         color[Channel::blue] = static_cast<std::uint16_t>(rgb[2]);
         color.setHasRGB(true);
     }
+    static json::Shape shape() { return json::arrayShape(channelShape(), 3); }
     static void give(auto& sink, const ExcColor& color) {
         sink.array([&](auto& array) {
             for (const Channel channel : {Channel::red, Channel::green, Channel::blue})
@@ -37,6 +40,7 @@ struct Alpha {
         color[Channel::alpha] = static_cast<std::uint16_t>(alpha);
         color.setHasAlpha(true);
     }
+    static json::Shape shape() { return channelShape(); }
     static void give(auto& sink, const ExcColor& color) { sink.value(unsigned{color[Channel::alpha]}); }
 };
 

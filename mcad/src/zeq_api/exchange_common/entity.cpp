@@ -21,6 +21,7 @@ struct SubentType {
         const auto unit = static_cast<wchar_t>(path.subentType());
         sink.value(std::wstring_view(&unit, 1));
     }
+    static json::Shape shape() { return {json::StringShape{1, {}}}; }
 };
 
 } // namespace

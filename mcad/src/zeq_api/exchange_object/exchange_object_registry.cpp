@@ -21,4 +21,10 @@ std::shared_ptr<IExchangeObject> ExchangeObjectRegistry::get(const std::wstring&
     return found == m_prototypes.end() ? nullptr : found->second->clone();
 }
 
+std::vector<std::wstring> ExchangeObjectRegistry::names() const {
+    std::vector<std::wstring> result;
+    for (const auto& entry : m_prototypes) result.push_back(entry.first);
+    return result;
+}
+
 } // namespace zeq

@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "zeq_api/exchange_object/exchange_object.h"
 
@@ -22,6 +23,8 @@ public:
     void remove(IExchangeObject* prototype);
     /// A new object of that kind; null for an unknown name.
     std::shared_ptr<IExchangeObject> get(const std::wstring& name) const;
+    /// The names of all kinds, in ascending order.
+    std::vector<std::wstring> names() const;
 
 private:
     std::map<std::wstring, IExchangeObject*> m_prototypes;

@@ -8,7 +8,7 @@
 #include "mv_cvx/logger.h"
 #include "zeq_api/codec/compressor.h"
 #include "zeq_api/exchange_object/exchange_object_registry.h"
-#include "zeq_api/json/codecs.h"
+#include "zeq_api/json/form.h"
 #include "zeq_api/json/text_io.h"
 
 namespace zeq {
@@ -19,12 +19,8 @@ constexpr const wchar_t* nameKey = L"exchange_object_name";
 constexpr const wchar_t* binaryKey = L"binary";
 constexpr const wchar_t* dataKey = L"exchange_object_data";
 
-JsonValue text(const std::wstring& value, JsonAllocator& alloc) {
-    return JsonValue(value.data(), static_cast<rapidjson::SizeType>(value.size()), alloc);
-}
-
-/// Makes the shared buffer `name` the binary form of the object.
-void publish(const IExchangeObject& object, const std::wstring& name) {
+/// Makes a new shared buffer the binary form of the object, and returns its name.
+std::wstring publish(const IExchangeObject& object) {
     std::string bytes;
     json::ByteSink sink(bytes);
     json::writeNested(object, sink);
@@ -33,32 +29,124 @@ void publish(const IExchangeObject& object, const std::wstring& name) {
         Compressor::compress(compressed, bytes.data(), bytes.size(), -1);
         bytes.swap(compressed);
     }
-    mp::SharedBuffer<char>(name, false).setBuffer(bytes.data(), bytes.size());
+    const std::wstring name = IExchangeObject::generateUUID();
+    try {
+        mp::SharedBuffer<char>(name, false).setBuffer(bytes.data(), bytes.size());
+    } catch (...) { // nobody was told the name
+        mp::removeObject(name);
+        throw;
+    }
+    return name;
 }
 
 } // namespace
+
+struct ExchangeObjectWrapper::JsonForm {
+    using This = ExchangeObjectWrapper;
+
+    /// The kind of object; reading makes a new one.
+    struct Name {
+        using Owner = This;
+        std::wstring_view key;
+
+        template <class Members>
+        void read(This& wrapper, Members& members) const {
+            wrapper.m_object.reset();
+            std::wstring name;
+            if (const auto value = members.find(key); value && value->take(name))
+                wrapper.m_object = ExchangeObjectRegistry::instance().get(name);
+        }
+        template <class Sink>
+        void write(const This& wrapper, Sink& sink) const {
+            sink.member(key, [&](auto&& to) { to.value(std::wstring_view(wrapper.m_object->objectName())); });
+        }
+        json::MemberShape describe() const {
+            return {
+                key, {json::StringShape{{}, ExchangeObjectRegistry::instance().names()}}, true, true, true};
+        }
+    };
+
+    /// That the data is the name of a shared buffer; written only then, and read with the data.
+    struct Mark {
+        using Owner = This;
+        std::wstring_view key;
+
+        template <class Members>
+        void read(This&, Members&) const {}
+        template <class Sink>
+        void write(const This& wrapper, Sink& sink) const {
+            if (wrapper.m_object->binary()) sink.member(key, [](auto&& to) { to.value(true); });
+        }
+        json::MemberShape describe() const { return {key, json::Codec<bool>::shape(), false}; }
+    };
+
+    /// The object itself, or the name of its shared buffer.
+    struct Data {
+        using Owner = This;
+        std::wstring_view key;
+
+        template <class Members>
+        void read(This& wrapper, Members& members) const {
+            if (!wrapper.m_object) return;
+            bool binary = false;
+            if (const auto mark = members.find(binaryKey)) mark->take(binary);
+            const auto data = members.find(key);
+            if (binary) {
+                std::wstring source;
+                if (!data || !data->take(source)) {
+                    ZEQ_LOG(Error)
+                        << "ExchangeObjectWrapper JSON object should have UUID in Exchange Object Data field "
+                           "(if binary).";
+                    return;
+                }
+                wrapper.m_object->setSource(source);
+                if (!wrapper.m_delayedLoading) wrapper.m_object->load();
+            } else if (data) {
+                json::readNested(*wrapper.m_object, *data);
+            } else {
+                ZEQ_LOG(Error) << "ExchangeObjectWrapper JSON object has no Exchange Object data.";
+            }
+        }
+        template <class Sink>
+        void write(const This& wrapper, Sink& sink) const {
+            sink.member(key, [&](auto&& to) {
+                if (wrapper.m_object->binary())
+                    to.value(std::wstring_view(publish(*wrapper.m_object)));
+                else
+                    json::writeNested(*wrapper.m_object, to);
+            });
+        }
+        json::MemberShape describe() const {
+            json::ChoiceShape choice{json::ChoiceShape::Asked::siblings, {}};
+            const ExchangeObjectRegistry& registry = ExchangeObjectRegistry::instance();
+            for (const std::wstring& name : registry.names()) {
+                const auto object = registry.get(name);
+                const json::Condition isKind{nameKey, name, {}};
+                const std::type_info& type = typeid(*object);
+                choice.alternatives.push_back({{isKind, {binaryKey, true, {}}}, {json::BufferShape{&type}}});
+                choice.alternatives.push_back({{isKind}, {json::ClassShape{&type}}});
+            }
+            return {key, {std::move(choice)}, true, true, true};
+        }
+    };
+
+    static constexpr json::Form form{
+        json::Head{"ExchangeObjectWrapper",
+                   area::untraced, // the stream's functions have their own trace lines
+                   json::throwsInvalid("ExchangeObjectWrapper::readObject: invalid json document")},
+        Name{nameKey}, Mark{binaryKey}, Data{dataKey}};
+};
 
 void ExchangeObjectWrapper::writeObject(mp::OutputStream& stream) const {
     json::trace(area::exchangeObject,
                 "virtual void zeq::ExchangeObjectWrapper::writeObject(mp::OutputStream &) const");
     if (!m_object) throw std::invalid_argument("ExchangeObjectWrapper::writeObject > m_pObject == nullptr");
-    JsonDocument document(rapidjson::kObjectType);
-    JsonAllocator& alloc = document.GetAllocator();
-    document.AddMember(rapidjson::StringRef(nameKey), text(m_object->objectName(), alloc), alloc);
-    if (!m_object->binary()) {
-        JsonValue data;
-        m_object->writeObject(data, alloc);
-        document.AddMember(rapidjson::StringRef(dataKey), data, alloc);
-        return JsonTextIO::write(stream, document, 0);
-    }
-    const std::wstring name = IExchangeObject::generateUUID();
-    document.AddMember(rapidjson::StringRef(binaryKey), true, alloc);
-    document.AddMember(rapidjson::StringRef(dataKey), text(name, alloc), alloc);
+    JsonDocument document;
+    json::write<JsonForm>(*this, document, document.GetAllocator());
     try {
-        publish(*m_object, name);
         JsonTextIO::write(stream, document, 0);
     } catch (...) { // nobody was told the name
-        mp::removeObject(name);
+        if (m_object->binary()) mp::removeObject(findString(document, dataKey)->GetString());
         throw;
     }
 }
@@ -67,33 +155,8 @@ void ExchangeObjectWrapper::readObject(mp::InputStream& stream) {
     json::trace(area::exchangeObject,
                 "virtual void zeq::ExchangeObjectWrapper::readObject(mp::InputStream &)");
     JsonDocument document;
-    if (!JsonTextIO::read(stream, document) || !document.IsObject())
-        throw std::invalid_argument("ExchangeObjectWrapper::readObject: invalid json document");
-    m_object.reset();
-    auto members = json::DomView(document).members();
-    std::wstring name;
-    if (const auto member = members.find(nameKey); member && member->take(name))
-        m_object = ExchangeObjectRegistry::instance().get(name);
-    if (!m_object) return;
-
-    bool binary = false;
-    if (const auto member = members.find(binaryKey)) member->take(binary);
-    const auto data = members.find(dataKey);
-    if (binary) {
-        std::wstring source;
-        if (!data || !data->take(source)) {
-            ZEQ_LOG(Error)
-                << "ExchangeObjectWrapper JSON object should have UUID in Exchange Object Data field "
-                   "(if binary).";
-            return;
-        }
-        m_object->setSource(source);
-        if (!m_delayedLoading) m_object->load();
-    } else if (data) {
-        m_object->readObject(data->value());
-    } else {
-        ZEQ_LOG(Error) << "ExchangeObjectWrapper JSON object has no Exchange Object data.";
-    }
+    JsonTextIO::read(stream, document); // what is no document counts as null, which no form takes
+    json::read<JsonForm>(*this, document);
 }
 
 } // namespace zeq

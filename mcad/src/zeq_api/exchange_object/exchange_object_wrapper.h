@@ -29,6 +29,8 @@ public:
     void setDelayedLoading(bool delayed) { m_delayedLoading = delayed; }
 
 private:
+    struct JsonForm;
+
     std::shared_ptr<IExchangeObject> m_object;
     bool m_delayedLoading = false;
 };

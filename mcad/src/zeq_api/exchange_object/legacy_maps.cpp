@@ -49,6 +49,13 @@ void giveEntries(auto& sink, const auto& map, auto&& give) {
     });
 }
 
+/// Each entry needs its handle and its value, or is skipped.
+json::Shape entriesShape(json::MemberShape value) {
+    value.isRequired = true;
+    return json::arrayShape({json::ObjectShape{
+        {{handleKey, json::Codec<OdDbHandle>::shape(), true, true, true}, std::move(value)}}});
+}
+
 struct InstanceNames {
     static constexpr std::wstring_view nameKey = L"component_name";
 
@@ -61,6 +68,7 @@ struct InstanceNames {
         giveEntries(sink, names.map(),
                     [](auto& object, const std::wstring& name) { giveMember(object, nameKey, name); });
     }
+    static json::Shape shape() { return entriesShape({nameKey, json::Codec<std::wstring>::shape()}); }
 };
 
 struct Materials {
@@ -96,6 +104,14 @@ struct Materials {
                 });
             });
         });
+    }
+    static json::Shape shape() {
+        json::ObjectShape material;
+        Material example;
+        forEachMember(example, [&]<class T>(std::wstring_view key, const T&) {
+            material.members.push_back({key, json::Codec<T>::shape()});
+        });
+        return entriesShape({materialKey, {std::move(material)}});
     }
 };
 

@@ -55,6 +55,16 @@ const EnumTable& enumTable(EFormatType) {
 struct IFormatOptions::JsonForm {
     using This = IFormatOptions;
 
+    /// What the factory looks at, and cannot do without.
+    template <class E>
+    static json::MemberShape purposeShape(std::wstring_view key) {
+        return {key, json::Codec<E>::shape(), true, true, true};
+    }
+
+    struct OperationType : json::Computed<IFormatOptions, EOperationType> {
+        json::MemberShape describe() const { return purposeShape<EOperationType>(key); }
+    };
+
     /// The format type; reading compares both keys with those of this group and logs the first that differs.
     struct Purpose {
         using Owner = IFormatOptions;
@@ -77,12 +87,13 @@ struct IFormatOptions::JsonForm {
         void write(const IFormatOptions& group, Sink& sink) const {
             sink.member(key, [&](auto&& to) { json::Codec<EFormatType>::give(to, group.formatType()); });
         }
+        json::MemberShape describe() const { return purposeShape<EFormatType>(key); }
     };
 
     static constexpr json::Form form{
         json::Head{"IFormatOptions", area::formatOptions,
                    json::logsError("FormatOptions object should have a JSON object type.")},
-        json::computed(L"operation_type", &This::operationType), Purpose{L"format_type"}};
+        OperationType{L"operation_type", &This::operationType}, Purpose{L"format_type"}};
 };
 
 void IFormatOptions::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <memory>
+#include <utility>
+#include <vector>
 
 #include "zeq_api/format_options/format_type.h"
 #include "zeq_api/json/json_object.h"
@@ -16,6 +18,10 @@ public:
     /// Makes the group that `object` names by its operation and format type, and reads it.
     /// @return null, with a log line, if the object names no known group
     static std::shared_ptr<IFormatOptions> readOptions(const JsonValue& object);
+    /// The group for that operation and format, with its defaults; null when there is none.
+    static std::shared_ptr<IFormatOptions> make(EOperationType operation, EFormatType format);
+    /// The operations and formats for which there are groups.
+    static std::vector<std::pair<EOperationType, EFormatType>> kinds();
 
     /// Checks that the object is meant for this group; a mismatch is logged, no more.
     void readObject(const JsonValue& object) override;

@@ -58,14 +58,23 @@ std::shared_ptr<IFormatOptions> IFormatOptions::readOptions(const JsonValue& obj
         ZEQ_LOG(Error) << "FormatOptions object should contain format type.";
         return nullptr;
     }
-    const auto found = makers().find(key);
-    if (found == makers().end()) {
+    std::shared_ptr<IFormatOptions> group = make(key.first, key.second);
+    if (group)
+        group->readObject(object);
+    else
         ZEQ_LOG(Info) << unknownFormatMessage(key.first);
-        return nullptr;
-    }
-    std::shared_ptr<IFormatOptions> group = found->second();
-    group->readObject(object);
     return group;
+}
+
+std::shared_ptr<IFormatOptions> IFormatOptions::make(EOperationType operation, EFormatType format) {
+    const auto found = makers().find({operation, format});
+    return found == makers().end() ? nullptr : found->second();
+}
+
+std::vector<std::pair<EOperationType, EFormatType>> IFormatOptions::kinds() {
+    std::vector<Key> result;
+    for (const auto& entry : makers()) result.push_back(entry.first);
+    return result;
 }
 
 } // namespace zeq

@@ -12,11 +12,12 @@
 #include "zeq_api/json/enum_names.h"
 #include "zeq_api/json/form_registry.h"
 #include "zeq_api/json/json_object.h"
+#include "zeq_api/json/shape.h"
 
 namespace zeq::json {
 
 /// `take(view, out)` assigns when the value is of the type's JSON form and tells whether it was; `give(sink,
-/// value)` writes.
+/// value)` writes; `shape()` says what is taken.
 template <class T>
 struct Codec;
 
@@ -34,6 +35,14 @@ struct Codec<T> {
     static void give(Sink&& sink, T value) {
         sink.value(value);
     }
+    static Shape shape() {
+        if constexpr (std::same_as<T, bool>)
+            return {BooleanShape{}};
+        else if constexpr (std::same_as<T, double>)
+            return {RealShape{}};
+        else
+            return integerShape<T>();
+    }
 };
 
 template <>
@@ -46,6 +55,7 @@ struct Codec<std::wstring> {
     static void give(Sink&& sink, const std::wstring& value) {
         sink.value(std::wstring_view(value));
     }
+    static Shape shape() { return {StringShape{}}; }
 };
 
 /// The other types that the platform calls a 64-bit unsigned integer.
@@ -62,6 +72,7 @@ struct Codec<unsigned long> {
     static void give(Sink&& sink, unsigned long value) {
         sink.value(static_cast<unsigned long long>(value));
     }
+    static Shape shape() { return integerShape<unsigned long>(); }
 };
 
 template <NamedEnum E>
@@ -77,7 +88,14 @@ struct Codec<E> {
     static void give(Sink&& sink, E value) {
         sink.value(std::wstring_view(enumToString(value)));
     }
+    static Shape shape() { return {NameShape{&enumTable(E{})}}; }
 };
+
+/// The condition that the member `key` has that name, or one that is read as the same value.
+template <NamedEnum E>
+Condition isName(std::wstring_view key, E value, bool unknownIsZero = false) {
+    return {key, enumToString(value), NameShape{&enumTable(E{}), unknownIsZero}};
+}
 
 /// Elements in order, while they are there and taken.
 template <class T, std::size_t N>
@@ -95,6 +113,7 @@ struct Codec<std::array<T, N>> {
             for (const T& element : value) array.element([&](auto&& to) { Codec<T>::give(to, element); });
         });
     }
+    static Shape shape() { return arrayShape(Codec<T>::shape(), N); }
 };
 
 /// Every element that is taken is appended; the others are skipped.
@@ -117,6 +136,7 @@ struct Codec<std::vector<T>> {
             for (const T& element : value) array.element([&](auto&& to) { Codec<T>::give(to, element); });
         });
     }
+    static Shape shape() { return arrayShape(Codec<T>::shape()); }
 };
 
 /// The form of a static type; null when it has none.
@@ -175,6 +195,7 @@ struct Codec<T> {
     static void give(Sink&& sink, const T& value) {
         writeNested(value, sink);
     }
+    static Shape shape() { return {ClassShape{&typeid(T)}}; }
 };
 
 /// A held object is replaced by a new one; an empty pointer is written as null.
@@ -195,6 +216,7 @@ struct Codec<std::shared_ptr<T>> {
         else
             sink.null();
     }
+    static Shape shape() { return {ClassShape{&typeid(T)}, true}; }
 };
 
 } // namespace zeq::json

@@ -22,6 +22,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "mp/serializable.h"
 #include "zeq_api/json/codecs.h"
 
 namespace zeq::json {
@@ -48,7 +49,14 @@ constexpr auto when(bool (This::*predicate)() const) {
     return [predicate](const This& object, const auto&) { return (object.*predicate)(); };
 }
 
-// Rows. `Owner` is the class whose member a row names.
+namespace detail {
+
+template <class Rule>
+inline constexpr bool isAlways = std::is_same_v<Rule, std::remove_const_t<decltype(always)>>;
+
+} // namespace detail
+
+// Rows. `Owner` is the class whose member a row names; `describe` says what stands in documents.
 
 template <class This, class Member, class Rule>
 struct Field {
@@ -66,6 +74,7 @@ struct Field {
         if (rule(object, object.*member))
             sink.member(key, [&](auto&& to) { Codec<Member>::give(to, object.*member); });
     }
+    MemberShape describe() const { return {key, Codec<Member>::shape(), detail::isAlways<Rule>}; }
 };
 
 /// A member that is taken when it has its type's JSON form, nested objects included.
@@ -100,6 +109,7 @@ struct Computed {
     void write(const This& object, Sink& sink) const {
         sink.member(key, [&](auto&& to) { Codec<std::remove_cvref_t<Value>>::give(to, (object.*getter)()); });
     }
+    MemberShape describe() const { return {key, Codec<std::remove_cvref_t<Value>>::shape(), true, false}; }
 };
 
 /// A member that is written and never read.
@@ -158,6 +168,11 @@ void writeChildren(const List& list, Sink& sink) {
     });
 }
 
+template <class Child>
+Shape childrenShape() {
+    return arrayShape({ClassShape{&typeid(typename ChildOf<Child>::Type)}});
+}
+
 } // namespace detail
 
 template <class This, class List, class Add, class Rule>
@@ -184,6 +199,9 @@ struct Children {
     void write(const This& object, Sink& sink) const {
         if (rule(object, object.*list))
             sink.member(key, [&](auto&& to) { detail::writeChildren(object.*list, to); });
+    }
+    MemberShape describe() const {
+        return {key, detail::childrenShape<typename List::value_type>(), detail::isAlways<Rule>};
     }
 };
 
@@ -216,10 +234,11 @@ struct Custom {
     void write(const This& object, Sink& sink) const {
         if (rule(object, object)) sink.member(key, [&](auto&& to) { special.give(to, object); });
     }
+    MemberShape describe() const { return {key, special.shape(), detail::isAlways<Rule>}; }
 };
 
-/// A member that no codec can say. `Special` has `static void take(const auto& view, This&)` and
-/// `static void give(auto& sink, const This&)`.
+/// A member that no codec can say. `Special` has `static void take(const auto& view, This&)`, `static void
+/// give(auto& sink, const This&)` and `static json::Shape shape()`.
 template <class Special, class Rule = decltype(always)>
 consteval auto custom(std::wstring_view key, Special special, Rule rule = always) {
     return Custom<Special, Rule>{key, special, rule};
@@ -471,6 +490,42 @@ void writeForm(const typename JsonForm::This& object, Sink& sink) {
     }
 }
 
+template <class Special>
+Shape wholeShape(const WholeSpecial<Special>& row) {
+    return row.special.shape();
+}
+template <class This, class Member>
+Shape wholeShape(const WholeMember<This, Member>&) {
+    return Codec<Member>::shape();
+}
+template <class This, class List>
+Shape wholeShape(const WholeList<This, List>&) {
+    return childrenShape<typename List::value_type>();
+}
+
+/// The shape of a form, with the members of its base before its own.
+template <class JsonForm>
+Shape describeForm() {
+    Shape shape;
+    ObjectShape object;
+    JsonForm::form.forEach([&]<class Row>(const Row& row) {
+        if constexpr (isWhole<Row>) {
+            shape = wholeShape(row);
+        } else if constexpr (ObjectState<Row>) {
+            shape.mayBeNull = true;
+        } else if constexpr (isBase<Row>) {
+            [&]<class Base>(const BaseRow<Base>&) {
+                if (const FormInfo* form = findForm(typeid(Base)))
+                    object = std::get<ObjectShape>(form->shape().is);
+            }(row);
+        } else {
+            object.members.push_back(row.describe());
+        }
+    });
+    if constexpr (!std::remove_cvref_t<decltype(JsonForm::form)>::isWhole) shape.is = std::move(object);
+    return shape;
+}
+
 template <class Row>
 constexpr Kind wholeKind(const Row&) {
     return Kind::array;
@@ -493,12 +548,12 @@ template <class JsonForm>
 struct Registration {
     using This = typename JsonForm::This;
     static inline const bool done = registerForm(
-        typeid(This),
-        {&JsonForm::form.head, kindOfForm<JsonForm>(),
+        {&typeid(This), &JsonForm::form.head, kindOfForm<JsonForm>(),
          [](void* object, const ByteView& view) { readForm<JsonForm>(*static_cast<This*>(object), view); },
          [](const void* object, ByteSink& sink) {
              writeForm<JsonForm>(*static_cast<const This*>(object), sink);
-         }});
+         },
+         &describeForm<JsonForm>, std::is_base_of_v<mp::ISerializable, This>});
 };
 
 } // namespace detail

@@ -1,9 +1,15 @@
 // The table of all forms, and the lines that they log.
 #include "zeq_api/json/form_registry.h"
 
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
 #include <stdexcept>
 #include <string>
+#include <typeindex>
 #include <unordered_map>
+
+#include <cxxabi.h>
 
 #include "mv_cvx/logger.h"
 
@@ -18,13 +24,28 @@ std::unordered_map<std::type_index, FormInfo>& forms() {
 
 } // namespace
 
-bool registerForm(const std::type_info& type, const FormInfo& form) {
-    return forms().emplace(type, form).second;
-}
+bool registerForm(const FormInfo& form) { return forms().emplace(*form.type, form).second; }
 
 const FormInfo* findForm(const std::type_info& type) {
     const auto found = forms().find(type);
     return found == forms().end() ? nullptr : &found->second;
+}
+
+std::vector<const FormInfo*> allForms() {
+    std::vector<const FormInfo*> all;
+    for (const auto& entry : forms()) all.push_back(&entry.second);
+    std::ranges::sort(all, {}, &FormInfo::className);
+    return all;
+}
+
+std::string FormInfo::className() const {
+    struct Free {
+        void operator()(char* text) const { std::free(text); }
+    };
+    const std::unique_ptr<char, Free> name(abi::__cxa_demangle(type->name(), nullptr, nullptr, nullptr));
+    constexpr std::string_view scope = "zeq::";
+    const std::string_view whole = name ? name.get() : type->name();
+    return std::string(whole.starts_with(scope) ? whole.substr(scope.size()) : whole);
 }
 
 void traceRead(const Head& head) {

@@ -2,11 +2,13 @@
 // log lines and errors that all forms share.
 #pragma once
 
-#include <typeindex>
+#include <string>
 #include <typeinfo>
+#include <vector>
 
 #include "zeq_api/json/byte_model.h"
 #include "zeq_api/json/dom_model.h"
+#include "zeq_api/json/shape.h"
 
 /// The files that trace lines name, one for each area of the library.
 namespace zeq::area {
@@ -65,15 +67,23 @@ void reportMismatch(const Head& head);
 
 /// A form with its types erased. Objects are passed by the address of the class's own subobject.
 struct FormInfo {
+    const std::type_info* type;
     const Head* head;
     Kind kind; // the JSON type of the form
     void (*read)(void* object, const ByteView& view);
     void (*write)(const void* object, ByteSink& sink);
+    Shape (*shape)();
+    bool isWholeDocument; ///< it crosses a stream on its own, and not inside another one
+
+    /// The name of the class inside namespace zeq.
+    std::string className() const;
 };
 
 /// Called during static initialisation, by the form engine.
-bool registerForm(const std::type_info& type, const FormInfo& form);
+bool registerForm(const FormInfo& form);
 /// The form of a class; null when it has none.
 const FormInfo* findForm(const std::type_info& type);
+/// All forms, in the order of their class names.
+std::vector<const FormInfo*> allForms();
 
 } // namespace zeq::json
