@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "text/text.h"
 #include "zeq/results.h"
-#include "zeq/text.h"
 #include "zeq_api/convexor_info/convexor_info.h"
 
 namespace zeq::host {
@@ -37,7 +37,7 @@ ConvexorInfo askForInfo(const Host& host) {
 }
 
 std::string nameAndVersion(const std::wstring& name, const std::wstring& version) {
-    return printable(name) + " " + printable(version);
+    return text::printable(name) + " " + text::printable(version);
 }
 
 std::vector<std::string> kernelLines(const ConvexorInfo& info) {
@@ -68,8 +68,8 @@ std::vector<std::string> formatLines(const std::vector<std::shared_ptr<Format>>&
     for (const std::shared_ptr<Format>& format : formats) {
         std::string extensions;
         for (const std::wstring& extension : format->extensions())
-            extensions += (extensions.empty() ? "" : ", ") + printable(extension);
-        lines.push_back(printable(format->description()) +
+            extensions += (extensions.empty() ? "" : ", ") + text::printable(extension);
+        lines.push_back(text::printable(format->description()) +
                         (extensions.empty() ? "" : " (" + extensions + ")"));
     }
     if (lines.empty()) lines.push_back("none");
@@ -95,16 +95,16 @@ void showInfo(const Host& host, Output& output) {
     const ConvexorInfo info = askForInfo(host);
     if (host.settings.json) return;
     output.write(nameAndVersion(info.name(), info.version()) + "\n" +
-                 paragraph("Interface", {printable(enumToString(info.requestedInterface()))}) +
+                 paragraph("Interface", {text::printable(enumToString(info.requestedInterface()))}) +
                  paragraph("Kernels", kernelLines(info)) + paragraph("Modeler", modelerLines(info)) +
-                 paragraph("Parasolid", {printable(enumToString(info.parasolidMode()))}) +
+                 paragraph("Parasolid", {text::printable(enumToString(info.parasolidMode()))}) +
                  paragraph("Imports", formatLines(info.importFormats())) +
                  paragraph("Exports", formatLines(info.exportFormats())));
 }
 
 void showVersion(const Host& host, Output& output) {
     std::string text =
-        "zeq " ZEQ_VERSION ", interface " + printable(enumToString(EConvexorInterface::connect)) + "\n";
+        "zeq " ZEQ_VERSION ", interface " + text::printable(enumToString(EConvexorInterface::connect)) + "\n";
     try {
         const ConvexorInfo info = askForInfo(host);
         text += nameAndVersion(info.name(), info.version());

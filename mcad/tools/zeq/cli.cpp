@@ -10,8 +10,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include "text/text.h"
 #include "zeq/failure.h"
-#include "zeq/text.h"
 
 namespace zeq::host {
 
@@ -166,9 +166,9 @@ void CommandLine::refuse(const CLI::ParseError& error) const {
             names.push_back(command->get_name());
     }
     const char* kind = word.starts_with('-') ? "option" : apps.size() == 1 ? "command" : "argument";
-    const std::string near = nearest(word, names);
+    const std::string near = text::nearest(word, names);
     throw Failure(exit_code::usage,
-                  "unknown " + std::string(kind) + " '" + printable(word) + "'" +
+                  "unknown " + std::string(kind) + " '" + text::printable(word) + "'" +
                       (near.empty() ? "; zeq --help lists what there is" : "; did you mean '" + near + "'?"));
 }
 

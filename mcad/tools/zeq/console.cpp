@@ -6,7 +6,7 @@
 
 #include <unistd.h>
 
-#include "zeq/text.h"
+#include "text/text.h"
 
 namespace zeq::host {
 
@@ -45,7 +45,7 @@ void Console::note(const std::string& message) {
 }
 
 void Console::translatorLine(std::string_view text) {
-    if (!m_quiet) line("translator: ", "2", printable(text));
+    if (!m_quiet) line("translator: ", "2", text::printable(text));
 }
 
 /// One call for a line, so that lines of several processes do not mix.

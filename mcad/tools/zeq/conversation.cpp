@@ -9,9 +9,9 @@
 #include <sstream>
 
 #include "mp/shared_buffer.h"
+#include "text/text.h"
 #include "transport/translator_process.h"
 #include "zeq/failure.h"
-#include "zeq/text.h"
 
 namespace zeq::host {
 
@@ -77,7 +77,7 @@ private:
 };
 
 std::uint64_t Conversation::run() {
-    m_host.console.note("started the translator '" + printable(m_host.settings.translator) + "'");
+    m_host.console.note("started the translator '" + text::printable(m_host.settings.translator) + "'");
     std::wostringstream text;
     m_request.command.writeObject(text);
     m_process.send(text.str());

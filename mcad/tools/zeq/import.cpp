@@ -12,12 +12,12 @@
 
 #include "mp/shared_buffer.h"
 #include "mv_cvx/logger.h"
+#include "text/text.h"
 #include "transport/utf8.h"
 #include "zeq/failure.h"
 #include "zeq/format_options_file.h"
 #include "zeq/results.h"
 #include "zeq/structure_count.h"
-#include "zeq/text.h"
 #include "zeq/tree_printer.h"
 #include "zeq_api/exchange_object/exchange_object_wrapper.h"
 #include "zeq_api/exchange_object/messages.h"
@@ -101,7 +101,7 @@ void Receiver::takeObject(const Document& document) {
     if (!object) {
         if (m_unknownKinds.insert(document.objectName()).second)
             m_host.console.warning("skipped a document of the unknown kind '" +
-                                   printable(document.objectName()) + "'");
+                                   text::printable(document.objectName()) + "'");
         return;
     }
     if (const std::wstring name = document.bufferName(); !name.empty()) load(*object, name);
@@ -111,12 +111,12 @@ void Receiver::takeObject(const Document& document) {
         console.progress().show(
             {progress->progress(), progress->progressMax(), progress->pulse(), progress->stage()});
     } else if (const auto message = std::dynamic_pointer_cast<ExcMessage>(object)) {
-        console.message(printable(message->get()));
+        console.message(text::printable(message->get()));
     } else if (const auto line = std::dynamic_pointer_cast<ExcLog>(object)) {
-        ZEQ_LOG(Info) << "translator: " << printable(line->get());
-        console.note("translator: " + printable(line->get()));
+        ZEQ_LOG(Info) << "translator: " << text::printable(line->get());
+        console.note("translator: " + text::printable(line->get()));
     } else if (const auto finished = std::dynamic_pointer_cast<ExcStageFinished>(object)) {
-        console.note("stage finished: " + printable(enumToString(finished->stage())));
+        console.note("stage finished: " + text::printable(enumToString(finished->stage())));
     } else if (const auto structure = std::dynamic_pointer_cast<ExcProductStructure>(object)) {
         m_import.structure = structure;
     }
@@ -129,8 +129,8 @@ void Receiver::load(IExchangeObject& object, const std::wstring& bufferName) {
     try {
         object.load();
     } catch (const std::exception&) {
-        throw Failure(exit_code::translatorBroken, "the shared buffer '" + printable(bufferName) + "' of '" +
-                                                       printable(object.objectName()) +
+        throw Failure(exit_code::translatorBroken, "the shared buffer '" + text::printable(bufferName) +
+                                                       "' of '" + text::printable(object.objectName()) +
                                                        "' cannot be loaded: " + currentReason());
     }
     if (!m_host.report.isEnabled()) return;
@@ -155,8 +155,8 @@ std::string jsonSummary(const Import& import, const StructureCount& figures) {
 std::string textSummary(const Import& import, const StructureCount& figures) {
     const std::uint64_t assemblies = figures.blocks - figures.parts;
     std::ostringstream text;
-    text << "\nBlocks     " << figures.blocks << " (" << counted(figures.parts, "part", "parts") << ", "
-         << counted(assemblies, "assembly", "assemblies");
+    text << "\nBlocks     " << figures.blocks << " (" << text::counted(figures.parts, "part", "parts") << ", "
+         << text::counted(assemblies, "assembly", "assemblies");
     if (figures.unused > 0) text << ", " << figures.unused << " unused";
     text << ")\nInstances  ";
     if (figures.instances == mostInstances)
@@ -165,9 +165,9 @@ std::string textSummary(const Import& import, const StructureCount& figures) {
         text << figures.instances;
     if (figures.cyclic) text << ", not counting those below a block that contains itself";
     if (figures.dangling > 0) text << ", " << figures.dangling << " of missing blocks";
-    text << "\nDepth      " << figures.depth << "\nMoved      " << byteSize(import.bytes) << " in "
-         << counted(import.documents, "document", "documents") << " and "
-         << counted(import.buffers, "shared buffer", "shared buffers");
+    text << "\nDepth      " << figures.depth << "\nMoved      " << text::byteSize(import.bytes) << " in "
+         << text::counted(import.documents, "document", "documents") << " and "
+         << text::counted(import.buffers, "shared buffer", "shared buffers");
     char seconds[32];
     std::snprintf(seconds, sizeof seconds, "%.2f s", import.seconds);
     text << "\nTime       " << seconds << "\n";

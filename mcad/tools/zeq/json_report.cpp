@@ -1,7 +1,7 @@
 // Members and their order: version, command, file, documents, contents, summary, exit_code, error.
 #include "zeq/json_report.h"
 
-#include "zeq/text.h"
+#include "text/text.h"
 
 namespace zeq::host {
 
@@ -21,16 +21,17 @@ std::string array(const std::vector<std::string>& elements) {
 } // namespace
 
 void JsonReport::setCommand(const std::string& command, const std::string& file) {
-    m_command = jsonString(command);
-    if (!file.empty()) m_file = jsonString(file);
+    m_command = text::jsonString(command);
+    if (!file.empty()) m_file = text::jsonString(file);
 }
 
 void JsonReport::addDocument(const std::wstring& text) {
-    if (m_enabled) m_documents.push_back(validUtf8(text));
+    if (m_enabled) m_documents.push_back(text::validUtf8(text));
 }
 
 void JsonReport::addContent(const std::wstring& bufferName, const std::wstring& data) {
-    m_contents.push_back("{\"buffer\":" + jsonString(bufferName) + ",\"data\":" + validUtf8(data) + "}");
+    m_contents.push_back("{\"buffer\":" + text::jsonString(bufferName) +
+                         ",\"data\":" + text::validUtf8(data) + "}");
 }
 
 std::string JsonReport::text(int exitCode, const std::string& error) const {
@@ -38,7 +39,7 @@ std::string JsonReport::text(int exitCode, const std::string& error) const {
            ",\n\"file\":" + m_file + ",\n\"documents\":" + array(m_documents) +
            ",\n\"contents\":" + array(m_contents) + ",\n\"summary\":" + m_summary +
            ",\n\"exit_code\":" + std::to_string(exitCode) +
-           ",\n\"error\":" + (error.empty() ? "null" : jsonString(error)) + "}\n";
+           ",\n\"error\":" + (error.empty() ? "null" : text::jsonString(error)) + "}\n";
 }
 
 } // namespace zeq::host

@@ -8,8 +8,8 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include "text/text.h"
 #include "transport/utf8.h"
-#include "zeq/text.h"
 
 namespace zeq::host {
 
@@ -31,7 +31,7 @@ int terminalWidth() {
 
 /// As much of the text as fits into so many columns.
 std::string cut(const std::wstring& text, int columns) {
-    const std::wstring shown = transport::fromUtf8(printable(text));
+    const std::wstring shown = transport::fromUtf8(text::printable(text));
     std::size_t length = 0;
     for (; length < shown.size(); ++length) {
         columns -= std::max(::wcwidth(shown[length]), 0);

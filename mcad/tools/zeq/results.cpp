@@ -1,7 +1,7 @@
 // What the codes of a result mean for the user.
 #include "zeq/results.h"
 
-#include "zeq/text.h"
+#include "text/text.h"
 #include "zeq_api/command/result.h"
 
 namespace zeq::host {
@@ -9,7 +9,7 @@ namespace zeq::host {
 bool takeResult(const Host& host, const Document& document) {
     Result result;
     document.readInto(result);
-    const std::string message = printable(result.message());
+    const std::string message = text::printable(result.message());
     const auto fail = [&message](int exitCode, const std::string& what) {
         throw Failure(exitCode, message.empty() ? what : what + ": " + message);
     };
@@ -33,7 +33,7 @@ bool takeResult(const Host& host, const Document& document) {
 }
 
 Failure unexpected(const Document& document) {
-    const std::string name = printable(document.objectName());
+    const std::string name = text::printable(document.objectName());
     return Failure(exit_code::translatorBroken,
                    "the translator sent a document that does not answer the command" +
                        (name.empty() ? "" : " ('" + name + "')"));

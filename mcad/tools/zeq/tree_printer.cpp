@@ -6,8 +6,8 @@
 #include <unordered_set>
 #include <vector>
 
+#include "text/text.h"
 #include "zeq/placement.h"
-#include "zeq/text.h"
 
 namespace zeq::host {
 
@@ -22,7 +22,7 @@ std::uint64_t propertyCount(const ExcMiscData& data) {
     return count;
 }
 
-std::string shownName(const std::wstring& name) { return name.empty() ? "(unnamed)" : printable(name); }
+std::string shownName(const std::wstring& name) { return name.empty() ? "(unnamed)" : text::printable(name); }
 
 class TreePrinter {
 public:
@@ -61,10 +61,10 @@ public:
         if (!detail.empty()) m_text += "  " + detail;
     }
     void addProperties(std::uint64_t count) {
-        if (count > 0) add(counted(count, "property", "properties"));
+        if (count > 0) add(text::counted(count, "property", "properties"));
     }
     void addNamed(const char* what, const std::wstring& value) {
-        if (!value.empty()) add(std::string(what) + " '" + printable(value) + "'");
+        if (!value.empty()) add(std::string(what) + " '" + text::printable(value) + "'");
     }
     const std::string& text() const { return m_text; }
 
@@ -115,9 +115,9 @@ std::string TreePrinter::productLine() const {
     Details details;
     details.addNamed("configuration", m_structure.productConfigurationName());
     if (m_structure.units() != ELengthUnitType::unknown)
-        details.add(printable(enumToString(m_structure.units())));
+        details.add(text::printable(enumToString(m_structure.units())));
     if (m_structure.worldOrientation() != EWorldOrientation::unknown)
-        details.add(printable(enumToString(m_structure.worldOrientation())));
+        details.add(text::printable(enumToString(m_structure.worldOrientation())));
     details.addProperties(propertyCount(m_structure.miscData()));
     return (m_structure.isPart() ? "Part " : "Assembly ") + emphasized(shownName(name)) + details.text();
 }
@@ -149,7 +149,8 @@ std::string TreePrinter::instanceLine(const ExcBlockReference& reference, const 
 void TreePrinter::printRest() {
     const bool known = !m_figures.cyclic && m_figures.instances != mostInstances;
     const std::string rest =
-        known ? counted(m_figures.instances - m_lines, "more instance", "more instances") : "more instances";
+        known ? text::counted(m_figures.instances - m_lines, "more instance", "more instances")
+              : "more instances";
     m_output.write("… " + rest + " left out; --all shows them\n");
 }
 

@@ -2,6 +2,7 @@
 // there.
 #include "zeq_api/json/text_io.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <limits>
@@ -12,6 +13,7 @@
 #include <string_view>
 #include <utility>
 
+#include <rapidjson/error/en.h>
 #include <rapidjson/prettywriter.h>
 #include <rapidjson/reader.h>
 
@@ -190,6 +192,14 @@ std::wstring readAll(std::wistream& stream) {
     return text;
 }
 
+std::string placeIn(const std::wstring& text, std::size_t offset) {
+    const auto place = text.begin() + static_cast<std::ptrdiff_t>(offset);
+    const auto line = std::count(text.begin(), place, L'\n') + 1;
+    const std::size_t before = offset == 0 ? text.npos : text.rfind(L'\n', offset - 1);
+    const std::size_t column = before == text.npos ? offset + 1 : offset - before;
+    return "line " + std::to_string(line) + ", character " + std::to_string(column) + ": ";
+}
+
 } // namespace
 
 } // namespace zeq::json
@@ -217,20 +227,29 @@ void JsonTextIO::write(std::wostream& stream, const JsonDocument& document, int 
     if (!stream) throw std::runtime_error(json::cannotWrite);
 }
 
-bool JsonTextIO::read(std::wistream& stream, JsonDocument& document) {
+bool JsonTextIO::read(std::wistream& stream, JsonDocument& document, std::string* problem) {
+    const auto refuse = [problem](const std::string& reason) {
+        if (problem) *problem = reason;
+        return false;
+    };
     const std::wstring text = json::readAll(stream);
+    if (stream.bad()) return refuse("it cannot be read to its end");
     // rapidjson counts units in 32 bits.
-    if (stream.bad() || text.size() > std::numeric_limits<rapidjson::SizeType>::max()) return false;
+    if (text.size() > std::numeric_limits<rapidjson::SizeType>::max()) return refuse("it is too long");
 
-    bool isDocument = false;
+    rapidjson::ParseResult result;
+    std::size_t end = 0;
     const auto parse = [&](JsonDocument& handler) {
         json::TextSource source(text);
         json::TextReader reader;
-        const bool isValid = !reader.Parse<rapidjson::kParseIterativeFlag>(source, handler).IsError();
-        return isDocument = isValid && source.Tell() == text.size(); // the reader stops at a NUL
+        result = reader.Parse<rapidjson::kParseIterativeFlag>(source, handler);
+        end = source.Tell();
+        return !result.IsError() && end == text.size(); // the reader stops at a NUL
     };
     document.Populate(parse);
-    return isDocument;
+    if (result.IsError())
+        return refuse(json::placeIn(text, result.Offset()) + rapidjson::GetParseError_En(result.Code()));
+    return end == text.size() || refuse(json::placeIn(text, end) + "A NUL stands after the document.");
 }
 
 } // namespace zeq

@@ -3,6 +3,7 @@
 
 #include <istream>
 #include <ostream>
+#include <string>
 
 #include "zeq_api/json/json_value.h"
 
@@ -19,8 +20,8 @@ public:
 
     /// Reads the stream to its end into `document`.
     /// @return false, leaving the value of `document` alone, if the text is not exactly one JSON document
-    /// with nothing but blank around it
-    static bool read(std::wistream& stream, JsonDocument& document);
+    /// with nothing but blank around it; `problem` then says why and where
+    static bool read(std::wistream& stream, JsonDocument& document, std::string* problem = nullptr);
 };
 
 } // namespace zeq

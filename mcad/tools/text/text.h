@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace zeq::host {
+namespace zeq::text {
 
 /// UTF-8 that is safe on a terminal: characters that control it, or the direction of its text, and units that
 /// are no characters are written as escapes.
@@ -29,4 +29,4 @@ std::string counted(std::uint64_t count, const std::string& singular, const std:
 /// "12.4 KiB".
 std::string byteSize(std::uint64_t bytes);
 
-} // namespace zeq::host
+} // namespace zeq::text

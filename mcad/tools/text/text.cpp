@@ -1,5 +1,5 @@
 // Escaping, and the small formats of messages.
-#include "zeq/text.h"
+#include "text/text.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -7,7 +7,7 @@
 
 #include "transport/utf8.h"
 
-namespace zeq::host {
+namespace zeq::text {
 
 namespace {
 
@@ -121,6 +121,8 @@ std::string nearest(const std::string& word, const std::vector<std::string>& nam
     std::string best;
     std::size_t bestDistance = word.size() / 3 + 2;
     for (const std::string& name : names) {
+        const std::size_t longer = std::max(word.size(), name.size());
+        if (longer - std::min(word.size(), name.size()) >= bestDistance) continue;
         const std::size_t distance = editDistance(word, name);
         if (distance < bestDistance) {
             best = name;
@@ -148,4 +150,4 @@ std::string byteSize(std::uint64_t bytes) {
     return text;
 }
 
-} // namespace zeq::host
+} // namespace zeq::text

@@ -1,0 +1,458 @@
+// One walk along the shapes of the forms, not recursive: documents may be nested as deeply as they like.
+#include "inspection/linter.h"
+
+#include <algorithm>
+#include <charconv>
+#include <filesystem>
+#include <optional>
+#include <stdexcept>
+#include <string_view>
+#include <typeindex>
+#include <unordered_map>
+#include <utility>
+
+#include "mp/exception.h"
+#include "mp/shared_buffer.h"
+#include "text/text.h"
+#include "transport/utf8.h"
+#include "zeq_api/codec/binary_json.h"
+#include "zeq_api/codec/compressor.h"
+
+namespace zeq::inspection {
+
+namespace {
+
+using json::ChoiceShape;
+using json::FormInfo;
+using json::MemberShape;
+using json::ObjectShape;
+using json::Shape;
+
+template <class... Visitors>
+struct Overloaded : Visitors... {
+    using Visitors::operator()...;
+};
+
+std::wstring wide(const JsonValue& string) { return {string.GetString(), string.GetStringLength()}; }
+
+std::string inQuotes(std::wstring_view text) {
+    constexpr std::size_t most = 60;
+    const std::string shown = text::printable(text.substr(0, most));
+    return '\'' + shown + (text.size() > most ? "...'" : "'");
+}
+
+std::string numberText(const JsonValue& number) {
+    if (number.IsInt64()) return std::to_string(number.GetInt64());
+    if (number.IsUint64()) return std::to_string(number.GetUint64());
+    char text[32];
+    const auto end = std::to_chars(text, text + sizeof text, number.GetDouble()).ptr;
+    const std::string shown(text, end);
+    return shown.find_first_of(".en") == shown.npos ? shown + ".0" : shown;
+}
+
+/// What stands there, as messages call it.
+std::string described(const JsonValue& value) {
+    switch (value.GetType()) {
+    case rapidjson::kNullType:
+        return "null";
+    case rapidjson::kFalseType:
+        return "the boolean false";
+    case rapidjson::kTrueType:
+        return "the boolean true";
+    case rapidjson::kObjectType:
+        return "an object";
+    case rapidjson::kArrayType:
+        return "an array";
+    case rapidjson::kStringType:
+        return "the string " + inQuotes(wide(value));
+    case rapidjson::kNumberType:
+        break;
+    }
+    return (value.IsDouble() ? "the floating-point number " : "the integer ") + numberText(value);
+}
+
+std::vector<std::string> namesIn(const EnumTable& table) {
+    std::vector<std::string> names;
+    for (const EnumEntry& entry : table.entries()) names.push_back(text::printable(entry.name));
+    return names;
+}
+
+std::string token(std::wstring_view key) {
+    std::wstring escaped;
+    for (const wchar_t unit : key)
+        if (unit == L'~')
+            escaped += L"~0";
+        else if (unit == L'/')
+            escaped += L"~1";
+        else
+            escaped += unit;
+    return text::validUtf8(escaped);
+}
+
+/// A place of the document. Its pointer is put together only when something is found there.
+struct Path {
+    const std::string* parent; ///< null for the root
+    std::wstring_view key;
+    std::optional<std::size_t> index;
+
+    std::string text() const {
+        if (!parent) return {};
+        return *parent + '/' + (index ? std::to_string(*index) : token(key));
+    }
+};
+
+/// A class with its shape.
+struct KnownClass {
+    std::string name;
+    Shape shape;
+};
+
+class Linter {
+public:
+    Linter(const Report& report, const OpenBuffer& openBuffer) : m_report(report), m_openBuffer(openBuffer) {}
+
+    void check(const JsonValue& document, const FormInfo& form);
+
+private:
+    /// An object or an array that is still to be looked into.
+    struct Pending {
+        const JsonValue* value;
+        const Shape* shape; ///< an ObjectShape, an ArrayShape or a MapShape
+        const std::string* className;
+        std::string pointer;
+    };
+
+    const KnownClass* knownClass(const std::type_info& type);
+
+    void visit(const JsonValue& value, const Shape& shape, const std::string& className,
+               const JsonValue& siblings, const Path& path);
+    void visitObject(const Pending& place);
+    void visitMember(const JsonValue::Member& member, const MemberShape& shape, const Pending& place);
+    void visitArray(const Pending& place);
+    void visitMap(const Pending& place);
+    void push(const JsonValue& value, const Shape& shape, const std::string& className, std::string pointer) {
+        m_pending.push_back({&value, &shape, &className, std::move(pointer)});
+    }
+
+    void checkInteger(const JsonValue& value, const json::IntegerShape& range, const Path& path);
+    void checkReal(const JsonValue& value, const Path& path);
+    void checkString(const JsonValue& value, const json::StringShape& shape, const Path& path);
+    void checkName(const JsonValue& value, const json::NameShape& shape, const Path& path);
+    void checkRequired(const Pending& place, const ObjectShape& object);
+    void checkBuffer(const JsonValue& value, const json::BufferShape& shape, const Path& path);
+    void visitChoice(const JsonValue& value, const ChoiceShape& choice, const std::string& className,
+                     const JsonValue& siblings, const Path& path);
+
+    void mistyped(const std::string& expected, const JsonValue& value, const Path& path);
+    void report(Severity severity, std::string pointer, std::string text, const std::string& word = {},
+                std::vector<std::string> allowed = {});
+
+    const Report& m_report;
+    const OpenBuffer& m_openBuffer;
+    std::unordered_map<std::type_index, KnownClass> m_classes;
+    std::vector<Pending> m_pending;
+    std::wstring m_buffer;
+};
+
+const KnownClass* Linter::knownClass(const std::type_info& type) {
+    const auto known = m_classes.find(type);
+    if (known != m_classes.end()) return &known->second;
+    const FormInfo* form = json::findForm(type);
+    return form ? &m_classes.emplace(type, KnownClass{form->className(), form->shape()}).first->second
+                : nullptr;
+}
+
+void Linter::check(const JsonValue& document, const FormInfo& form) {
+    const KnownClass& root = *knownClass(*form.type);
+    visit(document, root.shape, root.name, document, {nullptr, {}, {}});
+    while (!m_pending.empty()) {
+        const Pending place = std::move(m_pending.back());
+        m_pending.pop_back();
+        const std::size_t before = m_pending.size();
+        std::visit(Overloaded{[&](const ObjectShape&) { visitObject(place); },
+                              [&](const json::ArrayShape&) { visitArray(place); },
+                              [&](const json::MapShape&) { visitMap(place); }, [](const auto&) {}},
+                   place.shape->is);
+        // The first to be found is the first to be looked into.
+        std::reverse(m_pending.begin() + static_cast<std::ptrdiff_t>(before), m_pending.end());
+    }
+}
+
+void Linter::visit(const JsonValue& value, const Shape& shape, const std::string& className,
+                   const JsonValue& siblings, const Path& path) {
+    if (value.IsNull() && shape.mayBeNull) return;
+    const auto enter = [&](bool isOfType, const char* expected) {
+        if (isOfType)
+            push(value, shape, className, path.text());
+        else
+            mistyped(expected, value, path);
+    };
+    std::visit(
+        Overloaded{[](const json::AnyShape&) {},
+                   [&](const json::BooleanShape&) {
+                       if (!value.IsBool()) mistyped("a boolean", value, path);
+                   },
+                   [&](const json::IntegerShape& range) { checkInteger(value, range, path); },
+                   [&](const json::RealShape&) { checkReal(value, path); },
+                   [&](const json::StringShape& string) { checkString(value, string, path); },
+                   [&](const json::NameShape& name) { checkName(value, name, path); },
+                   [&](const json::ArrayShape&) { enter(value.IsArray(), "an array"); },
+                   [&](const json::MapShape&) { enter(value.IsObject(), "an object"); },
+                   [&](const ObjectShape&) { enter(value.IsObject(), "an object"); },
+                   [&](const json::ClassShape& named) {
+                       if (const KnownClass* known = knownClass(*named.type))
+                           visit(value, known->shape, known->name, siblings, path);
+                   },
+                   [&](const json::BufferShape& buffer) { checkBuffer(value, buffer, path); },
+                   [&](const ChoiceShape& choice) { visitChoice(value, choice, className, siblings, path); }},
+        shape.is);
+}
+
+void Linter::visitObject(const Pending& place) {
+    const auto& object = std::get<ObjectShape>(place.shape->is);
+    checkRequired(place, object);
+    std::vector<bool> seen(object.members.size());
+    for (const auto& member : place.value->GetObject()) {
+        const std::wstring_view key(member.name.GetString(), member.name.GetStringLength());
+        const auto known = std::ranges::find(object.members, key, &MemberShape::key);
+        const Path path{&place.pointer, key, {}};
+        if (known == object.members.end()) {
+            std::vector<std::string> names;
+            for (const MemberShape& other : object.members) names.push_back(text::printable(other.key));
+            report(Severity::warning, path.text(), *place.className + " has no member " + inQuotes(key),
+                   text::printable(key), std::move(names));
+        } else if (auto isSeen = seen[static_cast<std::size_t>(known - object.members.begin())]) {
+            report(Severity::warning, path.text(), "the member appears again; only the first one is read");
+        } else {
+            isSeen = true;
+            visitMember(member, *known, place);
+        }
+    }
+}
+
+void Linter::visitMember(const JsonValue::Member& member, const MemberShape& shape, const Pending& place) {
+    const Path path{&place.pointer, shape.key, {}};
+    if (!shape.isRead)
+        report(Severity::note, path.text(), *place.className + " writes this member and never reads it");
+    visit(member.value, shape.shape, *place.className, *place.value, path);
+}
+
+void Linter::visitArray(const Pending& place) {
+    const auto& array = std::get<json::ArrayShape>(place.shape->is);
+    if (array.size && place.value->Size() != *array.size)
+        report(Severity::error, place.pointer,
+               "should have " + std::to_string(*array.size) + " elements, but has " +
+                   std::to_string(place.value->Size()));
+    for (rapidjson::SizeType i = 0; i < place.value->Size(); ++i)
+        visit((*place.value)[i], *array.element, *place.className, *place.value, {&place.pointer, {}, i});
+}
+
+void Linter::visitMap(const Pending& place) {
+    const Shape& shape = *std::get<json::MapShape>(place.shape->is).value;
+    for (const auto& member : place.value->GetObject())
+        visit(member.value, shape, *place.className, *place.value,
+              {&place.pointer, {member.name.GetString(), member.name.GetStringLength()}, {}});
+}
+
+void Linter::checkInteger(const JsonValue& value, const json::IntegerShape& range, const Path& path) {
+    const std::string bounds = std::to_string(range.least) + " to " + std::to_string(range.most);
+    if (!value.IsInt64() && !value.IsUint64()) return mistyped("an integer from " + bounds, value, path);
+    const bool isInRange = value.IsInt64() ? value.GetInt64() >= range.least &&
+                                                 (value.GetInt64() < 0 || value.GetUint64() <= range.most)
+                                           : value.GetUint64() <= range.most;
+    if (isInRange) return;
+    const std::string outside = numberText(value) + " is out of the range " + bounds;
+    // What wraps is an unsigned number of 32 bits of which the low ones count.
+    if (range.wraps && value.IsUint())
+        report(Severity::error, path.text(),
+               outside + "; it is read as " + std::to_string(value.GetUint() & range.most));
+    else
+        report(Severity::error, path.text(), outside + "; it is not read");
+}
+
+void Linter::checkReal(const JsonValue& value, const Path& path) {
+    if (value.IsDouble()) return;
+    if (!value.IsNumber()) return mistyped("a floating-point number", value, path);
+    report(Severity::error, path.text(),
+           "should be a floating-point number such as " + numberText(value) +
+               ".0, but is the integer literal " + numberText(value) + "; it is not read");
+}
+
+void Linter::checkString(const JsonValue& value, const json::StringShape& shape, const Path& path) {
+    if (!value.IsString()) return mistyped("a string", value, path);
+    if (shape.length && value.GetStringLength() != *shape.length)
+        report(Severity::error, path.text(),
+               "should be a string of " + text::counted(*shape.length, "character", "characters") +
+                   ", but has " + std::to_string(value.GetStringLength()));
+    const std::wstring text = wide(value);
+    if (shape.registered.empty() || std::ranges::find(shape.registered, text) != shape.registered.end())
+        return;
+    std::vector<std::string> names;
+    for (const std::wstring& name : shape.registered) names.push_back(text::printable(name));
+    report(Severity::error, path.text(), "no class is registered by the name " + inQuotes(text),
+           text::printable(text), std::move(names));
+}
+
+void Linter::checkName(const JsonValue& value, const json::NameShape& shape, const Path& path) {
+    if (!value.IsString())
+        return mistyped(std::string("a string, one of the names of ") + shape.names->enumeration(), value,
+                        path);
+    const std::wstring name = wide(value);
+    if (shape.names->hasName(name)) return;
+    report(Severity::error, path.text(),
+           inQuotes(name) + " is no name of " + shape.names->enumeration() + "; it is read as " +
+               inQuotes(shape.names->nameOf(shape.valueOf(name))),
+           text::printable(name), namesIn(*shape.names));
+}
+
+/// The alternative whose conditions the members of `object` fulfil; null when there is none.
+const json::Alternative* choose(const ChoiceShape& choice, const JsonValue& object) {
+    const auto holds = [&object](const json::Condition& condition) {
+        const auto member = object.FindMember(JsonValue(rapidjson::StringRef(
+            condition.key.data(), static_cast<rapidjson::SizeType>(condition.key.size()))));
+        if (member == object.MemberEnd()) return false;
+        const JsonValue& value = member->value;
+        if (const bool* boolean = std::get_if<bool>(&condition.value))
+            return value.IsBool() && value.GetBool() == *boolean;
+        if (!value.IsString()) return false;
+        const auto& expected = std::get<std::wstring>(condition.value);
+        return condition.names ? condition.names->valueOf(wide(value)) == condition.names->valueOf(expected)
+                               : wide(value) == expected;
+    };
+    const auto found = std::ranges::find_if(choice.alternatives, [&](const json::Alternative& alternative) {
+        return std::ranges::all_of(alternative.conditions, holds);
+    });
+    return found == choice.alternatives.end() ? nullptr : &*found;
+}
+
+/// "'command' is 'ping'", for the members that the choice asks for.
+std::string answers(const ChoiceShape& choice, const JsonValue& object) {
+    std::string text;
+    for (const json::Condition& condition : choice.alternatives.front().conditions) {
+        const JsonValue* name = findString(object, std::wstring(condition.key).c_str());
+        text += (text.empty() ? "" : " and ") + inQuotes(condition.key) +
+                (name ? " is " + inQuotes(wide(*name)) : std::string(" is missing"));
+    }
+    return text;
+}
+
+void Linter::visitChoice(const JsonValue& value, const ChoiceShape& choice, const std::string& className,
+                         const JsonValue& siblings, const Path& path) {
+    const bool asksItself = choice.asked == ChoiceShape::Asked::itself;
+    if (asksItself && !value.IsObject()) return mistyped("an object", value, path);
+    const JsonValue& asked = asksItself ? value : siblings;
+    if (const json::Alternative* chosen = choose(choice, asked))
+        return visit(value, chosen->shape, className, siblings, path);
+    // A name that is not registered has been reported where it stands.
+    if (choice.alternatives.empty() || !choice.alternatives.front().conditions.front().names) return;
+    if (!asksItself)
+        return report(Severity::warning, path.text(), "is not read when " + answers(choice, asked));
+    std::vector<std::string> allowed;
+    for (const json::Alternative& alternative : choice.alternatives) {
+        std::string& text = allowed.emplace_back();
+        for (const json::Condition& condition : alternative.conditions)
+            text += (text.empty() ? "" : " ") + text::printable(std::get<std::wstring>(condition.value));
+    }
+    report(Severity::error, path.text(),
+           "no class is registered for an object whose " + answers(choice, asked), {}, std::move(allowed));
+}
+
+void Linter::checkRequired(const Pending& place, const ObjectShape& object) {
+    for (const MemberShape& member : object.members) {
+        if (!member.isRequired) continue;
+        const auto isSame = [&member](const auto& other) {
+            return member.key == std::wstring_view(other.name.GetString(), other.name.GetStringLength());
+        };
+        if (std::ranges::any_of(place.value->GetObject(), isSame)) continue;
+        const auto* choice = std::get_if<ChoiceShape>(&member.shape.is);
+        if (choice && !choose(*choice, *place.value)) continue;
+        report(Severity::error, place.pointer,
+               "the member " + inQuotes(member.key) + " is missing; without it this " + *place.className +
+                   " is not read");
+    }
+}
+
+void Linter::checkBuffer(const JsonValue& value, const json::BufferShape& shape, const Path& path) {
+    if (!value.IsString()) return mistyped("the name of a shared buffer", value, path);
+    const std::wstring name = wide(value);
+    const auto refuse = [&](const std::string& reason) {
+        report(Severity::error, path.text(),
+               "the shared buffer " + inQuotes(name) + " cannot be read: " + reason);
+    };
+    JsonDocument content;
+    try {
+        m_openBuffer(name, content);
+    } catch (const mp::Exception& error) {
+        return refuse(text::printable(error.message()));
+    } catch (const std::exception& error) {
+        return refuse(text::printable(error.what()));
+    }
+    if (const FormInfo* form = json::findForm(*shape.type)) {
+        const Report inBuffer = [&](const Finding& finding) {
+            Finding placed = finding;
+            placed.buffer = name;
+            m_report(placed);
+        };
+        lint(content, *form, inBuffer, m_openBuffer);
+    }
+}
+
+void Linter::mistyped(const std::string& expected, const JsonValue& value, const Path& path) {
+    report(Severity::error, path.text(),
+           "should be " + expected + ", but is " + described(value) + "; it is not read");
+}
+
+void Linter::report(Severity severity, std::string pointer, std::string text, const std::string& word,
+                    std::vector<std::string> allowed) {
+    const std::string nearest = word.empty() ? word : text::nearest(word, allowed);
+    m_report({severity, {}, std::move(pointer), std::move(text), nearest, std::move(allowed)});
+}
+
+} // namespace
+
+const char* nameOf(Severity severity) {
+    switch (severity) {
+    case Severity::error:
+        return "error";
+    case Severity::warning:
+        return "warning";
+    case Severity::note:
+        break;
+    }
+    return "note";
+}
+
+void openSharedBuffer(const std::wstring& name, JsonDocument& content) {
+    // Opening a buffer makes it, and there must be none afterwards that was not there before.
+    const std::string path = mp::sharedDirectory() + '/' + transport::toUtf8(name);
+    if (std::error_code error; !std::filesystem::is_regular_file(path, error))
+        throw std::runtime_error("there is none of that name");
+    std::vector<char> bytes;
+    mp::SharedBuffer<char>(name, false).get(bytes);
+    if (Compressor::isCompressed(bytes.data(), bytes.size())) {
+        std::vector<char> plain;
+        Compressor::decompress(plain, bytes.data(), bytes.size());
+        bytes.swap(plain);
+    }
+    JsonBinaryIO::decode(bytes.data(), bytes.size(), content, content.GetAllocator());
+}
+
+void lint(const JsonValue& document, const json::FormInfo& form, const Report& report,
+          const OpenBuffer& openBuffer) {
+    Linter(report, openBuffer).check(document, form);
+}
+
+std::string fullText(const Finding& finding) {
+    constexpr std::size_t mostNames = 40;
+    std::string text = finding.text;
+    if (!finding.nearest.empty()) text += "; did you mean '" + finding.nearest + "'?";
+    if (finding.allowed.empty()) return text;
+    text += finding.nearest.empty() ? "; there are " : " There are ";
+    for (std::size_t i = 0; i < std::min(finding.allowed.size(), mostNames); ++i)
+        text += (i == 0 ? "" : ", ") + finding.allowed[i];
+    if (finding.allowed.size() > mostNames)
+        text += " and " + std::to_string(finding.allowed.size() - mostNames) + " more";
+    return text;
+}
+
+} // namespace zeq::inspection
