@@ -8,14 +8,36 @@ namespace zeq::inspection {
 
 namespace {
 
-/// How well the document fits: members that it cannot do without first, then any.
-std::pair<std::ptrdiff_t, std::ptrdiff_t> fit(const JsonValue& document, const json::ObjectShape& object) {
+/// How well a document fits a class: members that it cannot do without, then any.
+using Fit = std::pair<std::ptrdiff_t, std::ptrdiff_t>;
+
+Fit fit(const JsonValue& document, const json::FormInfo& form) {
+    const json::Shape shape = form.shape();
+    const auto* object = std::get_if<json::ObjectShape>(&shape.is);
+    if (!object) return {};
     const auto isThere = [&document](const json::MemberShape& member) {
         return document.HasMember(JsonValue(
             rapidjson::StringRef(member.key.data(), static_cast<rapidjson::SizeType>(member.key.size()))));
     };
-    const auto count = [&](auto counts) { return std::ranges::count_if(object.members, counts); };
-    return {count([&](const auto& member) { return member.isRequired && isThere(member); }), count(isThere)};
+    const auto count = [&](auto counts) { return std::ranges::count_if(object->members, counts); };
+    const auto known = count(isThere);
+    if (known == 0 || 2 * known < static_cast<std::ptrdiff_t>(document.MemberCount())) return {};
+    return {count([&](const auto& member) { return member.isRequired && isThere(member); }), known};
+}
+
+template <class Counts>
+const json::FormInfo* best(const JsonValue& document, Counts counts) {
+    if (!document.IsObject()) return nullptr;
+    const json::FormInfo* found = nullptr;
+    Fit foundFit;
+    for (const json::FormInfo* form : json::allForms()) {
+        if (!counts(*form)) continue;
+        const Fit here = fit(document, *form);
+        if (here < foundFit) continue;
+        found = here == foundFit ? nullptr : form;
+        foundFit = here;
+    }
+    return found;
 }
 
 } // namespace
@@ -39,21 +61,11 @@ std::vector<std::string> classNames() {
 }
 
 const json::FormInfo* recognise(const JsonValue& document) {
-    if (!document.IsObject()) return nullptr;
-    const json::FormInfo* best = nullptr;
-    std::pair<std::ptrdiff_t, std::ptrdiff_t> bestFit;
-    for (const json::FormInfo* form : json::allForms()) {
-        if (!form->isWholeDocument) continue;
-        const json::Shape shape = form->shape();
-        const auto here = fit(document, std::get<json::ObjectShape>(shape.is));
-        if (here == bestFit) {
-            best = nullptr;
-        } else if (here > bestFit) {
-            best = form;
-            bestFit = here;
-        }
-    }
-    return best;
+    return best(document, [](const json::FormInfo& form) { return form.isWholeDocument; });
+}
+
+const json::FormInfo* closestClass(const JsonValue& document) {
+    return best(document, [](const json::FormInfo&) { return true; });
 }
 
 } // namespace zeq::inspection

@@ -15,8 +15,11 @@ const json::FormInfo* findClass(const std::string& name);
 /// The names of all classes, in ascending order.
 std::vector<std::string> classNames();
 
-/// The class of a document that crosses a stream on its own: that of which the most members are there, each
-/// that it cannot do without among them or not. Null when there is no such class or no telling.
+/// The class of a document that crosses a stream on its own, by its members, of which at least half must be
+/// known. Null when there is no such class or no telling.
 const json::FormInfo* recognise(const JsonValue& document);
+
+/// The class, of all there are, whose members fit the document best; null when none fits or several do.
+const json::FormInfo* closestClass(const JsonValue& document);
 
 } // namespace zeq::inspection

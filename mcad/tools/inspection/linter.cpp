@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <deque>
 #include <filesystem>
 #include <optional>
 #include <stdexcept>
@@ -32,6 +33,10 @@ template <class... Visitors>
 struct Overloaded : Visitors... {
     using Visitors::operator()...;
 };
+
+std::wstring_view keyOf(const JsonValue::Member& member) {
+    return {member.name.GetString(), member.name.GetStringLength()};
+}
 
 std::wstring wide(const JsonValue& string) { return {string.GetString(), string.GetStringLength()}; }
 
@@ -114,31 +119,29 @@ public:
     void check(const JsonValue& document, const FormInfo& form);
 
 private:
-    /// An object or an array that is still to be looked into.
-    struct Pending {
+    /// An object or an array that is being looked into.
+    struct Frame {
         const JsonValue* value;
         const Shape* shape; ///< an ObjectShape, an ArrayShape or a MapShape
         const std::string* className;
         std::string pointer;
+        rapidjson::SizeType next = 0; ///< the member or element to be visited next
+        std::vector<bool> seen{};     ///< the members of an ObjectShape
     };
 
     const KnownClass* knownClass(const std::type_info& type);
 
     void visit(const JsonValue& value, const Shape& shape, const std::string& className,
                const JsonValue& siblings, const Path& path);
-    void visitObject(const Pending& place);
-    void visitMember(const JsonValue::Member& member, const MemberShape& shape, const Pending& place);
-    void visitArray(const Pending& place);
-    void visitMap(const Pending& place);
-    void push(const JsonValue& value, const Shape& shape, const std::string& className, std::string pointer) {
-        m_pending.push_back({&value, &shape, &className, std::move(pointer)});
-    }
+    void enter(const JsonValue& value, const Shape& shape, const std::string& className, std::string pointer);
+    void visitNext(Frame& place);
+    void visitMember(Frame& place, const JsonValue::Member& member);
 
     void checkInteger(const JsonValue& value, const json::IntegerShape& range, const Path& path);
     void checkReal(const JsonValue& value, const Path& path);
     void checkString(const JsonValue& value, const json::StringShape& shape, const Path& path);
     void checkName(const JsonValue& value, const json::NameShape& shape, const Path& path);
-    void checkRequired(const Pending& place, const ObjectShape& object);
+    void checkRequired(const Frame& place, const ObjectShape& object);
     void checkBuffer(const JsonValue& value, const json::BufferShape& shape, const Path& path);
     void visitChoice(const JsonValue& value, const ChoiceShape& choice, const std::string& className,
                      const JsonValue& siblings, const Path& path);
@@ -150,8 +153,7 @@ private:
     const Report& m_report;
     const OpenBuffer& m_openBuffer;
     std::unordered_map<std::type_index, KnownClass> m_classes;
-    std::vector<Pending> m_pending;
-    std::wstring m_buffer;
+    std::deque<Frame> m_frames; ///< a deque because visiting pushes
 };
 
 const KnownClass* Linter::knownClass(const std::type_info& type) {
@@ -165,25 +167,22 @@ const KnownClass* Linter::knownClass(const std::type_info& type) {
 void Linter::check(const JsonValue& document, const FormInfo& form) {
     const KnownClass& root = *knownClass(*form.type);
     visit(document, root.shape, root.name, document, {nullptr, {}, {}});
-    while (!m_pending.empty()) {
-        const Pending place = std::move(m_pending.back());
-        m_pending.pop_back();
-        const std::size_t before = m_pending.size();
-        std::visit(Overloaded{[&](const ObjectShape&) { visitObject(place); },
-                              [&](const json::ArrayShape&) { visitArray(place); },
-                              [&](const json::MapShape&) { visitMap(place); }, [](const auto&) {}},
-                   place.shape->is);
-        // The first to be found is the first to be looked into.
-        std::reverse(m_pending.begin() + static_cast<std::ptrdiff_t>(before), m_pending.end());
+    while (!m_frames.empty()) {
+        Frame& place = m_frames.back();
+        const auto size = place.value->IsArray() ? place.value->Size() : place.value->MemberCount();
+        if (place.next == size)
+            m_frames.pop_back();
+        else
+            visitNext(place);
     }
 }
 
 void Linter::visit(const JsonValue& value, const Shape& shape, const std::string& className,
                    const JsonValue& siblings, const Path& path) {
     if (value.IsNull() && shape.mayBeNull) return;
-    const auto enter = [&](bool isOfType, const char* expected) {
+    const auto enterIf = [&](bool isOfType, const char* expected) {
         if (isOfType)
-            push(value, shape, className, path.text());
+            enter(value, shape, className, path.text());
         else
             mistyped(expected, value, path);
     };
@@ -196,9 +195,9 @@ void Linter::visit(const JsonValue& value, const Shape& shape, const std::string
                    [&](const json::RealShape&) { checkReal(value, path); },
                    [&](const json::StringShape& string) { checkString(value, string, path); },
                    [&](const json::NameShape& name) { checkName(value, name, path); },
-                   [&](const json::ArrayShape&) { enter(value.IsArray(), "an array"); },
-                   [&](const json::MapShape&) { enter(value.IsObject(), "an object"); },
-                   [&](const ObjectShape&) { enter(value.IsObject(), "an object"); },
+                   [&](const json::ArrayShape&) { enterIf(value.IsArray(), "an array"); },
+                   [&](const json::MapShape&) { enterIf(value.IsObject(), "an object"); },
+                   [&](const ObjectShape&) { enterIf(value.IsObject(), "an object"); },
                    [&](const json::ClassShape& named) {
                        if (const KnownClass* known = knownClass(*named.type))
                            visit(value, known->shape, known->name, siblings, path);
@@ -208,50 +207,49 @@ void Linter::visit(const JsonValue& value, const Shape& shape, const std::string
         shape.is);
 }
 
-void Linter::visitObject(const Pending& place) {
-    const auto& object = std::get<ObjectShape>(place.shape->is);
-    checkRequired(place, object);
-    std::vector<bool> seen(object.members.size());
-    for (const auto& member : place.value->GetObject()) {
-        const std::wstring_view key(member.name.GetString(), member.name.GetStringLength());
-        const auto known = std::ranges::find(object.members, key, &MemberShape::key);
-        const Path path{&place.pointer, key, {}};
-        if (known == object.members.end()) {
-            std::vector<std::string> names;
-            for (const MemberShape& other : object.members) names.push_back(text::printable(other.key));
-            report(Severity::warning, path.text(), *place.className + " has no member " + inQuotes(key),
-                   text::printable(key), std::move(names));
-        } else if (auto isSeen = seen[static_cast<std::size_t>(known - object.members.begin())]) {
-            report(Severity::warning, path.text(), "the member appears again; only the first one is read");
-        } else {
-            isSeen = true;
-            visitMember(member, *known, place);
-        }
+void Linter::enter(const JsonValue& value, const Shape& shape, const std::string& className,
+                   std::string pointer) {
+    Frame& place = m_frames.emplace_back(Frame{&value, &shape, &className, std::move(pointer)});
+    if (const auto* object = std::get_if<ObjectShape>(&shape.is)) {
+        place.seen.resize(object->members.size());
+        checkRequired(place, *object);
+    } else if (const auto* array = std::get_if<json::ArrayShape>(&shape.is)) {
+        if (array->size && value.Size() != *array->size)
+            report(Severity::error, place.pointer,
+                   "should have " + std::to_string(*array->size) + " elements, but has " +
+                       std::to_string(value.Size()));
     }
 }
 
-void Linter::visitMember(const JsonValue::Member& member, const MemberShape& shape, const Pending& place) {
-    const Path path{&place.pointer, shape.key, {}};
-    if (!shape.isRead)
+void Linter::visitNext(Frame& place) {
+    const JsonValue& value = *place.value;
+    const rapidjson::SizeType i = place.next++;
+    if (const auto* array = std::get_if<json::ArrayShape>(&place.shape->is))
+        return visit(value[i], *array->element, *place.className, value, {&place.pointer, {}, i});
+    const JsonValue::Member& member = value.MemberBegin()[i];
+    const auto* map = std::get_if<json::MapShape>(&place.shape->is);
+    if (!map) return visitMember(place, member);
+    visit(member.value, *map->value, *place.className, value, {&place.pointer, keyOf(member), {}});
+}
+
+void Linter::visitMember(Frame& place, const JsonValue::Member& member) {
+    const auto& members = std::get<ObjectShape>(place.shape->is).members;
+    const std::wstring_view key = keyOf(member);
+    const Path path{&place.pointer, key, {}};
+    const auto known = std::ranges::find(members, key, &MemberShape::key);
+    if (known == members.end()) {
+        std::vector<std::string> names;
+        for (const MemberShape& other : members) names.push_back(text::printable(other.key));
+        return report(Severity::warning, path.text(), *place.className + " has no member " + inQuotes(key),
+                      text::printable(key), std::move(names));
+    }
+    const auto index = static_cast<std::size_t>(known - members.begin());
+    if (place.seen[index])
+        return report(Severity::warning, path.text(), "the member appears again; only the first one is read");
+    place.seen[index] = true;
+    if (!known->isRead)
         report(Severity::note, path.text(), *place.className + " writes this member and never reads it");
-    visit(member.value, shape.shape, *place.className, *place.value, path);
-}
-
-void Linter::visitArray(const Pending& place) {
-    const auto& array = std::get<json::ArrayShape>(place.shape->is);
-    if (array.size && place.value->Size() != *array.size)
-        report(Severity::error, place.pointer,
-               "should have " + std::to_string(*array.size) + " elements, but has " +
-                   std::to_string(place.value->Size()));
-    for (rapidjson::SizeType i = 0; i < place.value->Size(); ++i)
-        visit((*place.value)[i], *array.element, *place.className, *place.value, {&place.pointer, {}, i});
-}
-
-void Linter::visitMap(const Pending& place) {
-    const Shape& shape = *std::get<json::MapShape>(place.shape->is).value;
-    for (const auto& member : place.value->GetObject())
-        visit(member.value, shape, *place.className, *place.value,
-              {&place.pointer, {member.name.GetString(), member.name.GetStringLength()}, {}});
+    visit(member.value, known->shape, *place.className, *place.value, path);
 }
 
 void Linter::checkInteger(const JsonValue& value, const json::IntegerShape& range, const Path& path) {
@@ -357,12 +355,10 @@ void Linter::visitChoice(const JsonValue& value, const ChoiceShape& choice, cons
            "no class is registered for an object whose " + answers(choice, asked), {}, std::move(allowed));
 }
 
-void Linter::checkRequired(const Pending& place, const ObjectShape& object) {
+void Linter::checkRequired(const Frame& place, const ObjectShape& object) {
     for (const MemberShape& member : object.members) {
         if (!member.isRequired) continue;
-        const auto isSame = [&member](const auto& other) {
-            return member.key == std::wstring_view(other.name.GetString(), other.name.GetStringLength());
-        };
+        const auto isSame = [&member](const auto& other) { return member.key == keyOf(other); };
         if (std::ranges::any_of(place.value->GetObject(), isSame)) continue;
         const auto* choice = std::get_if<ChoiceShape>(&member.shape.is);
         if (choice && !choose(*choice, *place.value)) continue;

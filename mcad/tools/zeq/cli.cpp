@@ -73,6 +73,17 @@ CommandLine::CommandLine() {
     addImportCommand("import", "Import a CAD file and show its assembly tree and a summary", EAction::import);
     addImportCommand("tree", "Import a CAD file and show its assembly tree", EAction::tree);
 
+    CLI::App* check =
+        addCommand("check", "Say what is wrong in documents that somebody wrote", EAction::check);
+    check
+        ->add_option("FILE", m_settings.files,
+                     "Documents, bare objects or reports of --json; - is standard input")
+        ->required()
+        ->type_name("")
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+    check->add_option("--class", m_settings.className, "The class of a bare object, such as ExcBlock")
+        ->type_name("NAME");
+
     m_app.add_flag("--json", m_settings.json, "Print one JSON document, with everything that arrived");
     m_app.add_option("-o,--output", m_settings.output, "Write the result to this file")->type_name("FILE");
     m_app.add_flag("--force", m_settings.force, "Let --output replace a file");

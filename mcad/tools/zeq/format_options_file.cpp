@@ -1,12 +1,8 @@
 // Reading the array; what makes a group is the library's to decide.
 #include "zeq/format_options_file.h"
 
-#include <sstream>
-
-#include "transport/utf8.h"
 #include "zeq/failure.h"
-#include "zeq/interruptible.h"
-#include "zeq_api/json/text_io.h"
+#include "zeq/json_file.h"
 
 namespace zeq::host {
 
@@ -15,12 +11,8 @@ void readFormatOptions(const std::string& path, transport::SignalPipe& signals, 
         throw Failure(exit_code::inputOutput, cannot("use the options of", path, reason));
     };
     JsonDocument groups;
-    try {
-        std::wistringstream text(transport::fromUtf8(readAll(path, signals)));
-        if (!JsonTextIO::read(text, groups)) refuse("not a JSON document");
-    } catch (const transport::EncodingError& error) {
-        refuse(error.what());
-    }
+    std::string problem;
+    if (!readJsonFile(path, signals, groups, problem)) refuse(problem);
     if (!groups.IsArray()) refuse("not a JSON array of option groups");
     for (rapidjson::SizeType i = 0; i < groups.Size(); ++i) {
         std::shared_ptr<IFormatOptions> group = IFormatOptions::readOptions(groups[i]);

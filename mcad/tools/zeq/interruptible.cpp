@@ -34,7 +34,7 @@ std::string readAll(const std::string& path, transport::SignalPipe& signals) {
             throw Failure(exit_code::inputOutput,
                           cannot("read", path, std::generic_category().message(error)));
     };
-    constexpr std::size_t mostBytes = std::size_t{64} << 20;
+    constexpr std::size_t mostBytes = std::size_t{1} << 30;
     transport::Descriptor file;
     int fd = STDIN_FILENO;
     if (path != "-") {

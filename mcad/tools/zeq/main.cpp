@@ -12,6 +12,7 @@
 
 #include "mv_cvx/logger.h"
 #include "zeq/actions.h"
+#include "zeq/check.h"
 #include "zeq/cli.h"
 #include "zeq/failure.h"
 #include "zeq/import.h"
@@ -46,7 +47,8 @@ void startLog(const LogTarget& log) {
         throw Failure(exit_code::inputOutput, cannot("log to", log.path, "it cannot be opened"));
 }
 
-void perform(const Host& host, Output& output) {
+/// Runs the action and returns the exit code of its verdict.
+int perform(const Host& host, Output& output) {
     switch (host.settings.action) {
     case EAction::showText:
         output.write(host.settings.text);
@@ -64,7 +66,10 @@ void perform(const Host& host, Output& output) {
     case EAction::tree:
         importFile(host, output);
         break;
+    case EAction::check:
+        return checkFiles(host, output);
     }
+    return exit_code::done;
 }
 
 const char* nameOf(EAction action) {
@@ -81,6 +86,8 @@ const char* nameOf(EAction action) {
         return "import";
     case EAction::tree:
         return "tree";
+    case EAction::check:
+        return "check";
     }
     return "";
 }
@@ -131,8 +138,9 @@ int run(int argc, char** argv) {
         outcome.then(console, [&] {
             if (settings.log) startLog(*settings.log);
             output.emplace(settings.output, settings.force, signals);
-            perform({settings, console, signals, report}, *output);
+            const int verdict = perform({settings, console, signals, report}, *output);
             if (!settings.json) output->commit();
+            outcome.exitCode = verdict;
         });
     }
     if (settings.json) {

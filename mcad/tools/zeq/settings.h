@@ -4,6 +4,7 @@
 #include <chrono>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace zeq::host {
 
@@ -14,6 +15,7 @@ enum class EAction {
     info,
     import,
     tree,
+    check,
 };
 
 enum class EColor {
@@ -33,8 +35,10 @@ struct Settings {
     std::string text; ///< for showText
 
     std::string file;
-    std::string formatOptions; ///< path of a JSON array; "-" is standard input
-    bool all = false;          ///< the tree without bounds
+    std::string formatOptions;      ///< path of a JSON array; "-" is standard input
+    bool all = false;               ///< the tree without bounds
+    std::vector<std::string> files; ///< those to check
+    std::string className;          ///< empty when the documents tell
 
     std::string translator; ///< path, or name to be found in PATH
     std::optional<std::chrono::duration<double>> timeout;

@@ -26,12 +26,34 @@ void ExcMessageBase::writeObject(JsonValue& out, JsonAllocator& alloc) const {
     json::write<JsonForm>(*this, out, alloc);
 }
 
+struct ExcMessage::JsonForm {
+    using This = ExcMessage;
+    static constexpr json::Form form{json::Head{"ExcMessage", area::untraced, json::silently},
+                                     json::base<ExcMessageBase>};
+};
+
+void ExcMessage::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
+void ExcMessage::writeObject(JsonValue& out, JsonAllocator& alloc) const {
+    json::write<JsonForm>(*this, out, alloc);
+}
+
 const std::wstring& ExcMessage::objName() {
     static const std::wstring name = L"exc_message";
     return name;
 }
 
 std::shared_ptr<IExchangeObject> ExcMessage::clone() const { return std::make_shared<ExcMessage>(); }
+
+struct ExcLog::JsonForm {
+    using This = ExcLog;
+    static constexpr json::Form form{json::Head{"ExcLog", area::untraced, json::silently},
+                                     json::base<ExcMessageBase>};
+};
+
+void ExcLog::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
+void ExcLog::writeObject(JsonValue& out, JsonAllocator& alloc) const {
+    json::write<JsonForm>(*this, out, alloc);
+}
 
 const std::wstring& ExcLog::objName() {
     static const std::wstring name = L"exc_log";

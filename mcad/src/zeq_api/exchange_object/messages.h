@@ -34,8 +34,14 @@ public:
     using ExcMessageBase::ExcMessageBase;
 
     static const std::wstring& objName();
+
+    void readObject(const JsonValue& object) override;
+    void writeObject(JsonValue& out, JsonAllocator& alloc) const override;
     const std::wstring& objectName() const override { return objName(); }
     std::shared_ptr<IExchangeObject> clone() const override;
+
+private:
+    struct JsonForm;
 };
 
 /// A line for the host's log.
@@ -44,8 +50,14 @@ public:
     using ExcMessageBase::ExcMessageBase;
 
     static const std::wstring& objName();
+
+    void readObject(const JsonValue& object) override;
+    void writeObject(JsonValue& out, JsonAllocator& alloc) const override;
     const std::wstring& objectName() const override { return objName(); }
     std::shared_ptr<IExchangeObject> clone() const override;
+
+private:
+    struct JsonForm;
 };
 
 /// How far the translation has come.

@@ -1,0 +1,17 @@
+// JSON documents in files of the user's.
+#pragma once
+
+#include <string>
+
+#include "transport/signal_pipe.h"
+#include "zeq_api/json/json_value.h"
+
+namespace zeq::host {
+
+/// Reads a JSON document in UTF-8; "-" is standard input.
+/// @return false if the file is something else; `problem` then says why
+/// @throws Failure if the file cannot be read
+bool readJsonFile(const std::string& path, transport::SignalPipe& signals, JsonDocument& document,
+                  std::string& problem);
+
+} // namespace zeq::host
