@@ -1,5 +1,15 @@
-// The option groups common to all formats, and the factory of groups.
+// The option groups and their factory.
 #include "zeq_api/format_options/format_options.h"
+
+#include <cstdlib>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <typeindex>
+#include <vector>
+
+#include <cxxabi.h>
 
 #include <gtest/gtest.h>
 
@@ -9,6 +19,8 @@
 #include "support/log_capture.h"
 #include "support/trace.h"
 #include "zeq_api/format_options/common_options.h"
+#include "zeq_api/format_options/export_options.h"
+#include "zeq_api/format_options/import_options.h"
 
 namespace zeq {
 namespace {
@@ -23,28 +35,91 @@ std::shared_ptr<IFormatOptions> made(const std::wstring& text) {
     return IFormatOptions::readOptions(test::parse(stream));
 }
 
-TEST(FormatOptions, BecomeWhatTheirCasesSay) {
-    test::CaseRunner()
-        .add<OptionsGeneral>("OptionsGeneral")
-        .add<OptionsGraphical>("OptionsGraphical")
-        .add<OptionsMechanical>("OptionsMechanical")
-        .add<OptionsModeler>("OptionsModeler")
-        .run("format_options.jsonl");
+/// The name of a class inside namespace zeq.
+std::string nameOf(const std::type_index& type) {
+    const std::unique_ptr<char, void (*)(void*)> name(
+        abi::__cxa_demangle(type.name(), nullptr, nullptr, nullptr), std::free);
+    return std::string(name.get()).substr(std::string_view("zeq::").size());
 }
 
-TEST(FormatOptions, TheFactoryMakesAndReadsTheGroupOfEachFormat) {
-    const OptionsGeneral general;
-    const OptionsGraphical graphical;
-    const OptionsModeler modeler;
-    OptionsMechanical mechanical;
-    mechanical.setMiscDataProcessingMode(EMiscDataProcessingModeType::none);
-    for (const IFormatOptions* group :
-         std::initializer_list<const IFormatOptions*>{&general, &graphical, &mechanical, &modeler}) {
-        const auto read = made(writtenBy(*group));
-        ASSERT_TRUE(read);
-        EXPECT_EQ(read->formatType(), group->formatType());
-        EXPECT_EQ(writtenBy(*read), writtenBy(*group));
+template <class... Groups>
+struct GroupList {
+    static void addTo(test::CaseRunner& runner) { (runner.add<Groups>(nameOf(typeid(Groups))), ...); }
+    static auto types() {
+        return std::map<std::pair<EOperationType, EFormatType>, std::type_index>{
+            {{Groups().operationType(), Groups().formatType()}, typeid(Groups)}...};
     }
+};
+using AllGroups =
+    GroupList<OptionsGeneral, OptionsGraphical, OptionsMechanical, OptionsModeler, imp::Options3DXML,
+              imp::OptionsCatiaV4, imp::OptionsCatiaV5, imp::OptionsCatiaV5Drawing, imp::OptionsCreo,
+              imp::OptionsIGES, imp::OptionsInventor, imp::OptionsJT, imp::OptionsNX, imp::OptionsParasolid,
+              imp::OptionsSolidEdge, imp::OptionsSolidWorks, imp::OptionsSolidWorksDrawing, imp::OptionsSTEP,
+              imp::OptionsXCGM, exp::Options3DXML, exp::OptionsAcis, exp::OptionsCatiaV4, exp::OptionsCatiaV5,
+              exp::OptionsIGES, exp::OptionsParasolid, exp::OptionsPDF, exp::OptionsSTEP, exp::OptionsSTL,
+              exp::OptionsXCGM>;
+
+TEST(FormatOptions, BecomeWhatTheirCasesSay) {
+    test::CaseRunner runner;
+    AllGroups::addTo(runner);
+    runner.run("format_options.jsonl");
+}
+
+TEST(FormatOptions, TheFactoryMakesTheGroupOfEachOperationAndFormat) {
+    const auto types = AllGroups::types();
+    const std::map<EOperationType, std::string> refusals{
+        {EOperationType::options, "FormatOptions: Unknown common options type."},
+        {EOperationType::import, "FormatOptions: No options for given import format."},
+        {EOperationType::export_, "FormatOptions: No options for given export format."}};
+    for (const auto& [operation, refusal] : refusals) {
+        for (const EnumEntry& format : enumTable(EFormatType{}).entries()) {
+            const std::wstring text = L"{\"operation_type\":\"" + enumToString(operation) +
+                                      L"\",\"format_type\":\"" + format.name + L"\"}";
+            SCOPED_TRACE(testing::PrintToString(text));
+            test::LogCapture log;
+            const auto group = made(text);
+            const auto expected = types.find({operation, static_cast<EFormatType>(format.value)});
+            if (expected == types.end()) {
+                EXPECT_EQ(group, nullptr);
+                EXPECT_EQ(log.take(), (Lines{{mv_cvx::Info, refusal}}));
+                continue;
+            }
+            ASSERT_TRUE(group);
+            EXPECT_EQ(nameOf(typeid(*group)), nameOf(expected->second));
+            EXPECT_EQ(test::signaturesOf(log.take(), "mcad/src/zeq_api/format_options"),
+                      (std::vector<std::string>{
+                          "virtual void zeq::" + nameOf(expected->second) + "::readObject(const JsonValue &)",
+                          "virtual void zeq::IFormatOptions::readObject(const JsonValue &)"}));
+        }
+    }
+}
+
+TEST(FormatOptions, TheFactoryReadsTheGroup) {
+    const wchar_t text[] =
+        LR"({"operation_type":"import","format_type":"parasolid","hidden_entities_mode":"all"})";
+    EXPECT_EQ(writtenBy(*made(text)), text);
+}
+
+TEST(FormatOptions, UnknownNamesStandForExportTo3DPDF) {
+    const auto group = made(LR"({"operation_type":"foo","format_type":"foo"})");
+    EXPECT_TRUE(std::dynamic_pointer_cast<exp::OptionsPDF>(group));
+}
+
+template <class... Groups>
+void expectPersistentNamesInMemory() {
+    using enum EPersistentNameProcessingModeType;
+    const auto check = [](auto group) {
+        const std::wstring written = writtenBy(group);
+        for (const auto mode : {face, vertex, face}) group.addPersistentNameMode(mode);
+        EXPECT_EQ(group.persistentNameModes(), (std::set{vertex, face}));
+        EXPECT_EQ(writtenBy(group), written);
+    };
+    (check(Groups()), ...);
+}
+
+TEST(FormatOptions, PersistentNameModesStayInMemory) {
+    expectPersistentNamesInMemory<imp::OptionsCatiaV5, imp::OptionsCreo, imp::OptionsInventor, imp::OptionsNX,
+                                  imp::OptionsSolidEdge, imp::OptionsSolidWorks>();
 }
 
 TEST(FormatOptions, CombinedMemoryFlagsHaveNoName) {
@@ -67,15 +142,9 @@ TEST(FormatOptions, TheFactorySaysWhyItMakesNoGroup) {
          {mv_cvx::Error, "FormatOptions object should contain format type."}},
         {LR"({"operation_type":"options","format_type":25})",
          {mv_cvx::Error, "FormatOptions object should contain format type."}},
-        {LR"({"operation_type":"options","format_type":"unknown"})",
-         {mv_cvx::Info, "FormatOptions: Unknown common options type."}},
-        {LR"({"operation_type":"import","format_type":"general"})",
-         {mv_cvx::Info, "FormatOptions: No options for given import format."}},
         {LR"({"operation_type":"import","format_type":"foo"})", // as 3D_PDF
          {mv_cvx::Info, "FormatOptions: No options for given import format."}},
         {LR"({"operation_type":"foo","format_type":"modeler"})", // as export
-         {mv_cvx::Info, "FormatOptions: No options for given export format."}},
-        {LR"({"format_type":"UDL","operation_type":"export"})",
          {mv_cvx::Info, "FormatOptions: No options for given export format."}},
     };
     for (const auto& [text, line] : cases) {
@@ -85,32 +154,26 @@ TEST(FormatOptions, TheFactorySaysWhyItMakesNoGroup) {
     }
 }
 
-/// Groups for one operation with nothing of their own.
-struct ImportGroup : imp::FormatOptions {
+/// A group with nothing of its own.
+struct PlainGroup : imp::FormatOptions {
     EFormatType formatType() const override { return EFormatType::PDF_3D; }
 };
-struct ExportGroup : exp::FormatOptions {
-    EFormatType formatType() const override { return EFormatType::XML_3D; }
-};
 
-TEST(FormatOptions, GroupsForOneOperationSaySo) {
-    EXPECT_EQ(writtenBy(ImportGroup()), LR"({"operation_type":"import","format_type":"3D_PDF"})");
-    EXPECT_EQ(writtenBy(ExportGroup()), LR"({"operation_type":"export","format_type":"3D_XML"})");
+TEST(FormatOptions, AGroupWithoutAFormHasTheFormOfItsBase) {
+    EXPECT_EQ(writtenBy(PlainGroup()), LR"({"operation_type":"import","format_type":"3D_PDF"})");
 
     test::LogCapture log(mv_cvx::Debug);
-    ImportGroup group;
-    readFrom(group, L"7"); // without a message of its own
+    PlainGroup group;
+    readFrom(group, L"7");
     EXPECT_EQ(log.take(), (Lines{{mv_cvx::Error, "FormatOptions object should have a JSON object type."}}));
 }
 
-TEST(FormatOptions, EveryReaderAndWriterLeavesATrace) {
+TEST(FormatOptions, WritersLeaveATrace) {
     test::LogCapture log;
-    writtenBy(*made(LR"({"operation_type":"options","format_type":"mechanical"})"));
+    writtenBy(imp::OptionsNX());
     EXPECT_EQ(test::signaturesOf(log.take(), "mcad/src/zeq_api/format_options"),
               (std::vector<std::string>{
-                  "virtual void zeq::OptionsMechanical::readObject(const JsonValue &)",
-                  "virtual void zeq::IFormatOptions::readObject(const JsonValue &)",
-                  "virtual void zeq::OptionsMechanical::writeObject(JsonValue &, JsonAllocator &) const",
+                  "virtual void zeq::imp::OptionsNX::writeObject(JsonValue &, JsonAllocator &) const",
                   "virtual void zeq::IFormatOptions::writeObject(JsonValue &, JsonAllocator &) const",
               }));
 }

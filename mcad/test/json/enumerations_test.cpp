@@ -52,14 +52,25 @@ Comparisons comparisonsOf() {
 
 TEST(Enumerations, HaveTheNamesOfTheDataFile) {
     const Comparisons comparisons = comparisonsOf<
-        Command::EType, EAcisHealType, EAcisSplineResurfacingModeType, EAttributeProcessingModeType,
-        EConvexorInterface, EFeatureToleranceProcessingModeType, EFormatType, ELengthUnitType,
+        Command::EType, EAcisHealType, EAcisSplineResurfacingModeType, EActiveStateProcessingModeType,
+        EAssemblyPathPrefType, EAssemblyUnfoldedViewMode, EAttributeProcessingModeType, EConvexorInterface,
+        ECopiousDataModeType, EDefaultColorMode, EDocumentDelayLoadingMode, EEdgeAttributeModeType,
+        EEdgeCurveMode, EExportCgrCompatibilityMode, EExportSaveMode, EExportVersionAcis,
+        EExportVersionCatiaV4, EExportVersionCatiaV5, EExportVersionParasolid, EExportVersionStep,
+        EExportVersionXCGM, EFeatureToleranceProcessingModeType, EFormatType, EGraphicalPMIContainerMode,
+        EImportEdgesModeType, EImportEntities, EImportMfgHolesOnSheetsMode, EImportMfgProcessingModeType,
+        EImportProductStructureRepresentationMode, ELayerNameProcessingModeType, ELengthUnitType,
         ELogEventLevelType, ELogFileEncodingType, ELoggingModeType, EMassUnitType, EMemoryManagementModeFlags,
-        EMiscDataProcessingModeType, EOperationType, EParasolidMode, EPreserveMfgModeType,
-        EPreserveModelAssociativityModeType, EPreservePMIModeType, ETemperatureUnitType, ETimeUnitType,
-        ETopologicalEntityInspectorModeType, ETranslateReferenceGeometryMode, EVisuBRepTessellationModeType,
-        EVisuTextDataMode, EVisuTextStrokingMode, EWorldOrientation, ExcEntity::EType, ExcMiscProperty::EType,
-        ExcMiscProperty::EValueType, ExcStageFinished::EStage, Result::ECode>();
+        EMiscDataProcessingModeType, ENameProcessingModeType, EOperationType, EParasolidMode,
+        EPersistentNameProcessingModeType, EPreserveMfgModeType, EPreserveModelAssociativityModeType,
+        EPreservePMIModeType, EProcessInWorkObjectModeType, EProcessMfgDataModeType, ETemperatureUnitType,
+        ETimeUnitType, ETopologicalEntityInspectorModeType, ETranslateConstructionGeometriesModeType,
+        ETranslateDrivingDimensionsModeType, ETranslateFreeCurvesModeType, ETranslateFreePointsModeType,
+        ETranslateHiddenEntitiesModeType, ETranslateReferenceGeometryMode,
+        ETranslateSuppressedEntitiesModeType, ETrimCurveImportPreferenceModeType, EUserPropertiesModeType,
+        EVisuBRepTessellationModeType, EVisuPMIProcessingMode, EVisuTextDataMode, EVisuTextStrokingMode,
+        EWorldOrientation, ExcEntity::EType, ExcMiscProperty::EType, ExcMiscProperty::EValueType,
+        ExcStageFinished::EStage, Result::ECode>();
     std::set<std::string> missing;
     for (const auto& [name, comparison] : comparisons) missing.insert(name);
     test::forEachLine("enumerations.jsonl", [&](int, const JsonValue& line) {

@@ -4,7 +4,9 @@
 
 #include "mv_cvx/logger.h"
 #include "zeq_api/format_options/common_options.h"
+#include "zeq_api/format_options/export_options.h"
 #include "zeq_api/format_options/format_options.h"
+#include "zeq_api/format_options/import_options.h"
 
 namespace zeq {
 
@@ -26,6 +28,31 @@ const Makers& makers() {
         maker<OptionsGraphical>(),
         maker<OptionsMechanical>(),
         maker<OptionsModeler>(),
+        maker<imp::OptionsParasolid>(),
+        maker<imp::OptionsCatiaV5>(),
+        maker<imp::OptionsCatiaV5Drawing>(),
+        maker<imp::OptionsCatiaV4>(),
+        maker<imp::OptionsIGES>(),
+        maker<imp::OptionsSTEP>(),
+        maker<imp::OptionsCreo>(),
+        maker<imp::OptionsNX>(),
+        maker<imp::OptionsSolidWorks>(),
+        maker<imp::OptionsSolidWorksDrawing>(),
+        maker<imp::OptionsSolidEdge>(),
+        maker<imp::OptionsJT>(),
+        maker<imp::OptionsInventor>(),
+        maker<imp::Options3DXML>(),
+        maker<imp::OptionsXCGM>(),
+        maker<exp::OptionsAcis>(),
+        maker<exp::OptionsParasolid>(),
+        maker<exp::OptionsCatiaV5>(),
+        maker<exp::OptionsCatiaV4>(),
+        maker<exp::OptionsIGES>(),
+        maker<exp::OptionsSTEP>(),
+        maker<exp::OptionsSTL>(),
+        maker<exp::OptionsPDF>(),
+        maker<exp::Options3DXML>(),
+        maker<exp::OptionsXCGM>(),
     };
     return table;
 }
