@@ -53,11 +53,22 @@ TEST(Command, WritesOptionsForTranslationsOnly) {
         {EType::import, EConvexorInterface(3),
          LR"("uconnect","command":"import","options":{"file":"","force_mp_mode":false,)"
          LR"("translate_world_orientation":false,"translate_misc_data":false,"modeler_version":31},)"},
+        {EType::import, legacy,
+         LR"("legacy","command":"import","options":{"file":"","temporary_dwg":"","pmi_mode":"graphical",)"
+         LR"("product_structure_mode":"as_mechanical_components","colors_mode":"matching_index",)"
+         LR"("hidden_parts_mode":"import_show","ins_units_def_source":"undefined",)"
+         LR"("edge_attribute_mode":"wire_body_only"},)"},
+        {EType::export_, legacy,
+         LR"("legacy","command":"export","options":{"file":"","temporary_dwg":"",)"
+         LR"("ins_units_def_target":"undefined","product_structure_mode":"as_mechanical_components",)"
+         LR"("hidden_parts_mode":"export_hide"},)"},
     };
     for (const auto& [type, interface, written] : cases) {
         Command command = make(type, interface);
         command.setImportOptions(Command::newImportOptions());
         command.setExportOptions(Command::newExportOptions());
+        command.setLegacyImportOptions(Command::newLegacyImportOptions());
+        command.setLegacyExportOptions(Command::newLegacyExportOptions());
         EXPECT_EQ(writtenBy(command),
                   LR"({"convexor_interface":)" + std::wstring(written) + LR"("mt_mode":false})");
     }
@@ -78,10 +89,15 @@ TEST(Command, IsNotWrittenWithoutItsOptions) {
     };
     for (const auto& [type, interface, refusal] : cases) {
         Command command = make(type, interface);
-        if (type == EType::import || interface == legacy)
-            command.setExportOptions(Command::newExportOptions());
-        if (type == EType::export_ || interface == legacy)
-            command.setImportOptions(Command::newImportOptions());
+        const auto isMissing = [&](EType forType, bool forLegacy) {
+            return type == forType && (interface == legacy) == forLegacy;
+        };
+        if (!isMissing(EType::import, false)) command.setImportOptions(Command::newImportOptions());
+        if (!isMissing(EType::export_, false)) command.setExportOptions(Command::newExportOptions());
+        if (!isMissing(EType::import, true))
+            command.setLegacyImportOptions(Command::newLegacyImportOptions());
+        if (!isMissing(EType::export_, true))
+            command.setLegacyExportOptions(Command::newLegacyExportOptions());
         std::wostringstream stream;
         EXPECT_EQ(refusalOf([&] { command.writeObject(stream); }), refusal);
         EXPECT_EQ(stream.str(), L"");
@@ -136,6 +152,10 @@ TEST(Command, ADocumentThatCannotBeReadIsRefused) {
          "Legacy Import command should contain options."},
         {LR"({"command":"export","convexor_interface":"legacy","options":null})",
          "Legacy Export command should contain options."},
+        {LR"({"command":"import","convexor_interface":"legacy","options":{}})",
+         "LegacyImportOptionsImpl::readObject: json document has no valid file path."},
+        {LR"({"command":"export","convexor_interface":"legacy","options":{"file":""}})",
+         "LegacyExportOptionsImpl::readObject: Json document has no valid temporary dwg path."},
         {LR"({"command":"import","convexor_interface":"connect","options":{}})",
          "ImportOptionsImpl::readObject: json document has no valid file path."},
         {LR"({"command":"export","options":{"file":1}})",
@@ -176,6 +196,15 @@ TEST(Command, ReplacesOnlyTheOptionsThatItReads) {
     EXPECT_EQ(command.exportOptions(), exportOptions);
 
     readFrom(command, LR"({"command":"export","options":{"file":"part.igs"}})");
+    EXPECT_EQ(command.exportOptions()->file(), L"part.igs");
+    EXPECT_EQ(command.importOptions()->file(), L"part.stp");
+
+    readFrom(command, LR"({"convexor_interface":"legacy","command":"import",)"
+                      LR"("options":{"file":"old.stp","temporary_dwg":"i.dwg"}})");
+    readFrom(command, LR"({"options":{"file":"old.igs","temporary_dwg":"e.dwg"},)"
+                      LR"("command":"export","convexor_interface":"legacy"})");
+    EXPECT_EQ(command.legacyImportOptions()->temporaryDwg(), L"i.dwg");
+    EXPECT_EQ(command.legacyExportOptions()->temporaryDwg(), L"e.dwg");
     EXPECT_EQ(command.exportOptions()->file(), L"part.igs");
     EXPECT_EQ(command.importOptions()->file(), L"part.stp");
 }
@@ -252,54 +281,59 @@ TEST(Command, NewOptionsAreNotAttached) {
     Command command;
     EXPECT_EQ(command.newImportOptions()->operationType(), EOperationType::import);
     EXPECT_EQ(command.newExportOptions()->operationType(), EOperationType::export_);
+    EXPECT_EQ(command.newLegacyImportOptions()->operationType(), EOperationType::import);
+    EXPECT_EQ(command.newLegacyExportOptions()->operationType(), EOperationType::export_);
     EXPECT_EQ(command.importOptions(), nullptr);
     EXPECT_EQ(command.exportOptions(), nullptr);
+    EXPECT_EQ(command.legacyImportOptions(), nullptr);
+    EXPECT_EQ(command.legacyExportOptions(), nullptr);
 }
 
 TEST(Command, LegacyOptionsAreHeldAsGiven) {
-    const auto options = std::make_shared<Foreign<LegacyImportOptions>>();
-    const auto exportOptions = std::make_shared<Foreign<LegacyExportOptions>>();
+    const auto importOptions = Command::newLegacyImportOptions();
+    const auto exportOptions = Command::newLegacyExportOptions();
     Command command;
-    command.setLegacyImportOptions(options);
+    command.setLegacyImportOptions(importOptions);
     command.setLegacyExportOptions(exportOptions);
-    EXPECT_EQ(command.legacyImportOptions(), options);
+    EXPECT_EQ(command.legacyImportOptions(), importOptions);
     EXPECT_EQ(command.legacyExportOptions(), exportOptions);
-
-    command.setInternalInterface(legacy); // but only the library's own are written
-    command.setType(EType::import);
-    EXPECT_EQ(refusalOf([&] { writtenBy(command); }),
-              "Import(LEGACY) command should contain import options(LEGACY)");
-    command.setType(EType::export_);
-    EXPECT_EQ(refusalOf([&] { writtenBy(command); }),
-              "Export(LEGACY) command should contain export options(LEGACY)");
-
     command.setLegacyImportOptions(nullptr);
+    command.setLegacyExportOptions(nullptr);
     EXPECT_EQ(command.legacyImportOptions(), nullptr);
+    EXPECT_EQ(command.legacyExportOptions(), nullptr);
 }
 
 TEST(Command, EveryReaderAndWriterLeavesATrace) {
     Command command = make(EType::import, connect);
     command.setImportOptions(Command::newImportOptions());
     command.setExportOptions(Command::newExportOptions());
+    command.setLegacyExportOptions(Command::newLegacyExportOptions());
     test::LogCapture log;
     readFrom(command, writtenBy(command));
     command.setType(EType::export_);
     readFrom(command, writtenBy(command));
-    EXPECT_EQ(test::signaturesOf(log.take(), "mcad/src/zeq_api/zeq_api_command"),
-              (std::vector<std::string>{
-                  "virtual void zeq::Command::writeObject(mp::OutputStream &) const",
-                  "virtual void zeq::ImportOptionsImpl::writeObject(JsonValue &, JsonAllocator &) const",
-                  "ImportOptions.file = ",
-                  "virtual void zeq::Command::readObject(mp::InputStream &)",
-                  "virtual void zeq::ImportOptionsImpl::readObject(const JsonValue &)",
-                  "ImportOptions.file = ",
-                  "virtual void zeq::Command::writeObject(mp::OutputStream &) const",
-                  "virtual void zeq::ExportOptionsImpl::writeObject(JsonValue &, JsonAllocator &) const",
-                  "ExportOptions.file = ",
-                  "virtual void zeq::Command::readObject(mp::InputStream &)",
-                  "virtual void zeq::ExportOptionsImpl::readObject(const JsonValue &)",
-                  "ExportOptions.file = ",
-              }));
+    command.setInternalInterface(legacy);
+    readFrom(command, writtenBy(command));
+    EXPECT_EQ(
+        test::signaturesOf(log.take(), "mcad/src/zeq_api/zeq_api_command"),
+        (std::vector<std::string>{
+            "virtual void zeq::Command::writeObject(mp::OutputStream &) const",
+            "virtual void zeq::ImportOptionsImpl::writeObject(JsonValue &, JsonAllocator &) const",
+            "ImportOptions.file = ",
+            "virtual void zeq::Command::readObject(mp::InputStream &)",
+            "virtual void zeq::ImportOptionsImpl::readObject(const JsonValue &)",
+            "ImportOptions.file = ",
+            "virtual void zeq::Command::writeObject(mp::OutputStream &) const",
+            "virtual void zeq::ExportOptionsImpl::writeObject(JsonValue &, JsonAllocator &) const",
+            "ExportOptions.file = ",
+            "virtual void zeq::Command::readObject(mp::InputStream &)",
+            "virtual void zeq::ExportOptionsImpl::readObject(const JsonValue &)",
+            "ExportOptions.file = ",
+            "virtual void zeq::Command::writeObject(mp::OutputStream &) const",
+            "virtual void zeq::LegacyExportOptionsImpl::writeObject(JsonValue &, JsonAllocator &) const",
+            "virtual void zeq::Command::readObject(mp::InputStream &)",
+            "virtual void zeq::LegacyExportOptionsImpl::readObject(const JsonValue &)",
+        }));
 }
 
 } // namespace

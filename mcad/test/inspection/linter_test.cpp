@@ -121,7 +121,8 @@ std::map<std::string, Rewrite> makeRewriters() {
     }
     addAll<ConvexorInfo, ExcBlock, ExcBlockReference, ExcColor, ExcEntity, ExcFullSubentPath, ExcMatrix3d,
            ExcMiscData, ExcMiscPropertiesGroup, ExcMiscProperty, ExcTransformation, ExcVector2d, ExcVector3d,
-           ExportOptionsImpl, Format, ImportOptionsImpl, Result, ThirdpartyCore>(rewriters);
+           ExportOptionsImpl, Format, ImportOptionsImpl, LegacyExportOptionsImpl, LegacyImportOptionsImpl,
+           Result, ThirdpartyCore>(rewriters);
     return rewriters;
 }
 

@@ -326,7 +326,7 @@ const json::Alternative* choose(const ChoiceShape& choice, const JsonValue& obje
 /// "'command' is 'ping'", for the members that the choice asks for.
 std::string answers(const ChoiceShape& choice, const JsonValue& object) {
     std::string text;
-    for (const json::Condition& condition : choice.alternatives.front().conditions) {
+    for (const json::Condition& condition : choice.alternatives.back().conditions) { // the most general
         const JsonValue* name = findString(object, std::wstring(condition.key).c_str());
         text += (text.empty() ? "" : " and ") + inQuotes(condition.key) +
                 (name ? " is " + inQuotes(wide(*name)) : std::string(" is missing"));

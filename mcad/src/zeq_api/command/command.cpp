@@ -13,12 +13,6 @@ const ConvexorOptions* implementation(const std::shared_ptr<Options>& options) {
     return dynamic_cast<const Implementation*>(options.get());
 }
 
-/// The same for the legacy interface, for which there is no implementation yet.
-template <class Options>
-const ConvexorOptions* legacyImplementation(const std::shared_ptr<Options>& /*options*/) {
-    return nullptr;
-}
-
 const ConvexorOptions* require(const ConvexorOptions* options, const char* refusal) {
     if (!options) throw std::invalid_argument(refusal);
     return options;
@@ -28,7 +22,7 @@ const ConvexorOptions* require(const ConvexorOptions* options, const char* refus
 template <class View, class Options>
 void replace(std::shared_ptr<Options>& options, std::shared_ptr<Options> made, const View& document,
              const char* refusal) {
-    if (!made || !document || document->kind() != json::Kind::object) throw std::invalid_argument(refusal);
+    if (!document || document->kind() != json::Kind::object) throw std::invalid_argument(refusal);
     json::readNested(*made, *document);
     options = std::move(made);
 }
@@ -84,7 +78,11 @@ struct Command::JsonForm {
             };
             const json::Condition imports = json::isName(L"command", EType::import, true);
             const json::Condition exports = json::isName(L"command", EType::export_, true);
+            const json::Condition isLegacy =
+                json::isName(L"convexor_interface", EConvexorInterface::legacy, true);
+            add({imports, isLegacy}, typeid(LegacyImportOptionsImpl));
             add({imports}, typeid(ImportOptionsImpl));
+            add({exports, isLegacy}, typeid(LegacyExportOptionsImpl));
             add({exports}, typeid(ExportOptionsImpl));
             return {key, {std::move(choice)}, false, true, true};
         }
@@ -93,13 +91,13 @@ struct Command::JsonForm {
     static const ConvexorOptions* optionsToWrite(const Command& command) {
         const bool isLegacy = command.m_internalInterface == EConvexorInterface::legacy;
         if (command.m_type == EType::import && isLegacy) {
-            return require(legacyImplementation(command.m_legacyImportOptions),
+            return require(implementation<LegacyImportOptionsImpl>(command.m_legacyImportOptions),
                            "Import(LEGACY) command should contain import options(LEGACY)");
         } else if (command.m_type == EType::import) {
             return require(implementation<ImportOptionsImpl>(command.m_importOptions),
                            "Import command should contain import options");
         } else if (command.m_type == EType::export_ && isLegacy) {
-            return require(legacyImplementation(command.m_legacyExportOptions),
+            return require(implementation<LegacyExportOptionsImpl>(command.m_legacyExportOptions),
                            "Export(LEGACY) command should contain export options(LEGACY)");
         } else if (command.m_type == EType::export_) {
             return require(implementation<ExportOptionsImpl>(command.m_exportOptions),
@@ -131,9 +129,13 @@ std::shared_ptr<ImportOptions> Command::newImportOptions() { return std::make_sh
 
 std::shared_ptr<ExportOptions> Command::newExportOptions() { return std::make_shared<ExportOptionsImpl>(); }
 
-std::shared_ptr<LegacyImportOptions> Command::newLegacyImportOptions() { return nullptr; }
+std::shared_ptr<LegacyImportOptions> Command::newLegacyImportOptions() {
+    return std::make_shared<LegacyImportOptionsImpl>();
+}
 
-std::shared_ptr<LegacyExportOptions> Command::newLegacyExportOptions() { return nullptr; }
+std::shared_ptr<LegacyExportOptions> Command::newLegacyExportOptions() {
+    return std::make_shared<LegacyExportOptionsImpl>();
+}
 
 void Command::setImportOptions(const std::shared_ptr<ImportOptions>& options) {
     require(implementation<ImportOptionsImpl>(options),

@@ -5,6 +5,7 @@
 
 #include "mp/serializable.h"
 #include "zeq_api/command/convexor_interface.h"
+#include "zeq_api/command/legacy_options.h"
 #include "zeq_api/command/options.h"
 #include "zeq_api/json/enum_names.h"
 
@@ -42,7 +43,6 @@ public:
     /// New options with their defaults, not attached to any command.
     static std::shared_ptr<ImportOptions> newImportOptions();
     static std::shared_ptr<ExportOptions> newExportOptions();
-    /// Null as long as this version has no options for the legacy interface.
     static std::shared_ptr<LegacyImportOptions> newLegacyImportOptions();
     static std::shared_ptr<LegacyExportOptions> newLegacyExportOptions();
 

@@ -2,6 +2,7 @@
 // streams. Internal.
 #pragma once
 
+#include <map>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -72,49 +73,82 @@ consteval auto exactName(std::wstring_view key, E This::*member, WhenMissing whe
     return ExactName<This, E>{key, member, whenMissing};
 }
 
+template <class This, class Member>
+struct Mandatory : json::Field<This, Member, decltype(json::always)> {
+    using Field = json::Field<This, Member, decltype(json::always)>;
+    const char* refusal;
+
+    template <class Members>
+    bool read(This& object, Members& members) const {
+        if (!Field::read(object, members)) throw std::invalid_argument(refusal);
+        return true;
+    }
+    json::MemberShape describe() const {
+        json::MemberShape shape = Field::describe();
+        shape.isRequired = true;
+        return shape;
+    }
+};
+
+/// A field that a document must have; otherwise std::invalid_argument with the text `refusal` is thrown.
+template <class This, class Member>
+consteval auto mandatory(std::wstring_view key, Member This::*member, const char* refusal) {
+    return Mandatory<This, Member>{{key, member, json::always}, refusal};
+}
+
 inline std::string loggable(const std::wstring& text) { return mp::toUtf8String(text); }
 inline int loggable(int number) { return number; }
+template <NamedEnum E>
+std::string loggable(E value) {
+    return loggable(enumToString(value));
+}
 
-template <class This, class Member, class Rule>
-struct Logged {
-    using Owner = This;
-    std::wstring_view key;
-    Member This::*member;
+template <class T>
+void logValue(const char* label, const T& value) {
+    ZEQ_LOG(Debug) << label << loggable(value);
+}
+inline void logValue(const char* label, const std::map<std::wstring, std::wstring>& texts) {
+    for (const auto& [key, text] : texts) ZEQ_LOG(Debug) << label << loggable(key) << " = " << loggable(text);
+}
+
+template <class Row>
+struct Logged : Row {
+    using This = typename Row::Owner;
     const char* label;
-    const char* refusal; // thrown as std::invalid_argument when the member is missing; may be null
-    Rule rule;
 
     template <class Members>
     void read(This& object, Members& members) const {
-        const auto value = members.find(key);
-        if (value && json::Codec<Member>::take(*value, object.*member)) {
-            log(object);
-        } else if (refusal) {
-            throw std::invalid_argument(refusal);
-        }
+        if (Row::read(object, members)) logValue(label, object.*(this->member));
     }
     template <class Sink>
     void write(const This& object, Sink& sink) const {
-        if (!rule(object, object.*member)) return;
-        sink.member(key, [&](auto&& to) { json::Codec<Member>::give(to, object.*member); });
-        log(object);
+        if (Row::write(object, sink)) logValue(label, object.*(this->member));
     }
-    json::MemberShape describe() const {
-        return {key, json::Codec<Member>::shape(), json::detail::isAlways<Rule>, true, refusal != nullptr};
-    }
-    void log(const This& object) const { ZEQ_LOG(Debug) << label << loggable(object.*member); }
 };
 
-/// A member whose value is logged after `label`, both when it is taken and when it is written.
-template <class This, class Member, class Rule>
-consteval auto logged(std::wstring_view key, Member This::*member, const char* label, Rule rule) {
-    return Logged<This, Member, Rule>{key, member, label, nullptr, rule};
+/// A field whose value is logged after `label`, both when it is taken and when it is written.
+template <class Row>
+consteval auto logged(const char* label, Row row) {
+    return Logged<Row>{row, label};
 }
 
-/// The same for one that a document must have.
-template <class This, class Member>
-consteval auto required(std::wstring_view key, Member This::*member, const char* label, const char* refusal) {
-    return Logged<This, Member, decltype(json::always)>{key, member, label, refusal, json::always};
+template <class Row>
+struct InForce : Row {
+    using This = typename Row::Owner;
+    const char* label;
+
+    template <class Members>
+    void read(This& object, Members& members) const {
+        Row::read(object, members);
+        logValue(label, object.*(this->member));
+    }
+};
+
+/// A field whose value is logged after reading, whether it was taken or kept. Of a table each entry is
+/// logged.
+template <class Row>
+consteval auto inForce(const char* label, Row row) {
+    return InForce<Row>{row, label};
 }
 
 } // namespace zeq::detail

@@ -11,8 +11,10 @@ struct ImportOptionsImpl::JsonForm {
     static constexpr json::Form form{
         json::Head{"ImportOptionsImpl", area::command,
                    json::throwsInvalid("ImportOptionsImpl::readObject: !object.IsObject()")},
-        detail::required(L"file", &This::m_file, "ImportOptions.file = ",
-                         "ImportOptionsImpl::readObject: json document has no valid file path."),
+        detail::logged(
+            "ImportOptions.file = ",
+            detail::mandatory(L"file", &This::m_file,
+                              "ImportOptionsImpl::readObject: json document has no valid file path.")),
         json::field(L"force_mp_mode", &This::m_forceMultiProcessedMode),
         json::field(L"translate_world_orientation", &This::m_translateWorldOrientation),
         json::field(L"translate_misc_data", &This::m_translateMiscData),
@@ -39,12 +41,14 @@ struct ExportOptionsImpl::JsonForm {
     static constexpr json::Form form{
         json::Head{"ExportOptionsImpl", area::command,
                    json::throwsInvalid("ExportOptionsImpl::readObject: !object.IsObject()")},
-        detail::required(L"file", &This::m_file, "ExportOptions.file = ",
-                         "ExportOptionsImpl::readObject: json document has no valid file path."),
-        detail::logged(L"format_version", &This::m_formatVersion,
-                       "ExportOptions.formatVersion = ", json::unlessEmpty),
-        detail::logged(L"geometry_flags", &This::m_geometryFlags,
-                       "ExportOptions.geometryFlags = ", json::unless(0)),
+        detail::logged(
+            "ExportOptions.file = ",
+            detail::mandatory(L"file", &This::m_file,
+                              "ExportOptionsImpl::readObject: json document has no valid file path.")),
+        detail::logged("ExportOptions.formatVersion = ",
+                       json::field(L"format_version", &This::m_formatVersion, json::unlessEmpty)),
+        detail::logged("ExportOptions.geometryFlags = ",
+                       json::field(L"geometry_flags", &This::m_geometryFlags, json::unless(0))),
         detail::formatGroups(L"format_options", &This::m_formatOptions)};
 };
 

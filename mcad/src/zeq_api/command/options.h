@@ -58,18 +58,6 @@ public:
     virtual void setFormatOptions(std::shared_ptr<IFormatOptions> options) = 0;
 };
 
-/// The options of an import command to the legacy interface.
-class LegacyImportOptions : public ConvexorOptions {
-public:
-    EOperationType operationType() const override { return EOperationType::import; }
-};
-
-/// The options of an export command to the legacy interface.
-class LegacyExportOptions : public ConvexorOptions {
-public:
-    EOperationType operationType() const override { return EOperationType::export_; }
-};
-
 /// Option groups by format, in the order in which they are written.
 using FormatOptionsMap = std::map<EFormatType, std::shared_ptr<IFormatOptions>>;
 

@@ -3,6 +3,7 @@
 
 #include <string_view>
 
+#include "zeq_api/exchange_common/component_maps.h"
 #include "zeq_api/exchange_object/exchange_object_registry.h"
 #include "zeq_api/json/form.h"
 
@@ -13,63 +14,8 @@ namespace {
 StaticExchangeObject<LegacyComponentInstanceNames> instanceNamesPrototype;
 StaticExchangeObject<LegacyMaterialMap> materialMapPrototype;
 
-constexpr std::wstring_view handleKey = L"component_handle";
-
-template <class T>
-bool takeMember(auto& members, std::wstring_view key, T& out) {
-    const auto value = members.find(key);
-    return value && json::Codec<T>::take(*value, out);
-}
-
-template <class T>
-void giveMember(auto& object, std::wstring_view key, const T& value) {
-    object.member(key, [&](auto&& to) { json::Codec<T>::give(to, value); });
-}
-
-/// Calls `take(handle, members)` for each element that is an object with a handle.
-void forEachEntry(const auto& array, auto&& take) {
-    array.forEach([&](const auto& element) {
-        if (element.kind() != json::Kind::object) return true;
-        auto members = element.members();
-        if (OdDbHandle handle = 0; takeMember(members, handleKey, handle)) take(handle, members);
-        return true;
-    });
-}
-
-/// Writes an array of objects, each with its handle and what `give(object, value)` adds.
-void giveEntries(auto& sink, const auto& map, auto&& give) {
-    sink.array([&](auto& array) {
-        for (const auto& entry : map)
-            array.element([&](auto&& element) {
-                element.object([&](auto& object) {
-                    giveMember(object, handleKey, entry.first);
-                    give(object, entry.second);
-                });
-            });
-    });
-}
-
-/// Each entry needs its handle and its value, or is skipped.
-json::Shape entriesShape(json::MemberShape value) {
-    value.isRequired = true;
-    return json::arrayShape({json::ObjectShape{
-        {{handleKey, json::Codec<OdDbHandle>::shape(), true, true, true}, std::move(value)}}});
-}
-
-struct InstanceNames {
-    static constexpr std::wstring_view nameKey = L"component_name";
-
-    static void take(const auto& view, LegacyComponentInstanceNames& names) {
-        forEachEntry(view, [&](OdDbHandle handle, auto& members) {
-            if (std::wstring name; takeMember(members, nameKey, name)) names.addInstanceName(handle, name);
-        });
-    }
-    static void give(auto& sink, const LegacyComponentInstanceNames& names) {
-        giveEntries(sink, names.map(),
-                    [](auto& object, const std::wstring& name) { giveMember(object, nameKey, name); });
-    }
-    static json::Shape shape() { return entriesShape({nameKey, json::Codec<std::wstring>::shape()}); }
-};
+using detail::giveMember;
+using detail::takeMember;
 
 struct Materials {
     using Material = LegacyMaterialMap::Material;
@@ -85,7 +31,7 @@ struct Materials {
     }
 
     static void take(const auto& view, LegacyMaterialMap& materials) {
-        forEachEntry(view, [&](OdDbHandle handle, auto& members) {
+        detail::forEachEntry(view, [&](OdDbHandle handle, auto& members) {
             const auto value = members.find(materialKey);
             if (!value || value->kind() != json::Kind::object || materials.map().contains(handle)) return;
             Material material;
@@ -95,7 +41,7 @@ struct Materials {
         });
     }
     static void give(auto& sink, const LegacyMaterialMap& materials) {
-        giveEntries(sink, materials.map(), [](auto& object, const Material& material) {
+        detail::giveEntries(sink, materials.map(), [](auto& object, const Material& material) {
             object.member(materialKey, [&](auto&& to) {
                 to.object([&](auto& values) {
                     forEachMember(material, [&](std::wstring_view key, const auto& value) {
@@ -111,7 +57,7 @@ struct Materials {
         forEachMember(example, [&]<class T>(std::wstring_view key, const T&) {
             material.members.push_back({key, json::Codec<T>::shape()});
         });
-        return entriesShape({materialKey, {std::move(material)}});
+        return detail::entriesShape({materialKey, {std::move(material)}});
     }
 };
 
@@ -123,7 +69,7 @@ struct LegacyComponentInstanceNames::JsonForm {
         json::Head{"LegacyComponentInstanceNames", area::exchangeObject,
                    json::throwsInvalid(
                        "LegacyComponentInstanceNames::readObject(): Input json object is not an array")},
-        json::wholeArray(InstanceNames{})};
+        json::whole(&This::m_map)};
 };
 
 void LegacyComponentInstanceNames::readObject(const JsonValue& array) { json::read<JsonForm>(*this, array); }

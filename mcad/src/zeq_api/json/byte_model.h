@@ -46,6 +46,11 @@ public:
         value(key);
         give(*this);
     }
+    /// The same: bytes always have a copy of the name.
+    template <class Give>
+    void ownedMember(std::wstring_view key, Give&& give) {
+        member(key, give);
+    }
     template <class Give>
     void element(Give&& give) {
         give(*this);
@@ -116,6 +121,19 @@ public:
         const char* m_end;
     };
     Members members() const { return {body(), next()}; }
+
+    template <class Visit>
+    void forEachMember(Visit&& visit) const {
+        const char* const end = next();
+        for (const char* at = body(); at != end;) {
+            const ByteView name(at);
+            const ByteView value(name.next());
+            std::wstring key;
+            name.take(key);
+            visit(std::move(key), value);
+            at = value.next();
+        }
+    }
 
     /// Builds the value of the document model.
     const JsonValue& dom(JsonDocument& scratch) const;

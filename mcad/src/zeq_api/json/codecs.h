@@ -4,6 +4,7 @@
 
 #include <array>
 #include <concepts>
+#include <map>
 #include <memory>
 #include <string>
 #include <type_traits>
@@ -97,6 +98,26 @@ Condition isName(std::wstring_view key, E value, bool unknownIsZero = false) {
     return {key, enumToString(value), NameShape{&enumTable(E{}), unknownIsZero}};
 }
 
+template <class E>
+concept NamelessEnum = std::is_enum_v<E> && !NamedEnum<E>;
+
+/// An enumeration without names travels as its number.
+template <NamelessEnum E>
+struct Codec<E> {
+    template <class View>
+    static bool take(const View& view, E& out) {
+        int number = 0;
+        if (!view.take(number)) return false;
+        out = static_cast<E>(number);
+        return true;
+    }
+    template <class Sink>
+    static void give(Sink&& sink, E value) {
+        sink.value(static_cast<int>(value));
+    }
+    static Shape shape() { return integerShape<int>(); }
+};
+
 /// Elements in order, while they are there and taken.
 template <class T, std::size_t N>
 struct Codec<std::array<T, N>> {
@@ -137,6 +158,29 @@ struct Codec<std::vector<T>> {
         });
     }
     static Shape shape() { return arrayShape(Codec<T>::shape()); }
+};
+
+/// An object with one member for each key. Every member that is taken is added, or replaces the one with its
+/// key; the others are skipped.
+template <class T>
+struct Codec<std::map<std::wstring, T>> {
+    template <class View>
+    static bool take(const View& view, std::map<std::wstring, T>& out) {
+        if (view.kind() != Kind::object) return false;
+        view.forEachMember([&out](std::wstring key, const auto& member) {
+            T value{};
+            if (Codec<T>::take(member, value)) out.insert_or_assign(std::move(key), std::move(value));
+        });
+        return true;
+    }
+    template <class Sink>
+    static void give(Sink&& sink, const std::map<std::wstring, T>& map) {
+        sink.object([&](auto& object) {
+            for (const auto& [key, value] : map)
+                object.ownedMember(key, [&member = value](auto&& to) { Codec<T>::give(to, member); });
+        });
+    }
+    static Shape shape() { return mapShape(Codec<T>::shape()); }
 };
 
 /// The form of a static type; null when it has none.

@@ -73,6 +73,14 @@ public:
     /// The members of an object.
     Members members() const { return Members(*m_value); }
 
+    /// Calls `visit(name, DomView)` for each member of an object.
+    template <class Visit>
+    void forEachMember(Visit&& visit) const {
+        for (const auto& member : m_value->GetObject())
+            visit(std::wstring(member.name.GetString(), member.name.GetStringLength()),
+                  DomView(member.value));
+    }
+
     const JsonValue& value() const { return *m_value; }
     /// The value itself; `scratch` is for models that have to build one.
     const JsonValue& dom(JsonDocument& /*scratch*/) const { return *m_value; }
@@ -115,11 +123,13 @@ public:
     /// Adds a member, whose name must be a constant; `give(sink)` makes its value.
     template <class Give>
     void member(std::wstring_view key, Give&& give) {
-        JsonValue made;
-        give(DomSink(made, *m_allocator));
-        m_out->AddMember(
-            JsonValue(rapidjson::StringRef(key.data(), static_cast<rapidjson::SizeType>(key.size()))), made,
-            *m_allocator);
+        addMember(JsonValue(rapidjson::StringRef(key.data(), static_cast<rapidjson::SizeType>(key.size()))),
+                  give);
+    }
+    /// The same with a copy of the name.
+    template <class Give>
+    void ownedMember(std::wstring_view key, Give&& give) {
+        addMember(JsonValue(key.data(), static_cast<rapidjson::SizeType>(key.size()), *m_allocator), give);
     }
     template <class Give>
     void element(Give&& give) {
@@ -132,6 +142,13 @@ public:
     JsonAllocator& allocator() { return *m_allocator; }
 
 private:
+    template <class Give>
+    void addMember(JsonValue name, Give& give) {
+        JsonValue made;
+        give(DomSink(made, *m_allocator));
+        m_out->AddMember(name, made, *m_allocator);
+    }
+
     JsonValue* m_out;
     JsonAllocator* m_allocator;
 };

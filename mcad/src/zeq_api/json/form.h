@@ -65,14 +65,18 @@ struct Field {
     Member This::*member;
     Rule rule;
 
+    /// Whether the member was taken.
     template <class Members>
-    void read(This& object, Members& members) const {
-        if (const auto value = members.find(key)) Codec<Member>::take(*value, object.*member);
+    bool read(This& object, Members& members) const {
+        const auto value = members.find(key);
+        return value && Codec<Member>::take(*value, object.*member);
     }
+    /// Whether the member was written.
     template <class Sink>
-    void write(const This& object, Sink& sink) const {
-        if (rule(object, object.*member))
-            sink.member(key, [&](auto&& to) { Codec<Member>::give(to, object.*member); });
+    bool write(const This& object, Sink& sink) const {
+        if (!rule(object, object.*member)) return false;
+        sink.member(key, [&](auto&& to) { Codec<Member>::give(to, object.*member); });
+        return true;
     }
     MemberShape describe() const { return {key, Codec<Member>::shape(), detail::isAlways<Rule>}; }
 };
