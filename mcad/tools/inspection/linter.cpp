@@ -10,6 +10,7 @@
 #include <string_view>
 #include <typeindex>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "mp/exception.h"
@@ -218,6 +219,12 @@ void Linter::enter(const JsonValue& value, const Shape& shape, const std::string
             report(Severity::error, place.pointer,
                    "should have " + std::to_string(*array->size) + " elements, but has " +
                        std::to_string(value.Size()));
+    } else {
+        std::unordered_set<std::wstring_view> names;
+        for (const auto& member : value.GetObject())
+            if (!names.insert(keyOf(member)).second)
+                report(Severity::warning, Path{&place.pointer, keyOf(member), {}}.text(),
+                       "the member appears again; only the last one is read");
     }
 }
 
