@@ -6,10 +6,12 @@
 #include <iterator>
 #include <sstream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "support/json_text.h"
 #include "support/temp_dir.h"
 #include "tools/zeq_run.h"
 #include "transport/utf8.h"
@@ -164,6 +166,23 @@ TEST(ZeqCommands, WrongUsageIsExplained) {
         {{"--log", "7:file", "ping"}, "is not LEVEL:FILE"},
         {{"--log", "debug", "ping"}, "is not LEVEL:FILE"},
         {{"--color", "pink", "ping"}, "--color"},
+        {{"command", "imporrt", file}, "unknown command 'imporrt'; did you mean 'import'?"},
+        {{"command", "ping", "--interface", "old"}, "'old' is none of uconnect, connect, legacy"},
+        {{"import", file, "--set", "STP.x=1"},
+         "there is no option group 'STP'; did you mean 'STEP'? There are general,"},
+        {{"import", file, "--set", "STL.save_mode=text"},
+         "there is no option group 'STL'"}, // for exports only
+        {{"import", file, "--set", "STEP.hidden_entities_mode=all"},
+         "has no member 'hidden_entities_mode'; there are operation_type, format_type, import_geometry,"},
+        {{"tree", file, "--set", "modeler.length_unit_type=Inch"}, "did you mean 'inch'? There are unknown,"},
+        {{"tree", file, "--set", "STEP.import_geometry=yes"}, "should be a boolean, but is the string 'yes'"},
+        {{"tree", file, "--set", "graphical.tesselation_max_chordal_deviation=x"}, "a floating-point number"},
+        {{"tree", file, "--set", "modeler_version=3000000000"}, "is out of the range"},
+        {{"tree", file, "--set", "translate_misc=true"}, "did you mean 'translate_misc_data'?"},
+        {{"tree", file, "--set", "modeler_version"}, "is not [GROUP.]KEY=VALUE"},
+        {{"tree", file, "--set", "=1"}, "is not [GROUP.]KEY=VALUE"},
+        {{"command", "export", "x.stl", "--interface", "legacy", "--set", "STL.save_mode=text"},
+         "there is no option group 'STL'"},
     };
     for (const auto& [arguments, message] : rows) {
         const RunResult result = runFake("", arguments);
@@ -270,7 +289,10 @@ TEST(ZeqCommands, FormatOptionsReachTheTranslatorOrAreRefused) {
         {"{}", "not a JSON array of option groups"},
         {"\xFF", "malformed UTF-8"},
         {good.substr(0, good.size() - 1) + R"(,{"operation_type":"options","format_type":"IFC"}])",
-         "element [1] is no option group that this version knows"},
+         "/1 no class is registered for an object whose 'operation_type' is 'options' and 'format_type' is "
+         "'IFC'"},
+        {R"([{"operation_type":"import","format_type":"NX","search_path":""}])",
+         "/0/search_path imp::OptionsNX has no member 'search_path'; did you mean 'search_paths'?"},
     };
     for (const auto& [input, message] : rows) {
         options.input = input;
@@ -279,6 +301,104 @@ TEST(ZeqCommands, FormatOptionsReachTheTranslatorOrAreRefused) {
         EXPECT_NE(result.errors.find("Cannot use the options of '-': " + message), std::string::npos)
             << result.errors;
     }
+}
+
+TEST(ZeqCommands, CommandsArePrintedForAnyFormatAndInterface) {
+    RunOptions groups;
+    groups.input = R"([{"operation_type":"export","format_type":"STL","save_mode":"text"}])";
+    const std::vector<std::pair<std::vector<std::string>, std::string>> rows{
+        {{"ping"}, R"({"convexor_interface":"connect","command":"ping","mt_mode":false})"},
+        {{"info", "--interface", "legacy"},
+         R"({"convexor_interface":"legacy","command":"info","mt_mode":false})"},
+        {{"import", "/none.prt", "--mt", "--interface=uconnect", "--set", "modeler_version=30", "--set",
+          "parasolid.hidden_entities_mode=none"},
+         R"({"convexor_interface":"uconnect","command":"import","options":{"file":"/none.prt",)"
+         R"("force_mp_mode":false,"translate_world_orientation":true,"translate_misc_data":true,)"
+         R"("format_options":[{"operation_type":"import","format_type":"parasolid",)"
+         R"("hidden_entities_mode":"none"}],"modeler_version":30},"mt_mode":true})"},
+        // What --set says goes before what the file says.
+        {{"export", "/a.stl", "--format-options", "-", "--set", "STL.save_mode=binary_le", "--set",
+          "geometry_flags=2"},
+         R"({"convexor_interface":"connect","command":"export","options":{"file":"/a.stl","geometry_flags":2,)"
+         R"("format_options":[{"operation_type":"export","format_type":"STL","save_mode":"binary_le"}]},)"
+         R"("mt_mode":false})"},
+        {{"import", "/a.stp", "--interface=legacy", "--set", "temporary_dwg=/t.dwg", "--set",
+          "pmi_mode=none"},
+         R"({"convexor_interface":"legacy","command":"import","options":{"file":"/a.stp",)"
+         R"("temporary_dwg":"/t.dwg","pmi_mode":"none","product_structure_mode":"as_mechanical_components",)"
+         R"("colors_mode":"matching_index","hidden_parts_mode":"import_show","ins_units_def_source":"undefined",)"
+         R"("edge_attribute_mode":"wire_body_only"},"mt_mode":false})"},
+        {{"export", "/a.stp", "--interface=legacy", "--set", "selection_set=[7,8]"},
+         R"({"convexor_interface":"legacy","command":"export","options":{"file":"/a.stp","temporary_dwg":"",)"
+         R"("ins_units_def_target":"undefined","product_structure_mode":"as_mechanical_components",)"
+         R"("hidden_parts_mode":"export_hide","selection_set":[7,8]},"mt_mode":false})"},
+    };
+    for (auto [arguments, expected] : rows) {
+        arguments.insert(arguments.begin(), "command");
+        const RunResult result = runFake("crash", arguments, groups); // nothing is sent
+        EXPECT_EQ(result.exitCode, 0) << result.errors;
+        EXPECT_EQ(testing::PrintToString(compact(zeq::transport::fromUtf8(result.output))),
+                  testing::PrintToString(zeq::transport::fromUtf8(expected)));
+    }
+}
+
+TEST(ZeqCommands, AStoredCommandIsSentAsItIs) {
+    RunOptions options;
+    options.input = runFake("", {"command", "import", file, "--set", "translate_misc_data=false"}).output;
+    EXPECT_NE(runFake("echo", {"run", "-"}, options).errors.find("\"translate_misc_data\": false"),
+              std::string::npos);
+    EXPECT_EQ(runFake("", {"run", "-"}, options).output.substr(0, cartTree.size()), cartTree);
+
+    const std::vector<std::tuple<std::string, int, std::string>> rows{
+        {R"({"command":"ping"})", 0, ""},
+        {R"({"command":"ping","mtmode":true})", 0,
+         "/mtmode: Command has no member 'mtmode'; did you mean 'mt_mode'?"},
+        {R"({"command":"import"})", 3, "Cannot send '-': Import command should contain options."},
+        {"[]", 3, "Cannot send '-': Command::readObject: invalid json document"},
+        {"\xFF", 3, "Cannot send '-': malformed UTF-8"},
+    };
+    for (const auto& [input, exitCode, message] : rows) {
+        options.input = input;
+        const RunResult result = runFake("", {"run", "-"}, options);
+        EXPECT_EQ(result.exitCode, exitCode) << input;
+        EXPECT_NE(result.errors.find(message), std::string::npos) << result.errors;
+    }
+}
+
+TEST(ZeqCommands, CheckTellsWhatIsWrongAndWhetherAnythingIs) {
+    const TempDir dir;
+    const auto write = [&dir](const std::string& name, const std::string& text) {
+        std::ofstream(dir.file(name)) << text;
+        return dir.file(name);
+    };
+    const std::string good = write("good", R"({"command":"ping"})");
+    const std::string bad = write("bad", R"({"command":"pong"})");
+    const std::string bare = write("bare", R"({"id":-1})");
+    const std::string sent = write("report", runFake("", {"tree", file, "--json"}).output);
+    const std::vector<std::tuple<std::vector<std::string>, int, std::string>> rows{
+        {{good}, 0, good + ": Command, nothing found\n"},
+        {{good, bad},
+         1,
+         bad + "#/command: error: 'pong' is no name of Command::EType; it is read as 'unknown'; did you mean "
+               "'ping'?"},
+        {{bare, "--class", "ExcBlock"}, 1, bare + "#/id: error: -1 is out of the range"},
+        {{bare}, 1, "--class tells what it is"},
+        {{sent}, 0, "documents, nothing found\n"},
+        {{write("text", "{")}, 1, "not a JSON document (line 1, character 2: "},
+        {{bare, "--class", "ExcBlok"}, 2, "unknown class 'ExcBlok'; did you mean 'ExcBlock'?"},
+        {{dir.file("none")}, 3, "No such file"},
+    };
+    for (auto [arguments, exitCode, message] : rows) {
+        arguments.insert(arguments.begin(), "check");
+        const RunResult result = runFake("crash", arguments);
+        EXPECT_EQ(result.exitCode, exitCode) << message;
+        EXPECT_NE((result.output + result.errors).find(message), std::string::npos)
+            << result.output << result.errors;
+    }
+    const zeq::JsonDocument json = report(runFake("", {"check", bad, good, "--json"}).output);
+    EXPECT_EQ(json[L"exit_code"].GetInt(), 1);
+    EXPECT_EQ(json[L"summary"][L"errors"].GetInt(), 1);
+    EXPECT_EQ(json[L"summary"][L"files"][0][L"findings"][0][L"pointer"], zeq::JsonValue(L"/command"));
 }
 
 TEST(ZeqCommands, TheLogHoldsWhatTheTranslatorReports) {

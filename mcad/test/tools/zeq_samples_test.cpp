@@ -49,6 +49,15 @@ std::vector<std::string> treeLines(const std::string& text) {
     return lines;
 }
 
+TEST_F(ZeqSamples, AStoredCommandDoesWhatTheImportDoes) {
+    const TempDir dir;
+    const std::string model = sample("bench_vise.stp");
+    EXPECT_EQ(zeq({"command", "import", model, "-o", dir.file("command")}).exitCode, 0);
+    const std::string tree = zeq({"-q", "run", dir.file("command")}).output;
+    EXPECT_EQ(treeLines(tree), treeLines(zeq({"-q", "import", model}).output));
+    EXPECT_FALSE(treeLines(tree).empty());
+}
+
 TEST_F(ZeqSamples, TheTranslatorDescribesItself) {
     const RunResult info = zeq({"info"});
     EXPECT_EQ(info.exitCode, 0) << info.errors;

@@ -1,4 +1,4 @@
-// ping, info and --version.
+// ping, info, --version, and whatever else has only a result.
 #include "zeq/actions.h"
 
 #include <chrono>
@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "text/text.h"
+#include "zeq/command_builder.h"
 #include "zeq/results.h"
 #include "zeq_api/convexor_info/convexor_info.h"
 
@@ -14,14 +15,7 @@ namespace zeq::host {
 
 namespace {
 
-Command simpleCommand(Command::EType type) {
-    Command command;
-    command.setType(type);
-    command.setInternalInterface(EConvexorInterface::connect);
-    return command;
-}
-
-ConvexorInfo askForInfo(const Host& host) {
+ConvexorInfo askForInfo(const Host& host, const Request& request) {
     ConvexorInfo info;
     const auto take = [&](const Document& document) {
         if (document.kind() == EDocument::convexorInfo) {
@@ -32,7 +26,7 @@ ConvexorInfo askForInfo(const Host& host) {
         if (document.kind() != EDocument::result || takeResult(host, document)) throw unexpected(document);
         return false;
     };
-    converse(host, {simpleCommand(Command::EType::info), "ask", host.settings.translator}, take);
+    converse(host, request, take);
     return info;
 }
 
@@ -76,23 +70,32 @@ std::vector<std::string> formatLines(const std::vector<std::shared_ptr<Format>>&
     return lines;
 }
 
-} // namespace
-
-void ping(const Host& host, Output& output) {
-    const auto start = std::chrono::steady_clock::now();
-    const auto take = [&host](const Document& document) {
+/// Sends a command whose only answer is a result.
+void awaitResult(const Host& host, const Request& request) {
+    converse(host, request, [&host](const Document& document) {
         if (document.kind() != EDocument::result) throw unexpected(document);
         return takeResult(host, document);
-    };
-    converse(host, {simpleCommand(Command::EType::ping), "ping", host.settings.translator}, take);
+    });
+}
+
+} // namespace
+
+void ping(const Host& host, const Request& request, Output& output) {
+    const auto start = std::chrono::steady_clock::now();
+    awaitResult(host, request);
     const std::chrono::duration<double, std::milli> time = std::chrono::steady_clock::now() - start;
     char text[64];
     std::snprintf(text, sizeof text, "The translator answers (%.0f ms)\n", time.count());
     if (!host.settings.json) output.write(text);
 }
 
-void showInfo(const Host& host, Output& output) {
-    const ConvexorInfo info = askForInfo(host);
+void execute(const Host& host, const Request& request, Output& output) {
+    awaitResult(host, request);
+    if (!host.settings.json) output.write("The translator has done it\n");
+}
+
+void showInfo(const Host& host, const Request& request, Output& output) {
+    const ConvexorInfo info = askForInfo(host, request);
     if (host.settings.json) return;
     output.write(nameAndVersion(info.name(), info.version()) + "\n" +
                  paragraph("Interface", {text::printable(enumToString(info.requestedInterface()))}) +
@@ -106,7 +109,7 @@ void showVersion(const Host& host, Output& output) {
     std::string text =
         "zeq " ZEQ_VERSION ", interface " + text::printable(enumToString(EConvexorInterface::connect)) + "\n";
     try {
-        const ConvexorInfo info = askForInfo(host);
+        const ConvexorInfo info = askForInfo(host, buildCommand(host));
         text += nameAndVersion(info.name(), info.version());
         for (const std::string& line : kernelLines(info)) text += ", " + line;
         for (const std::string& line : modelerLines(info)) text += ", modeler " + line;

@@ -46,6 +46,16 @@ LogTarget parseLogTarget(const std::string& text) {
     return target;
 }
 
+EConvexorInterface parseInterface(const std::string& text) {
+    std::string names;
+    for (const EnumEntry& entry : enumTable(EConvexorInterface{}).entries()) {
+        const std::string name = text::printable(entry.name);
+        if (name == text) return static_cast<EConvexorInterface>(entry.value);
+        names += (names.empty() ? "" : ", ") + name;
+    }
+    throw CLI::ValidationError("--interface", "'" + text::printable(text) + "' is none of " + names);
+}
+
 class CommandLine {
 public:
     CommandLine();
@@ -54,6 +64,9 @@ public:
 private:
     CLI::App* addCommand(const std::string& name, const std::string& description, EAction action);
     void addImportCommand(const std::string& name, const std::string& description, EAction action);
+    void addPrintingCommand();
+    void setCommandType(CLI::App* command, Command::EType type);
+    void addOptionsOfFile(CLI::App* command);
     [[noreturn]] void refuse(const CLI::ParseError& error) const;
 
     CLI::App m_app{"zeq hands CAD files to a translator process and shows what it sends back.", "zeq"};
@@ -68,11 +81,19 @@ CommandLine::CommandLine() {
     m_app.get_formatter()->column_width(28);
     m_app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
 
-    addCommand("ping", "Ask whether the translator answers", EAction::ping);
-    addCommand("info", "Show what the translator is and which formats it reads", EAction::info);
+    setCommandType(addCommand("ping", "Ask whether the translator answers", EAction::ping),
+                   Command::EType::ping);
+    setCommandType(
+        addCommand("info", "Show what the translator is and which formats it reads", EAction::info),
+        Command::EType::info);
     addImportCommand("import", "Import a CAD file and show its assembly tree and a summary", EAction::import);
     addImportCommand("tree", "Import a CAD file and show its assembly tree", EAction::tree);
 
+    addPrintingCommand();
+    addCommand("run", "Send a stored command document to the translator", EAction::run)
+        ->add_option("FILE", m_settings.file, "What zeq command prints; - is standard input")
+        ->required()
+        ->type_name("");
     CLI::App* check =
         addCommand("check", "Say what is wrong in documents that somebody wrote", EAction::check);
     check
@@ -129,14 +150,51 @@ CLI::App* CommandLine::addCommand(const std::string& name, const std::string& de
     return command;
 }
 
+void CommandLine::setCommandType(CLI::App* command, Command::EType type) {
+    command->parse_complete_callback([this, type] { m_settings.commandType = type; });
+}
+
 void CommandLine::addImportCommand(const std::string& name, const std::string& description, EAction action) {
     CLI::App* command = addCommand(name, description, action);
+    setCommandType(command, Command::EType::import);
+    addOptionsOfFile(command);
+    command->add_flag("--all", m_settings.all, "Show the whole tree, however large");
+}
+
+void CommandLine::addOptionsOfFile(CLI::App* command) {
     command->add_option("FILE", m_settings.file, "The CAD file")->required()->type_name("");
+    command
+        ->add_option("--set", m_settings.assignments,
+                     "Set a key of the options, or of one of their groups: modeler.length_unit_type=inch")
+        ->type_name("[GROUP.]KEY=VALUE")
+        ->allow_extra_args(false)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     command
         ->add_option("--format-options", m_settings.formatOptions,
                      "A JSON array of option groups; - is standard input")
         ->type_name("FILE");
-    command->add_flag("--all", m_settings.all, "Show the whole tree, however large");
+    command->add_flag("--mt", m_settings.multiThreading, "Let the translator work in several threads");
+}
+
+void CommandLine::addPrintingCommand() {
+    CLI::App* command =
+        addCommand("command", "Print the command document that would be sent", EAction::command);
+    command->require_subcommand(1);
+    command
+        ->add_option_function<std::string>(
+            "--interface", [this](const std::string& name) { m_settings.interface = parseInterface(name); },
+            "The generation of the protocol: connect (default), uconnect or legacy")
+        ->type_name("NAME");
+    const auto add = [&](const char* name, const char* description, Command::EType type) {
+        CLI::App* kind = command->add_subcommand(name, description);
+        kind->fallthrough();
+        setCommandType(kind, type);
+        return kind;
+    };
+    addOptionsOfFile(add("import", "The import of a file, which need not exist", Command::EType::import));
+    addOptionsOfFile(add("export", "The export to a file", Command::EType::export_));
+    add("info", "The question for the translator's description", Command::EType::info);
+    add("ping", "The question whether the translator answers", Command::EType::ping);
 }
 
 Settings CommandLine::parse(int argc, char** argv) {
@@ -167,16 +225,16 @@ void CommandLine::refuse(const CLI::ParseError& error) const {
     const std::string word = unknown.front().substr(0, unknown.front().find('='));
     std::vector<std::string> names;
     std::vector<const CLI::App*> apps{&m_app};
-    for (const CLI::App* command : m_app.get_subcommands()) apps.push_back(command);
+    while (!apps.back()->get_subcommands().empty()) apps.push_back(apps.back()->get_subcommands().front());
+    const auto commands = apps.back()->get_subcommands([](const CLI::App*) { return true; });
     if (word.starts_with('-')) {
         for (const CLI::App* app : apps)
             for (const CLI::Option* option : app->get_options())
                 for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
-    } else if (apps.size() == 1) {
-        for (const CLI::App* command : m_app.get_subcommands([](const CLI::App*) { return true; }))
-            names.push_back(command->get_name());
+    } else {
+        for (const CLI::App* command : commands) names.push_back(command->get_name());
     }
-    const char* kind = word.starts_with('-') ? "option" : apps.size() == 1 ? "command" : "argument";
+    const char* kind = word.starts_with('-') ? "option" : commands.empty() ? "argument" : "command";
     const std::string near = text::nearest(word, names);
     throw Failure(exit_code::usage,
                   "unknown " + std::string(kind) + " '" + text::printable(word) + "'" +

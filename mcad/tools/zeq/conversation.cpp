@@ -6,7 +6,6 @@
 #include <cstdio>
 #include <cstring>
 #include <optional>
-#include <sstream>
 
 #include "mp/shared_buffer.h"
 #include "text/text.h"
@@ -38,15 +37,15 @@ private:
     std::wstring m_name;
 };
 
-std::optional<std::chrono::duration<double>> timeoutFor(const Host& host, const Command& command) {
-    if (host.settings.timeout || command.type() == Command::EType::import) return host.settings.timeout;
-    return shortTimeout;
+std::optional<std::chrono::duration<double>> timeoutFor(const Host& host, Command::EType type) {
+    const bool isShort = type == Command::EType::ping || type == Command::EType::info;
+    return isShort && !host.settings.timeout ? shortTimeout : host.settings.timeout;
 }
 
 class Conversation {
 public:
     Conversation(const Host& host, const Request& request, const Take& take)
-        : m_host(host), m_request(request), m_take(take), m_timeout(timeoutFor(host, request.command)),
+        : m_host(host), m_request(request), m_take(take), m_timeout(timeoutFor(host, request.type)),
           m_process(host.settings.translator, host.signals) {}
 
     std::uint64_t run();
@@ -78,9 +77,7 @@ private:
 
 std::uint64_t Conversation::run() {
     m_host.console.note("started the translator '" + text::printable(m_host.settings.translator) + "'");
-    std::wostringstream text;
-    m_request.command.writeObject(text);
-    m_process.send(text.str());
+    m_process.send(m_request.text);
     if (m_timeout) m_deadline = Clock::now() + std::chrono::duration_cast<Clock::duration>(*m_timeout);
     for (;;) {
         switch (nextEvent()) {
@@ -172,8 +169,7 @@ void Conversation::conclude() {
                                ::strsignal(m_signal) + ")"));
     if (m_fault) throw Failure(m_fault->exitCode(), cannotDo(m_fault->what()));
     if (!m_answered) {
-        const bool fileMayBeToBlame =
-            m_process.wasKilled() && m_request.command.type() == Command::EType::import;
+        const bool fileMayBeToBlame = m_process.wasKilled() && m_request.type == Command::EType::import;
         throw Failure(exit_code::translatorBroken,
                       cannotDo("the translator " + m_process.describeEnd() + " before it answered" +
                                (fileMayBeToBlame ? "; the file may be damaged" : "")));

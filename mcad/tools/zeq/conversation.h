@@ -22,9 +22,10 @@ struct Host {
     JsonReport& report;
 };
 
-/// What is asked of the translator, and how messages call it: "Cannot <verb> '<thing>'".
+/// What is sent to the translator, and how messages call it: "Cannot <verb> '<thing>'".
 struct Request {
-    const Command& command;
+    std::wstring text; ///< the command document
+    Command::EType type = Command::EType::unknown;
     std::string verb;
     std::string thing;
 };

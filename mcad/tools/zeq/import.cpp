@@ -1,4 +1,4 @@
-// Building the import command, collecting what the translator sends, and showing it.
+// Collecting what the translator sends, and showing it.
 #include "zeq/import.h"
 
 #include <cerrno>
@@ -15,7 +15,6 @@
 #include "text/text.h"
 #include "transport/utf8.h"
 #include "zeq/failure.h"
-#include "zeq/format_options_file.h"
 #include "zeq/results.h"
 #include "zeq/structure_count.h"
 #include "zeq/tree_printer.h"
@@ -29,24 +28,6 @@ namespace zeq::host {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// The path for the translator, which may run in another directory.
-std::wstring absolutePath(const std::string& file) {
-    const auto refuse = [&file](const std::string& reason) {
-        throw Failure(exit_code::inputOutput, cannot("import", file, reason));
-    };
-    std::error_code error;
-    const fs::file_status status = fs::status(file, error);
-    if (!fs::exists(status)) refuse(error ? error.message() : "No such file or directory");
-    if (fs::is_directory(status)) refuse("it is a directory");
-    if (::access(file.c_str(), R_OK) != 0) refuse(std::generic_category().message(errno));
-    try {
-        return transport::fromUtf8(fs::absolute(file).string());
-    } catch (const transport::EncodingError&) {
-        refuse("its name is not UTF-8");
-    }
-    return {};
-}
 
 /// Size in bytes of a shared buffer; 0 when there is none.
 std::uint64_t bufferSize(const std::wstring& name) {
@@ -176,38 +157,38 @@ std::string textSummary(const Import& import, const StructureCount& figures) {
 
 } // namespace
 
-void importFile(const Host& host, Output& output) {
-    const Settings& settings = host.settings;
-    const std::shared_ptr<ImportOptions> options = Command::newImportOptions();
-    options->setFile(absolutePath(settings.file));
-    options->setTranslateMiscData(true);
-    options->setTranslateWorldOrientation(true);
-    if (!settings.formatOptions.empty()) readFormatOptions(settings.formatOptions, host.signals, *options);
-    Command command;
-    command.setType(Command::EType::import);
-    command.setInternalInterface(EConvexorInterface::connect);
-    command.setImportOptions(options);
+void requireFile(const std::string& file) {
+    const auto refuse = [&file](const std::string& reason) {
+        throw Failure(exit_code::inputOutput, cannot("import", file, reason));
+    };
+    std::error_code error;
+    const fs::file_status status = fs::status(file, error);
+    if (!fs::exists(status)) refuse(error ? error.message() : "No such file or directory");
+    if (fs::is_directory(status)) refuse("it is a directory");
+    if (::access(file.c_str(), R_OK) != 0) refuse(std::generic_category().message(errno));
+}
 
+void importModel(const Host& host, const Request& request, Output& output) {
+    const Settings& settings = host.settings;
     Import import;
     Receiver receiver(host, import);
     const auto start = std::chrono::steady_clock::now();
-    import.bytes += converse(host, {command, "import", settings.file},
-                             [&receiver](const Document& document) { return receiver.take(document);
-});
-import.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-host.console.progress().finish();
-if (!import.structure)
-    throw Failure(exit_code::translatorBroken,
-                  cannot("import", settings.file, "the translator sent no product structure"));
+    const auto take = [&receiver](const Document& document) { return receiver.take(document); };
+    import.bytes += converse(host, request, take);
+    import.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    host.console.progress().finish();
+    if (!import.structure)
+        throw Failure(exit_code::translatorBroken,
+                      cannot("import", request.thing, "the translator sent no product structure"));
 
-const StructureCount figures = count(*import.structure);
-const bool summary = settings.action == EAction::import;
-if (settings.json) {
-    if (summary) host.report.setSummary(jsonSummary(import, figures));
-    return;
+    const StructureCount figures = count(*import.structure);
+    const bool summary = settings.action != EAction::tree;
+    if (settings.json) {
+        if (summary) host.report.setSummary(jsonSummary(import, figures));
+        return;
+    }
+    printTree(*import.structure, figures, {host.console.colorsOutput(), settings.all}, output);
+    if (summary) output.write(textSummary(import, figures));
 }
-printTree(*import.structure, figures, {host.console.colorsOutput(), settings.all}, output);
-if (summary) output.write(textSummary(import, figures));
-} // namespace zeq::host
 
 } // namespace zeq::host

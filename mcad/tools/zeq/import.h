@@ -1,4 +1,4 @@
-// The commands import and tree.
+// Imports.
 #pragma once
 
 #include "zeq/conversation.h"
@@ -6,7 +6,11 @@
 
 namespace zeq::host {
 
-/// Has the file imported and shows the tree, and for import the summary.
-void importFile(const Host& host, Output& output);
+/// Whether the translator has a chance to read the file: there is one, and it may be read.
+/// @throws Failure if not
+void requireFile(const std::string& file);
+
+/// Sends an import command and shows the tree and, unless only that is wanted, the summary.
+void importModel(const Host& host, const Request& request, Output& output);
 
 } // namespace zeq::host

@@ -11,9 +11,11 @@
 #include <unistd.h>
 
 #include "mv_cvx/logger.h"
+#include "text/text.h"
 #include "zeq/actions.h"
 #include "zeq/check.h"
 #include "zeq/cli.h"
+#include "zeq/command_builder.h"
 #include "zeq/failure.h"
 #include "zeq/import.h"
 
@@ -47,6 +49,28 @@ void startLog(const LogTarget& log) {
         throw Failure(exit_code::inputOutput, cannot("log to", log.path, "it cannot be opened"));
 }
 
+/// Sends a command and shows what comes back.
+void send(const Host& host, const Request& request, Output& output) {
+    switch (request.type) {
+    case Command::EType::ping:
+        return ping(host, request, output);
+    case Command::EType::info:
+        return showInfo(host, request, output);
+    case Command::EType::import:
+        return importModel(host, request, output);
+    case Command::EType::export_:
+    case Command::EType::unknown:
+        return execute(host, request, output);
+    }
+}
+
+void show(const Host& host, const Request& request, Output& output) {
+    if (host.settings.json)
+        host.report.addDocument(request.text);
+    else
+        output.write(text::validUtf8(request.text) + '\n');
+}
+
 /// Runs the action and returns the exit code of its verdict.
 int perform(const Host& host, Output& output) {
     switch (host.settings.action) {
@@ -56,15 +80,19 @@ int perform(const Host& host, Output& output) {
     case EAction::showVersion:
         showVersion(host, output);
         break;
-    case EAction::ping:
-        ping(host, output);
-        break;
-    case EAction::info:
-        showInfo(host, output);
-        break;
     case EAction::import:
     case EAction::tree:
-        importFile(host, output);
+        requireFile(host.settings.file);
+        [[fallthrough]];
+    case EAction::ping:
+    case EAction::info:
+        send(host, buildCommand(host), output);
+        break;
+    case EAction::run:
+        send(host, readCommand(host), output);
+        break;
+    case EAction::command:
+        show(host, buildCommand(host), output);
         break;
     case EAction::check:
         return checkFiles(host, output);
@@ -86,6 +114,10 @@ const char* nameOf(EAction action) {
         return "import";
     case EAction::tree:
         return "tree";
+    case EAction::command:
+        return "command";
+    case EAction::run:
+        return "run";
     case EAction::check:
         return "check";
     }

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "zeq_api/command/command.h"
+
 namespace zeq::host {
 
 enum class EAction {
@@ -15,6 +17,8 @@ enum class EAction {
     info,
     import,
     tree,
+    command, ///< prints what would be sent
+    run,     ///< sends what is stored
     check,
 };
 
@@ -34,11 +38,15 @@ struct Settings {
     EAction action = EAction::showText;
     std::string text; ///< for showText
 
+    Command::EType commandType = Command::EType::info;
+    EConvexorInterface interface = EConvexorInterface::connect;
+    bool multiThreading = false;
     std::string file;
-    std::string formatOptions;      ///< path of a JSON array; "-" is standard input
-    bool all = false;               ///< the tree without bounds
-    std::vector<std::string> files; ///< those to check
-    std::string className;          ///< empty when the documents tell
+    std::vector<std::string> assignments; ///< of --set: [GROUP.]KEY=VALUE
+    std::string formatOptions;            ///< path of a JSON array; "-" is standard input
+    bool all = false;                     ///< the tree without bounds
+    std::vector<std::string> files;       ///< those to check
+    std::string className;                ///< empty when the documents tell
 
     std::string translator; ///< path, or name to be found in PATH
     std::optional<std::chrono::duration<double>> timeout;
