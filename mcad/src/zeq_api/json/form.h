@@ -52,7 +52,7 @@ constexpr auto when(bool (This::*predicate)() const) {
 namespace detail {
 
 template <class Rule>
-inline constexpr bool isAlways = std::is_same_v<Rule, std::remove_const_t<decltype(always)>>;
+inline constexpr bool isAlways = std::is_same_v<const Rule, decltype(always)>;
 
 } // namespace detail
 
