@@ -66,9 +66,13 @@ TDF_Label addSlidingJaw(Model& model, const TDF_Label& jawPlate) {
     return jaw;
 }
 
+TDF_Label addBolt(Model& model) { return addPart(model, "Hexagon bolt M10", makeBolt(), zinc, steel); }
+
+TDF_Label addWasher(Model& model) { return addPart(model, "Washer 10", makeWasher(), zinc, steel); }
+
 TDF_Label addFastener(Model& model) {
-    const TDF_Label bolt = addPart(model, "Hexagon bolt M10", makeBolt(), zinc, steel);
-    const TDF_Label washer = addPart(model, "Washer 10", makeWasher(), zinc, steel);
+    const TDF_Label bolt = addBolt(model);
+    const TDF_Label washer = addWasher(model);
     model.putOnLayer(bolt, "Fasteners");
     model.putOnLayer(washer, "Fasteners");
 
@@ -104,6 +108,13 @@ Model makeBenchVise() {
 Model makeJawPlateAlone() {
     Model model;
     addJawPlate(model);
+    return model;
+}
+
+Model makeLooseFastener() {
+    Model model;
+    addBolt(model);
+    addWasher(model);
     return model;
 }
 

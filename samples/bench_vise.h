@@ -10,5 +10,7 @@ namespace samples {
 Model makeBenchVise();
 /// One plate of its jaws, a product that is a single part.
 Model makeJawPlateAlone();
+/// Its bolt and its washer, a product of two parts without an assembly.
+Model makeLooseFastener();
 
 } // namespace samples

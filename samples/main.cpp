@@ -29,6 +29,10 @@ void writeSamples(const std::filesystem::path& directory) {
     report(directory / "jaw_plate.stp");
     writeIges(plate, directory / "jaw_plate.igs");
     report(directory / "jaw_plate.igs");
+
+    Model fastener = makeLooseFastener();
+    writeIges(fastener, directory / "fastener.igs");
+    report(directory / "fastener.igs");
 }
 
 void writeLattice(const std::filesystem::path& directory, int instances) {
@@ -41,7 +45,7 @@ void writeLattice(const std::filesystem::path& directory, int instances) {
 } // namespace
 
 int main(int argc, char** argv) {
-    CLI::App app("Writes sample CAD models: an assembly and a part as STEP, the part as IGES.");
+    CLI::App app("Writes sample CAD models: an assembly and a part as STEP, parts as IGES.");
     app.set_version_flag("--version", "zeq_samples " ZEQ_VERSION);
     std::string directory;
     int instances = 0;

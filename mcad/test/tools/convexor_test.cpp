@@ -1,5 +1,6 @@
 // The translator as a host meets it: commands go in, documents come out, over real pipes.
 #include <chrono>
+#include <cmath>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
@@ -128,6 +129,13 @@ Command importCommand(const std::filesystem::path& file, bool withMiscData = tru
     return command;
 }
 
+/// An option group with one setting; with an empty key it has its defaults.
+std::wstring optionGroup(const std::wstring& operation, const std::wstring& format,
+                         const std::wstring& key = {}, const std::wstring& value = {}) {
+    return LR"({"operation_type":")" + operation + LR"(","format_type":")" + format + LR"(",")" + key +
+           LR"(":")" + value + LR"("})";
+}
+
 std::wstring colorText(const ExcColor& color) {
     using enum ExcColor::EChannel;
     if (!color.hasRGB()) return L"";
@@ -168,14 +176,24 @@ protected:
         return content.str();
     }
 
-    /// The product structure of a file, from a translator of its own.
-    static std::shared_ptr<ExcProductStructure> import(const std::filesystem::path& file,
-                                                       bool withMiscData = true) {
+    /// What a translator of its own answers to an import with these option groups, the elements of a JSON
+    /// array.
+    static Answer importWith(const std::filesystem::path& file, const std::wstring& groups,
+                             bool withMiscData = true) {
+        Command command = importCommand(file, withMiscData);
+        JsonDocument array;
+        array.Parse((L"[" + groups + L"]").c_str());
+        EXPECT_FALSE(array.HasParseError()) << transport::toUtf8(groups);
+        for (const JsonValue& group : array.GetArray())
+            command.importOptions()->setFormatOptions(IFormatOptions::readOptions(group));
         Translator translator;
-        translator.send(importCommand(file, withMiscData));
-        const Answer answer = translator.answer();
+        translator.send(command);
+        Answer answer = translator.answer();
         EXPECT_TRUE(answer.product) << file;
-        return answer.product;
+        return answer;
+    }
+    static std::shared_ptr<ExcProductStructure> import(const std::filesystem::path& file) {
+        return importWith(file, {}).product;
     }
 
     static inline test::TempDir* s_dir = nullptr;
@@ -313,8 +331,188 @@ TEST_F(Convexor, CarriesMiscDataWhenAskedTo) {
                     EXPECT_EQ(property.valueType(), ExcMiscProperty::EValueType::density);
                 }
     }
-    const auto bare = import(sample("bench_vise.stp"), false);
-    for (const ExcBlockPtr& block : bare->blocks()) EXPECT_TRUE(block->miscData().isEmpty());
+    const struct {
+        bool flag;
+        std::wstring mode;
+        bool arrives;
+    } rows[] = {
+        {false, L"unknown", false}, {false, L"all", true}, {true, L"unknown", true}, {true, L"none", false}};
+    for (const auto& [flag, mode, arrives] : rows) {
+        const Answer answer =
+            importWith(sample("jaw_plate.stp"),
+                       optionGroup(L"options", L"mechanical", L"misc_data_processing_mode", mode), flag);
+        EXPECT_EQ(answer.product->blocks()[0]->miscData().isEmpty(), !arrives) << transport::toUtf8(mode);
+    }
+}
+
+TEST_F(Convexor, GivesLengthsInTheUnitThatIsAskedFor) {
+    using enum ELengthUnitType;
+    const auto writeIn = [](const char* unit, const char* file, const char* from, int count) {
+        std::string text = contentOf("bench_vise.stp");
+        const std::string millimeter = "SI_UNIT(.MILLI.,.METRE.)";
+        for (auto at = text.find(from); count-- > 0 && (at = text.find(millimeter, at)) != text.npos;)
+            text.replace(at, millimeter.size(), unit);
+        return write(file, text);
+    };
+    const auto vise = sample("bench_vise.stp");
+    const auto centi = writeIn("SI_UNIT(.CENTI.,.METRE.)", "centi.stp", "", 100);
+    const auto hecto = writeIn("SI_UNIT(.HECTO.,.METRE.)", "hecto.stp", "", 100);
+    const auto mixed =
+        writeIn("SI_UNIT(.CENTI.,.METRE.)", "mixed.stp", "PRODUCT('Base'", 1); // the base alone
+    const struct {
+        std::filesystem::path file;
+        double fileUnit; ///< in millimetres
+        std::wstring asked;
+        ELengthUnitType given;
+        double givenUnit; ///< in millimetres
+        std::wstring symbol;
+        bool isFallback = false;
+    } rows[] = {
+        {vise, 1, L"unknown", millimeter, 1, L"mm"},
+        {vise, 1, L"model_unit", millimeter, 1, L"mm"},
+        {vise, 1, L"inch", inch, 25.4, L"in"},
+        {vise, 1, L"meter", meter, 1000, L"m"},
+        {vise, 1, L"nanometer", nanometer, 1e-6, L"nm"},
+        {centi, 10, L"unknown", millimeter, 1, L"mm"},
+        {centi, 10, L"model_unit", centimeter, 10, L"cm"},
+        {centi, 10, L"foot", foot, 304.8, L"ft"},
+        {hecto, 1e5, L"model_unit", millimeter, 1, L"mm", true},
+        {mixed, 1, L"model_unit", millimeter, 1, L"mm", true},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.file.string() + " in " + transport::toUtf8(row.asked));
+        const Answer answer =
+            importWith(row.file, optionGroup(L"options", L"modeler", L"length_unit_type", row.asked));
+        EXPECT_EQ(answer.product->units(), row.given);
+        EXPECT_EQ(answer.log.find(L"no single unit of length") != answer.log.npos, row.isFallback);
+        const double factor = row.fileUnit / row.givenUnit;
+        int matches = 0;
+        for (const ExcBlockPtr& block : answer.product->blocks()) {
+            for (const ExcBlockReferencePtr& reference : block->blockReferences())
+                if (reference->name() == L"Fastener 2") {
+                    const ExcTransformation& placement = reference->transformation();
+                    EXPECT_NEAR(placement.translation().x(), -95 * factor, factor * 1e-12);
+                    EXPECT_NEAR(placement.translation().z(), 18 * factor, factor * 1e-12);
+                    EXPECT_NEAR(placement.affine()[0].y(), -1, 1e-12);
+                    ++matches;
+                }
+            if (block->name() != L"Washer 10") continue;
+            auto found = properties(block->miscData());
+            const std::wstring volume = found[L"Validation properties.Volume"];
+            EXPECT_NEAR(std::stod(volume) / std::pow(factor, 3), 455.138, 0.001);
+            EXPECT_EQ(volume.substr(volume.find(L' ') + 1), row.symbol + L"^3");
+            EXPECT_NEAR(std::stod(found[L"Validation properties.Centroid z"]) / factor, -1, 1e-12);
+            EXPECT_EQ(found[L"Material.Density"], L"7.85 g/cm^3");
+            ++matches;
+        }
+        EXPECT_EQ(matches, 2);
+    }
+}
+
+TEST_F(Convexor, LeavesHiddenEntitiesOfIgesOutWhenToldTo) {
+    std::string text = contentOf("fastener.igs");
+    const auto hide = [&text](std::size_t part, const char* name) {
+        text.replace(part + 64, 2, "01"); // the blank status in the directory entry of the group of its faces
+        return write(name, text);
+    };
+    const std::size_t bolt = text.find("     402 ");
+    const auto oneHidden = hide(bolt, "one_hidden.igs");
+    const auto bothHidden = hide(text.find("     402 ", bolt + 160), "both_hidden.igs");
+    const struct {
+        std::filesystem::path file;
+        std::wstring mode, arrives;
+    } rows[] = {
+        {sample("fastener.igs"), L"none", L"Hexagon bolt M10, Washer 10, "},
+        {oneHidden, L"unknown", L"Hexagon bolt M10 hidden, Washer 10, "},
+        {oneHidden, L"all", L"Hexagon bolt M10 hidden, Washer 10, "},
+        {oneHidden, L"none", L"Washer 10, "},
+        {oneHidden, L"only_with_visible_links", L"Hexagon bolt M10 hidden, Washer 10, "},
+        {bothHidden, L"none", L""},
+    };
+    for (const auto& row : rows) {
+        const auto product =
+            importWith(row.file, optionGroup(L"import", L"IGES", L"hidden_entities_mode", row.mode)).product;
+        std::wstring arrived;
+        for (const ExcBlockReferencePtr& reference : product->rootBlockReferences())
+            arrived += product->getBlockById(reference->blockId())->name() +
+                       (reference->isHidden() ? L" hidden, " : L", ");
+        EXPECT_EQ(arrived, row.arrives) << row.file << ' ' << transport::toUtf8(row.mode);
+        EXPECT_EQ(product->blocks().size(), product->rootBlockReferences().size());
+    }
+}
+
+TEST_F(Convexor, TellsWhatItCannotHonour) {
+    const auto step = sample("jaw_plate.stp");
+    const auto iges = sample("jaw_plate.igs");
+    const struct {
+        std::filesystem::path file;
+        std::wstring groups, log;
+    } rows[] = {
+        {step,
+         LR"({"operation_type":"import","format_type":"STEP","import_geometry":true,"visu_pmi_mode":"all"})",
+         L"Option group import STEP: not honoured: import_geometry, visu_pmi_mode\n"},
+        {step, LR"({"operation_type":"import","format_type":"STEP","visu_pmi_mode":"none",
+              "layer_name_mode":"asm_rep"})",
+         L""},
+        {iges, LR"({"operation_type":"import","format_type":"IGES","import_entities":"root_and_nonroot",
+              "hidden_entities_mode":"only_with_visible_links","copious_data_mode":"unknown",
+              "trim_curve_import_pref_mode":"2d"})",
+         L"Option group import IGES: not honoured: import_entities, hidden_entities_mode, "
+         L"trim_curve_import_pref_mode\n"},
+        {iges, optionGroup(L"import", L"IGES", L"import_entities", L"root_only"), L""},
+        {step, LR"({"operation_type":"import","format_type":"NX","hidden_entities_mode":"none"},
+             {"operation_type":"import","format_type":"JT"},
+             {"operation_type":"export","format_type":"STEP","layer_name_mode":"unknown","tolerance":1.5},
+             {"operation_type":"options","format_type":"modeler","length_unit_type":"inch",
+              "acis_heal_type":"none"})",
+         L"Option group export STEP: not used for importing STEP\n"
+         L"Option group import NX: not used for importing STEP\n"
+         L"Option group options modeler: not honoured: acis_heal_type\n"},
+        {step,
+         LR"({"operation_type":"options","format_type":"general","memory_management_mode":"keep_part_visu",
+              "log_file_encoding_type":"utf16","log_event_level_type":"warning"},
+             {"operation_type":"options","format_type":"graphical","visu_text_data_mode":"as_stroked"},
+             {"operation_type":"options","format_type":"mechanical",
+              "feature_tolerance_processing_mode":"all"})",
+         L"Option group options general: not honoured: log_file_encoding_type, memory_management_mode\n"
+         L"Option group options graphical: not honoured: visu_text_data_mode\n"
+         L"Option group options mechanical: not honoured: feature_tolerance_processing_mode\n"},
+        {step, LR"({"operation_type":"options","format_type":"general","log_event_level_type":"error"},
+             {"operation_type":"options","format_type":"graphical","visu_text_data_mode":"as_stroked"})",
+         L""},
+    };
+    for (const auto& row : rows) {
+        const Answer answer = importWith(row.file, row.groups);
+        std::wstring options;
+        std::wistringstream log(answer.log);
+        for (std::wstring line; std::getline(log, line);)
+            if (line.starts_with(L"Option group")) options += line + L"\n";
+        EXPECT_EQ(transport::toUtf8(options), transport::toUtf8(row.log));
+    }
+}
+
+TEST_F(Convexor, DoesTheSameForGroupsWithTheirDefaults) {
+    const auto structureOf = [](const Answer& answer, JsonDocument& structure) {
+        for (const ExcBlockReferencePtr& reference : answer.product->rootBlockReferences())
+            reference->setGuid({}); // new with each import
+        for (const ExcBlockPtr& block : answer.product->blocks())
+            for (const ExcBlockReferencePtr& reference : block->blockReferences()) reference->setGuid({});
+        answer.product->writeObject(structure, structure.GetAllocator());
+    };
+    std::wstring groups;
+    for (const auto& [operation, format] : IFormatOptions::kinds())
+        if (operation != EOperationType::export_)
+            groups +=
+                (groups.empty() ? L"" : L",") + optionGroup(enumToString(operation), enumToString(format));
+    for (const char* file : {"bench_vise.stp", "fastener.igs"}) {
+        const Answer without = importWith(sample(file), {});
+        const Answer with = importWith(sample(file), groups);
+        JsonDocument expected, structure;
+        structureOf(without, expected);
+        structureOf(with, structure);
+        EXPECT_TRUE(structure == expected) << file;
+        EXPECT_EQ(with.log, without.log) << file;
+    }
 }
 
 TEST_F(Convexor, GivesADensityTheMassUnitOfItsFile) {

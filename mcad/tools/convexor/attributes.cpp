@@ -43,7 +43,7 @@ ExcMiscProperty textProperty(const wchar_t* name, const std::wstring& value) {
     return property;
 }
 
-ExcMiscProperty quantity(const wchar_t* name, double value, ValueType type, const wchar_t* unit) {
+ExcMiscProperty quantity(const wchar_t* name, double value, ValueType type, const std::wstring& unit) {
     ExcMiscProperty property;
     property.name() = name;
     property.setType(ExcMiscProperty::EType::double_);
@@ -51,21 +51,6 @@ ExcMiscProperty quantity(const wchar_t* name, double value, ValueType type, cons
     property.unit() = unit;
     property.value() = numberText(value);
     return property;
-}
-
-ExcMiscPropertiesGroup validationProperties(const TDF_Label& label) {
-    ExcMiscPropertiesGroup group;
-    group.name() = L"Validation properties";
-    if (double area; XCAFDoc_Area::Get(label, area))
-        group.addProperty(quantity(L"Surface area", area, ValueType::area, L"mm^2"));
-    if (double volume; XCAFDoc_Volume::Get(label, volume))
-        group.addProperty(quantity(L"Volume", volume, ValueType::volume, L"mm^3"));
-    if (gp_Pnt centroid; XCAFDoc_Centroid::Get(label, centroid)) {
-        group.addProperty(quantity(L"Centroid x", centroid.X(), ValueType::length, L"mm"));
-        group.addProperty(quantity(L"Centroid y", centroid.Y(), ValueType::length, L"mm"));
-        group.addProperty(quantity(L"Centroid z", centroid.Z(), ValueType::length, L"mm"));
-    }
-    return group;
 }
 
 ExcMiscPropertiesGroup layers(const TDF_Label& label, const Handle(XCAFDoc_LayerTool) & tool) {
@@ -82,7 +67,7 @@ ExcMiscPropertiesGroup layers(const TDF_Label& label, const Handle(XCAFDoc_Layer
 Attributes::Attributes(const Model& model)
     : m_colors(XCAFDoc_DocumentTool::ColorTool(model.document->Main())),
       m_layers(XCAFDoc_DocumentTool::LayerTool(model.document->Main())),
-      m_materials(XCAFDoc_DocumentTool::MaterialTool(model.document->Main())),
+      m_materials(XCAFDoc_DocumentTool::MaterialTool(model.document->Main())), m_lengthUnit(model.lengthUnit),
       m_densityUnit(model.densityUnit) {}
 
 std::wstring Attributes::name(const TDF_Label& label) const {
@@ -140,6 +125,24 @@ bool Attributes::findColorOfFaces(const TDF_Label& part, Quantity_ColorRGBA& col
     TopTools_IndexedMapOfShape allFaces;
     TopExp::MapShapes(XCAFDoc_ShapeTool::GetShape(part), TopAbs_FACE, allFaces);
     return common && coloredFaces.Extent() == allFaces.Extent();
+}
+
+ExcMiscPropertiesGroup Attributes::validationProperties(const TDF_Label& label) const {
+    ExcMiscPropertiesGroup group;
+    group.name() = L"Validation properties";
+    const double unit = m_lengthUnit.millimeters;
+    const std::wstring symbol = m_lengthUnit.symbol;
+    if (double area; XCAFDoc_Area::Get(label, area))
+        group.addProperty(quantity(L"Surface area", area / (unit * unit), ValueType::area, symbol + L"^2"));
+    if (double volume; XCAFDoc_Volume::Get(label, volume))
+        group.addProperty(
+            quantity(L"Volume", volume / (unit * unit * unit), ValueType::volume, symbol + L"^3"));
+    if (gp_Pnt centroid; XCAFDoc_Centroid::Get(label, centroid)) {
+        group.addProperty(quantity(L"Centroid x", centroid.X() / unit, ValueType::length, symbol));
+        group.addProperty(quantity(L"Centroid y", centroid.Y() / unit, ValueType::length, symbol));
+        group.addProperty(quantity(L"Centroid z", centroid.Z() / unit, ValueType::length, symbol));
+    }
+    return group;
 }
 
 ExcMiscPropertiesGroup Attributes::material(const TDF_Label& label) const {

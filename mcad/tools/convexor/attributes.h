@@ -9,6 +9,7 @@
 #include <XCAFDoc_LayerTool.hxx>
 #include <XCAFDoc_MaterialTool.hxx>
 
+#include "convexor/length_unit.h"
 #include "convexor/model_reader.h"
 #include "zeq_api/exchange_common/color.h"
 #include "zeq_api/exchange_common/misc_data.h"
@@ -27,18 +28,21 @@ public:
     ExcColor color(const TDF_Label& label) const;
     /// Whether the label itself or one of its layers is switched off.
     bool isHidden(const TDF_Label& label) const;
-    /// A group each for validation properties, layers and material, as far as there are any.
+    /// A group each for validation properties, layers and material, as far as there are any. Lengths, areas
+    /// and volumes are in the unit of the model.
     void addMiscData(const TDF_Label& label, ExcMiscData& data) const;
 
 private:
     bool findOwnColor(const TDF_Label& label, Quantity_ColorRGBA& color) const;
     bool findColorOfFaces(const TDF_Label& part, Quantity_ColorRGBA& color) const;
 
+    ExcMiscPropertiesGroup validationProperties(const TDF_Label& label) const;
     ExcMiscPropertiesGroup material(const TDF_Label& label) const;
 
     Handle(XCAFDoc_ColorTool) m_colors;
     Handle(XCAFDoc_LayerTool) m_layers;
     Handle(XCAFDoc_MaterialTool) m_materials;
+    LengthUnit m_lengthUnit;
     double m_densityUnit;
 };
 

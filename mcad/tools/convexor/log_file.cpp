@@ -2,12 +2,10 @@
 #include "convexor/log_file.h"
 
 #include <filesystem>
-#include <memory>
 #include <system_error>
 
 #include "mv_cvx/logger.h"
 #include "transport/utf8.h"
-#include "zeq_api/format_options/common_options.h"
 
 namespace zeq::convexor {
 
@@ -34,16 +32,14 @@ int loggerLevel(ELogEventLevelType level) {
 
 } // namespace
 
-void startLog(const ImportOptions& options) {
-    const auto general =
-        std::dynamic_pointer_cast<OptionsGeneral>(options.formatOptions(EFormatType::general));
-    if (!general || general->logFileName().empty()) return;
+void startLog(const OptionsGeneral& options) {
+    if (options.logFileName().empty()) return;
     const std::filesystem::path path =
-        std::filesystem::path(transport::toUtf8(general->loggingOutputDirectory())) /
-        transport::toUtf8(general->logFileName());
-    if (std::error_code ignored; general->loggingMode() == ELoggingModeType::atomic)
+        std::filesystem::path(transport::toUtf8(options.loggingOutputDirectory())) /
+        transport::toUtf8(options.logFileName());
+    if (std::error_code ignored; options.loggingMode() == ELoggingModeType::atomic)
         std::filesystem::remove(path, ignored);
-    mv_cvx::LoggerHolder::initLogger(loggerLevel(general->logEventLevel()), path.string());
+    mv_cvx::LoggerHolder::initLogger(loggerLevel(options.logEventLevel()), path.string());
 }
 
 } // namespace zeq::convexor

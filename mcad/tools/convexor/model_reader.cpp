@@ -5,12 +5,16 @@
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <string_view>
 #include <system_error>
 
 #include <unistd.h>
 
 #include <IGESCAFControl_Reader.hxx>
+#include <IGESData_GlobalSection.hxx>
+#include <IGESData_IGESEntity.hxx>
+#include <IGESData_IGESModel.hxx>
 #include <Interface_Check.hxx>
 #include <Interface_CheckIterator.hxx>
 #include <Interface_InterfaceModel.hxx>
@@ -23,8 +27,13 @@
 #include <STEPConstruct_UnitContext.hxx>
 #include <StepBasic_ConversionBasedUnitAndMassUnit.hxx>
 #include <StepBasic_SiUnitAndMassUnit.hxx>
+#include <StepGeom_GeomRepContextAndGlobUnitAssCtxAndGlobUncertaintyAssCtx.hxx>
+#include <StepGeom_GeometricRepresentationContextAndGlobalUnitAssignedContext.hxx>
+#include <StepRepr_GlobalUnitAssignedContext.hxx>
 #include <TCollection_HAsciiString.hxx>
+#include <TransferBRep.hxx>
 #include <Transfer_TransientProcess.hxx>
+#include <XCAFDoc_ColorTool.hxx>
 #include <XCAFDoc_DocumentTool.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
 #include <XSControl_TransferReader.hxx>
@@ -69,7 +78,20 @@ private:
         const std::string_view line = trimmed({text.ToCString(), static_cast<std::size_t>(text.Length())});
         if (line.empty()) return;
         if (gravity >= Message_Alarm) m_lastError = line;
-        m_reporter.log(wideText(line));
+        m_reporter.log(levelOf(gravity), wideText(line));
+    }
+
+    static ELogEventLevelType levelOf(Message_Gravity gravity) {
+        switch (gravity) {
+        case Message_Trace:
+            return ELogEventLevelType::verbose;
+        case Message_Info:
+            return ELogEventLevelType::information;
+        case Message_Warning:
+            return ELogEventLevelType::warning;
+        default:
+            return ELogEventLevelType::error;
+        }
     }
 
     Reporter& m_reporter;
@@ -130,18 +152,22 @@ int reportChecks(const Interface_CheckIterator& checks, const Handle(Interface_I
     constexpr int mostLines = 100;
     int errors = 0;
     int lines = 0;
-    const auto report = [&](const wchar_t* kind, const Interface_Check& check, const char* text) {
-        if (++lines > mostLines) return;
+    const auto report = [&](ELogEventLevelType level, const Interface_Check& check, const char* text) {
+        if (!reporter.isLogged(level) || ++lines > mostLines) return;
         const std::wstring place =
             check.HasEntity() ? L" at " + wideText(file->StringLabel(check.Entity())->ToCString()) : L"";
-        reporter.log(kind + place + L": " + wideText(trimmed(text)));
+        const wchar_t* const kind = level == ELogEventLevelType::error ? L"Error" : L"Warning";
+        reporter.log(level, kind + place + L": " + wideText(trimmed(text)));
     };
     for (checks.Start(); checks.More(); checks.Next()) {
         const Interface_Check& check = *checks.Value();
-        for (int i = 1; i <= check.NbFails(); ++i, ++errors) report(L"Error", check, check.CFail(i));
-        for (int i = 1; i <= check.NbWarnings(); ++i) report(L"Warning", check, check.CWarning(i));
+        for (int i = 1; i <= check.NbFails(); ++i, ++errors)
+            report(ELogEventLevelType::error, check, check.CFail(i));
+        for (int i = 1; i <= check.NbWarnings(); ++i)
+            report(ELogEventLevelType::warning, check, check.CWarning(i));
     }
-    if (lines > mostLines) reporter.log(std::to_wstring(lines - mostLines) + L" more lines left out");
+    if (lines > mostLines)
+        reporter.log(ELogEventLevelType::error, std::to_wstring(lines - mostLines) + L" more lines left out");
     return errors;
 }
 
@@ -173,23 +199,55 @@ Model read(Reader& reader, BasicReader& basicReader, const std::filesystem::path
     return model;
 }
 
-/// The kernel converts the volume in the densities of a STEP file to cubic centimetres but leaves the mass in
-/// the file's unit: finds that, in grams. 0 if the file has none, several, or one beyond the SI.
-double massUnitOf(const Handle(Interface_InterfaceModel) & file) {
-    double unit = 0;
+/// What all entities of a file have in common that say something about a quantity; 0 if none does or they
+/// disagree. `valueIn` gives an entity's value, or nothing.
+template <class ValueIn>
+double commonValue(const Handle(Interface_InterfaceModel) & file, const ValueIn& valueIn) {
+    std::optional<double> common;
     for (int i = 1; i <= file->NbEntities(); ++i) {
-        const Handle(Standard_Transient)& entity = file->Value(i);
-        if (entity->IsKind(STANDARD_TYPE(StepBasic_ConversionBasedUnitAndMassUnit))) return 0;
-        const auto si = Handle(StepBasic_SiUnitAndMassUnit)::DownCast(entity);
-        if (si.IsNull()) continue;
-        const double grams = si->HasPrefix() ? STEPConstruct_UnitContext::ConvertSiPrefix(si->Prefix()) : 1;
-        if (unit != 0 && unit != grams) return 0;
-        unit = grams;
+        const std::optional<double> value = valueIn(file->Value(i));
+        if (value && common && *value != *common) return 0;
+        if (value) common = value;
     }
-    return unit;
+    return common.value_or(0);
 }
 
-Model readStep(const std::filesystem::path& path, Reporter& reporter) {
+/// The kernel converts the volume in the densities of a STEP file to cubic centimetres but leaves the mass in
+/// the file's unit: gives that in grams, 0 for one beyond the SI.
+std::optional<double> massUnitIn(const Handle(Standard_Transient) & entity) {
+    if (entity->IsKind(STANDARD_TYPE(StepBasic_ConversionBasedUnitAndMassUnit))) return 0;
+    const auto si = Handle(StepBasic_SiUnitAndMassUnit)::DownCast(entity);
+    if (si.IsNull()) return std::nullopt;
+    return si->HasPrefix() ? STEPConstruct_UnitContext::ConvertSiPrefix(si->Prefix()) : 1;
+}
+
+/// The unit of length in which a STEP file gives a shape, in millimetres.
+std::optional<double> lengthUnitIn(const Handle(Standard_Transient) & entity) {
+    Handle(StepRepr_GlobalUnitAssignedContext) units;
+    if (const auto context =
+            Handle(StepGeom_GeometricRepresentationContextAndGlobalUnitAssignedContext)::DownCast(entity))
+        units = context->GlobalUnitAssignedContext();
+    else if (const auto exact =
+                 Handle(StepGeom_GeomRepContextAndGlobUnitAssCtxAndGlobUncertaintyAssCtx)::DownCast(entity))
+        units = exact->GlobalUnitAssignedContext();
+    if (units.IsNull()) return std::nullopt;
+    STEPConstruct_UnitContext factors;
+    factors.ComputeFactors(units);
+    return factors.LengthDone() ? std::optional(factors.LengthFactor()) : std::nullopt;
+}
+
+/// The unit in which lengths are to travel from a file whose own unit has so many millimetres.
+LengthUnit chooseLengthUnit(ELengthUnitType wanted, double fileUnit, Reporter& reporter) {
+    if (wanted == ELengthUnitType::unknown) return {};
+    const bool isFileUnit = wanted == ELengthUnitType::model_unit;
+    if (const LengthUnit* const unit = isFileUnit ? findLengthUnit(fileUnit) : findLengthUnit(wanted))
+        return *unit;
+    reporter.log(ELogEventLevelType::warning,
+                 L"The file has no single unit of length that is known here: millimetres are used instead");
+    return {};
+}
+
+Model readStep(const std::filesystem::path& path, const ImportSettings& settings, Reporter& reporter) {
     STEPCAFControl_Reader reader;
     reader.SetColorMode(Standard_True);
     reader.SetNameMode(Standard_True);
@@ -201,38 +259,67 @@ Model readStep(const std::filesystem::path& path, Reporter& reporter) {
     // Many writers put names into the file in the code page of their machine.
     Interface_Static::SetCVal("read.step.codepage", isUtf8(path) ? "UTF8" : "CP1252");
     Model model = read(reader, reader.ChangeReader(), path, reporter);
-    model.densityUnit = massUnitOf(reader.Reader().Model());
+    const Handle(Interface_InterfaceModel) file = reader.Reader().Model();
+    model.densityUnit = commonValue(file, massUnitIn);
+    model.lengthUnit = chooseLengthUnit(settings.lengthUnit, commonValue(file, lengthUnitIn), reporter);
     return model;
 }
 
-Model readIges(const std::filesystem::path& path, Reporter& reporter) {
+/// Hides the shapes that the file blanks, which the kernel passes over.
+void hideBlanked(const Model& model, const Handle(XSControl_WorkSession) & session) {
+    const auto shapes = XCAFDoc_DocumentTool::ShapeTool(model.document->Main());
+    const auto colors = XCAFDoc_DocumentTool::ColorTool(model.document->Main());
+    for (int i = 1; i <= session->Model()->NbEntities(); ++i) {
+        const auto entity = Handle(IGESData_IGESEntity)::DownCast(session->Model()->Value(i));
+        if (entity.IsNull() || entity->BlankStatus() == 0) continue;
+        const TopoDS_Shape shape =
+            TransferBRep::ShapeResult(session->TransferReader()->TransientProcess(), entity);
+        if (TDF_Label label; !shape.IsNull() && shapes->Search(shape, label, true, true, false))
+            colors->SetVisibility(label, false);
+    }
+}
+
+Model readIges(const std::filesystem::path& path, const ImportSettings& settings, Reporter& reporter) {
     IGESCAFControl_Reader reader;
-    return read(reader, reader, path, reporter);
+    Model model = read(reader, reader, path, reporter);
+    hideBlanked(model, reader.WS());
+    const auto file = Handle(IGESData_IGESModel)::DownCast(reader.Model());
+    model.lengthUnit = chooseLengthUnit(settings.lengthUnit, file->GlobalSection().UnitValue(), reporter);
+    return model;
 }
 
 /// A format and the function that reads it.
 struct FormatReader {
+    EFormatType type;
     std::shared_ptr<Format> format;
-    Model (*read)(const std::filesystem::path&, Reporter&);
+    Model (*read)(const std::filesystem::path&, const ImportSettings&, Reporter&);
 };
 
-FormatReader formatReader(const wchar_t* description, std::initializer_list<std::wstring> extensions,
-                          Model (*read)(const std::filesystem::path&, Reporter&)) {
+FormatReader formatReader(EFormatType type, const wchar_t* description,
+                          std::initializer_list<std::wstring> extensions, decltype(FormatReader::read) read) {
     const auto format = std::make_shared<Format>();
     format->setDescription(description);
     for (const std::wstring& extension : extensions) {
         format->addExtension(extension);
         format->addFilterExtensions(L"*." + extension);
     }
-    return {format, read};
+    return {type, format, read};
 }
 
 const std::vector<FormatReader>& formatReaders() {
     static const std::vector<FormatReader> readers = {
-        formatReader(L"STEP files", {L"stp", L"step"}, &readStep),
-        formatReader(L"IGES files", {L"igs", L"iges"}, &readIges),
+        formatReader(EFormatType::STEP, L"STEP files", {L"stp", L"step"}, &readStep),
+        formatReader(EFormatType::IGES, L"IGES files", {L"igs", L"iges"}, &readIges),
     };
     return readers;
+}
+
+const FormatReader& formatReaderFor(const std::wstring& file) {
+    const std::filesystem::path path = transport::toUtf8(file);
+    requireReadable(path);
+    for (const FormatReader& reader : formatReaders())
+        if (reader.format->is(file)) return reader;
+    fail(path, "its name belongs to none of the formats STEP (.stp, .step) and IGES (.igs, .iges)");
 }
 
 } // namespace
@@ -246,12 +333,10 @@ const std::vector<std::shared_ptr<Format>>& importFormats() {
     return formats;
 }
 
-Model readModel(const std::wstring& file, Reporter& reporter) {
-    const std::filesystem::path path = transport::toUtf8(file);
-    requireReadable(path);
-    for (const FormatReader& reader : formatReaders())
-        if (reader.format->is(file)) return reader.read(path, reporter);
-    fail(path, "its name belongs to none of the formats STEP (.stp, .step) and IGES (.igs, .iges)");
+EFormatType formatOfFile(const std::wstring& file) { return formatReaderFor(file).type; }
+
+Model readModel(const std::wstring& file, const ImportSettings& settings, Reporter& reporter) {
+    return formatReaderFor(file).read(transport::toUtf8(file), settings, reporter);
 }
 
 } // namespace zeq::convexor

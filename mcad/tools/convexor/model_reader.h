@@ -8,6 +8,8 @@
 
 #include <TDocStd_Document.hxx>
 
+#include "convexor/import_settings.h"
+#include "convexor/length_unit.h"
 #include "convexor/reporter.h"
 #include "zeq_api/convexor_info/format.h"
 
@@ -22,7 +24,8 @@ public:
 /// What a file held: parts and assemblies with their attributes, lengths in millimetres.
 struct Model {
     Handle(TDocStd_Document) document;
-    int errors = 0; ///< entities that could not be read; the log lines tell which
+    int errors = 0;             ///< entities that could not be read; the log lines tell which
+    LengthUnit lengthUnit = {}; ///< in which its lengths are to travel
     /// What a density of 1 in the document stands for in g/cm^3; 0 when that cannot be told.
     double densityUnit = 0;
 };
@@ -30,9 +33,13 @@ struct Model {
 /// The formats that readModel() understands.
 const std::vector<std::shared_ptr<Format>>& importFormats();
 
+/// The format of an existing file, as its name tells.
+/// @throws ImportError when the file cannot be opened or has no format that can be imported
+EFormatType formatOfFile(const std::wstring& file);
+
 /// Reads the file in the format that its name tells.
 /// @throws ImportError when the file or its format is at fault
 /// @throws Standard_Failure when the kernel gives up
-Model readModel(const std::wstring& file, Reporter& reporter);
+Model readModel(const std::wstring& file, const ImportSettings& settings, Reporter& reporter);
 
 } // namespace zeq::convexor

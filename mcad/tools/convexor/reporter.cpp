@@ -16,7 +16,9 @@ void Reporter::advance(double part) {
     sendProgress();
 }
 
-void Reporter::log(const std::wstring& line) { m_channel.send(std::make_shared<ExcLog>(line)); }
+void Reporter::log(ELogEventLevelType level, const std::wstring& line) {
+    if (isLogged(level)) m_channel.send(std::make_shared<ExcLog>(line));
+}
 
 void Reporter::message(const std::wstring& text) { m_channel.send(std::make_shared<ExcMessage>(text)); }
 

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "convexor/channel.h"
+#include "zeq_api/format_options/common_options.h"
 
 namespace zeq::convexor {
 
@@ -21,8 +22,13 @@ public:
     /// `part` of the stage, 0 to 1, is done.
     void advance(double part);
 
+    /// Keeps back log lines that are less grave than `level`; `unknown`, as at first, keeps back none.
+    void limitLog(ELogEventLevelType level) { m_logLevel = level; }
+    bool isLogged(ELogEventLevelType level) const {
+        return m_logLevel == ELogEventLevelType::unknown || level <= m_logLevel;
+    }
     /// A line for the log.
-    void log(const std::wstring& line);
+    void log(ELogEventLevelType level, const std::wstring& line);
     /// A text for the user.
     void message(const std::wstring& text);
 
@@ -33,6 +39,7 @@ private:
     void sendProgress();
 
     Channel& m_channel;
+    ELogEventLevelType m_logLevel = ELogEventLevelType::unknown;
     std::wstring m_stage;
     bool m_pulse = false;
     int m_percent = 0;

@@ -9,6 +9,7 @@
 #include <Standard_Failure.hxx>
 
 #include "convexor/description.h"
+#include "convexor/import_settings.h"
 #include "convexor/log_file.h"
 #include "convexor/model_reader.h"
 #include "convexor/reporter.h"
@@ -87,14 +88,18 @@ Result Session::execute(const std::wstring& text) {
 
 Result Session::import(const ImportOptions& options) {
     const InterruptionWatch::Work work(m_watch);
-    startLog(options);
     Reporter reporter(m_channel);
+    if (const auto general = findGroup<OptionsGeneral>(options)) {
+        startLog(*general);
+        reporter.limitLog(general->logEventLevel());
+    }
     const std::wstring name =
         wideText(std::filesystem::path(transport::toUtf8(options.file())).filename().string());
 
-    const Model model = readModel(options.file(), reporter);
+    const ImportSettings settings = importSettings(options, formatOfFile(options.file()), reporter);
+    const Model model = readModel(options.file(), settings, reporter);
     reporter.beginPulse(L"Building the product structure");
-    const auto product = buildProductStructure(model, name, options.translateMiscData());
+    const auto product = buildProductStructure(model, name, settings);
     reporter.message(L"'" + name + L"': " + summary(*product));
     reporter.beginPulse(L"Sending the product structure");
     m_channel.send(product);

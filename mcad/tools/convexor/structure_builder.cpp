@@ -37,25 +37,27 @@ private:
     std::unordered_map<std::wstring, int> m_repetitions;
 };
 
-ExcTransformation placement(const gp_Trsf& trsf) {
+ExcTransformation placement(const gp_Trsf& trsf, const LengthUnit& unit) {
     ExcTransformation result;
     for (int row = 0; row < 3; ++row)
         result.affine()[row].set(trsf.Value(row + 1, 1), trsf.Value(row + 1, 2), trsf.Value(row + 1, 3));
-    result.translation().set(trsf.Value(1, 4), trsf.Value(2, 4), trsf.Value(3, 4));
+    result.translation().set(trsf.Value(1, 4) / unit.millimeters, trsf.Value(2, 4) / unit.millimeters,
+                             trsf.Value(3, 4) / unit.millimeters);
     return result;
 }
 
 class StructureBuilder {
 public:
-    StructureBuilder(const Model& model, const std::wstring& storageName, bool withMiscData)
-        : m_document(model.document), m_attributes(model), m_storageName(storageName),
-          m_withMiscData(withMiscData) {}
+    StructureBuilder(const Model& model, const std::wstring& storageName, const ImportSettings& settings)
+        : m_document(model.document), m_lengthUnit(model.lengthUnit), m_attributes(model),
+          m_storageName(storageName), m_settings(settings) {}
 
     std::shared_ptr<ExcProductStructure> build() {
-        m_product->setUnits(ELengthUnitType::millimeter);
+        m_product->setUnits(m_lengthUnit.type);
         TDF_LabelSequence roots;
         XCAFDoc_DocumentTool::ShapeTool(m_document->Main())->GetFreeShapes(roots);
-        for (const TDF_Label& root : roots) m_product->addRootBlockReference(makeReference(root, {}));
+        for (const TDF_Label& root : roots)
+            if (const auto reference = makeReference(root, {})) m_product->addRootBlockReference(reference);
         nameProduct();
 
         // Not recursive: an assembly may be nested as deeply as its file likes.
@@ -72,7 +74,7 @@ private:
 
     /// A block with what its references take over from it.
     struct Known {
-        ExcBlockPtr block;
+        ExcBlockPtr block; ///< null for one that is hidden and left out
         ExcColor color;
         bool hidden;
     };
@@ -93,27 +95,32 @@ private:
         TDF_LabelSequence components;
         XCAFDoc_ShapeTool::GetComponents(pending.label, components);
         for (const TDF_Label& component : components)
-            pending.block->addBlockReference(makeReference(component, pending.key));
+            if (const auto reference = makeReference(component, pending.key))
+                pending.block->addBlockReference(reference);
     }
 
-    /// `label` is an instance of a block, or at the top level a block itself.
+    /// `label` is an instance of a block, or at the top level a block itself. Null if it is hidden and left
+    /// out.
     ExcBlockReferencePtr makeReference(const TDF_Label& label, const std::wstring& parentKey) {
         TDF_Label child = label;
         const bool isInstance = XCAFDoc_ShapeTool::GetReferredShape(label, child);
+        const bool isHiddenInstance = isInstance && m_attributes.isHidden(label);
+        if (isHiddenInstance && !m_settings.hiddenEntities) return nullptr;
         const Known& known = know(child);
+        if (!known.block) return nullptr;
 
         auto reference = std::make_shared<ExcBlockReference>();
         reference->setGuid(IExchangeObject::generateUUID());
         reference->setBlockId(known.block->id());
         reference->setName(known.block->name());
-        reference->setTransformation(placement(XCAFDoc_ShapeTool::GetLocation(label).Transformation()));
+        reference->setTransformation(
+            placement(XCAFDoc_ShapeTool::GetLocation(label).Transformation(), m_lengthUnit));
         reference->setColor(known.color);
-        reference->setHidden(known.hidden);
+        reference->setHidden(known.hidden || isHiddenInstance);
         if (isInstance) {
             if (const std::wstring name = m_attributes.name(label); !name.empty()) reference->setName(name);
             if (const ExcColor color = m_attributes.color(label); color.hasRGB()) reference->setColor(color);
-            reference->setHidden(known.hidden || m_attributes.isHidden(label));
-            if (m_withMiscData) m_attributes.addMiscData(label, reference->miscData());
+            if (m_settings.miscData) m_attributes.addMiscData(label, reference->miscData());
         }
         reference->setPersistentName(reference->name());
         reference->setPersistentId(m_referenceKeys.make(parentKey + L"/" + reference->name()));
@@ -123,21 +130,24 @@ private:
     /// The block of a part or an assembly, made at the first call.
     const Known& know(const TDF_Label& label) {
         if (const Known* known = m_known.Seek(label)) return *known;
+        const bool isHidden = m_attributes.isHidden(label);
+        if (isHidden && !m_settings.hiddenEntities) return *m_known.Bound(label, {});
         const auto block = std::make_shared<ExcBlock>();
         block->setId(m_product->blocks().size() + 1);
         block->setName(m_attributes.name(label));
         block->setStorageName(m_storageName);
         block->setPart(!XCAFDoc_ShapeTool::IsAssembly(label));
-        if (m_withMiscData) m_attributes.addMiscData(label, block->miscData());
+        if (m_settings.miscData) m_attributes.addMiscData(label, block->miscData());
         m_product->addBlock(block);
         if (!block->isPart()) m_pending.push_back({label, block, m_assemblyKeys.make(block->name())});
-        return *m_known.Bound(label, {block, m_attributes.color(label), m_attributes.isHidden(label)});
+        return *m_known.Bound(label, {block, m_attributes.color(label), isHidden});
     }
 
     const Handle(TDocStd_Document) m_document;
+    const LengthUnit m_lengthUnit;
     const Attributes m_attributes;
     const std::wstring m_storageName;
-    const bool m_withMiscData;
+    const ImportSettings m_settings;
 
     std::shared_ptr<ExcProductStructure> m_product = std::make_shared<ExcProductStructure>();
     NCollection_DataMap<TDF_Label, Known, TDF_LabelMapHasher> m_known;
@@ -149,8 +159,8 @@ private:
 } // namespace
 
 std::shared_ptr<ExcProductStructure>
-buildProductStructure(const Model& model, const std::wstring& storageName, bool withMiscData) {
-    return StructureBuilder(model, storageName, withMiscData).build();
+buildProductStructure(const Model& model, const std::wstring& storageName, const ImportSettings& settings) {
+    return StructureBuilder(model, storageName, settings).build();
 }
 
 } // namespace zeq::convexor

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "convexor/import_settings.h"
 #include "convexor/model_reader.h"
 #include "zeq_api/exchange_structure/product_structure.h"
 
@@ -15,8 +16,9 @@ namespace zeq::convexor {
 /// from the root. A block has no colour of its own, so each reference carries the colour it shows: that of
 /// the instance, else that of the part. A placement maps a point p of the child to affine * p + translation
 /// in the parent, the rows of `affine` being the rows of that matrix. Persistent ids are made of names, so
-/// they stay the same when the file is imported again.
+/// they stay the same when the file is imported again. Hidden instances that the settings leave out take with
+/// them the blocks that are placed nowhere else.
 std::shared_ptr<ExcProductStructure>
-buildProductStructure(const Model& model, const std::wstring& storageName, bool withMiscData);
+buildProductStructure(const Model& model, const std::wstring& storageName, const ImportSettings& settings);
 
 } // namespace zeq::convexor

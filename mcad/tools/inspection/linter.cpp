@@ -34,6 +34,8 @@ template <class... Visitors>
 struct Overloaded : Visitors... {
     using Visitors::operator()...;
 };
+template <class... Visitors>
+Overloaded(Visitors...) -> Overloaded<Visitors...>;
 
 std::wstring_view keyOf(const JsonValue::Member& member) {
     return {member.name.GetString(), member.name.GetStringLength()};

@@ -38,7 +38,7 @@ void giveOptions(const Host& host, Command& command, const std::shared_ptr<Optio
 }
 
 std::shared_ptr<ImportOptions> importOptions() {
-    const std::shared_ptr<ImportOptions> options = Command::newImportOptions();
+    std::shared_ptr<ImportOptions> options = Command::newImportOptions();
     options->setTranslateMiscData(true);
     options->setTranslateWorldOrientation(true);
     return options;

@@ -1,0 +1,30 @@
+// What the option groups of an import command come to for this translator.
+#pragma once
+
+#include <memory>
+
+#include "convexor/reporter.h"
+#include "zeq_api/command/options.h"
+#include "zeq_api/exchange_common/units.h"
+
+namespace zeq::convexor {
+
+/// The choices that an import depends on, whatever option they come from.
+struct ImportSettings {
+    /// Unit of all lengths that travel: `model_unit` for the file's own, `unknown` for millimetres.
+    ELengthUnitType lengthUnit = ELengthUnitType::unknown;
+    bool miscData = false;      ///< whether layers, materials and properties travel
+    bool hiddenEntities = true; ///< whether hidden parts and assemblies travel, marked as such
+};
+
+/// Takes the settings for a file of that format from a command. For each option group, one log line names the
+/// keys that were set and cannot be honoured.
+ImportSettings importSettings(const ImportOptions& options, EFormatType fileFormat, Reporter& reporter);
+
+/// The group of that class; null when there is none.
+template <class Group>
+std::shared_ptr<const Group> findGroup(const ImportOptions& options) {
+    return std::dynamic_pointer_cast<const Group>(options.formatOptions(Group().formatType()));
+}
+
+} // namespace zeq::convexor
