@@ -89,7 +89,7 @@ TEST(Command, IsNotWrittenWithoutItsOptions) {
     };
     for (const auto& [type, interface, refusal] : cases) {
         Command command = make(type, interface);
-        const auto isMissing = [&](EType forType, bool forLegacy) {
+        const auto isMissing = [type = type, interface = interface](EType forType, bool forLegacy) {
             return type == forType && (interface == legacy) == forLegacy;
         };
         if (!isMissing(EType::import, false)) command.setImportOptions(Command::newImportOptions());
