@@ -7,6 +7,7 @@
 #include "inspection/document_classes.h"
 #include "inspection/linter.h"
 #include "text/text.h"
+#include "zeq/class_argument.h"
 #include "zeq/failure.h"
 #include "zeq/json_file.h"
 
@@ -16,21 +17,6 @@ namespace {
 
 using inspection::Finding;
 using inspection::Severity;
-
-std::string list(const std::vector<std::string>& names) {
-    std::string text;
-    for (const std::string& name : names) text += (text.empty() ? "" : ", ") + name;
-    return text;
-}
-
-const json::FormInfo& requireClass(const std::string& name) {
-    if (const json::FormInfo* form = inspection::findClass(name)) return *form;
-    const std::vector<std::string> names = inspection::classNames();
-    const std::string near = text::nearest(name, names);
-    throw Failure(exit_code::usage, "unknown class '" + text::printable(name) + "'" +
-                                        (near.empty() ? "" : "; did you mean '" + near + "'?") +
-                                        " There are " + list(names));
-}
 
 /// A member of the document; null when there is none.
 const JsonValue* find(const JsonValue& object, const wchar_t* key) {

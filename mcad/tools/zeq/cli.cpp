@@ -104,6 +104,9 @@ CommandLine::CommandLine() {
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     check->add_option("--class", m_settings.className, "The class of a bare object, such as ExcBlock")
         ->type_name("NAME");
+    addCommand("schema", "Print the JSON Schema of all documents or of one class", EAction::schema)
+        ->add_option("CLASS", m_settings.className, "The class, such as Command")
+        ->type_name("");
 
     m_app.add_flag("--json", m_settings.json, "Print one JSON document, with everything that arrived");
     m_app.add_option("-o,--output", m_settings.output, "Write the result to this file")->type_name("FILE");

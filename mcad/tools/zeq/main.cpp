@@ -18,6 +18,7 @@
 #include "zeq/command_builder.h"
 #include "zeq/failure.h"
 #include "zeq/import.h"
+#include "zeq/schema.h"
 
 namespace zeq::host {
 
@@ -64,11 +65,11 @@ void send(const Host& host, const Request& request, Output& output) {
     }
 }
 
-void show(const Host& host, const Request& request, Output& output) {
+void show(const Host& host, const std::wstring& document, Output& output) {
     if (host.settings.json)
-        host.report.addDocument(request.text);
+        host.report.addDocument(document);
     else
-        output.write(text::validUtf8(request.text) + '\n');
+        output.write(text::validUtf8(document) + '\n');
 }
 
 /// Runs the action and returns the exit code of its verdict.
@@ -92,10 +93,13 @@ int perform(const Host& host, Output& output) {
         send(host, readCommand(host), output);
         break;
     case EAction::command:
-        show(host, buildCommand(host), output);
+        show(host, buildCommand(host).text, output);
         break;
     case EAction::check:
         return checkFiles(host, output);
+    case EAction::schema:
+        show(host, schemaText(host.settings.className), output);
+        break;
     }
     return exit_code::done;
 }
@@ -120,6 +124,8 @@ const char* nameOf(EAction action) {
         return "run";
     case EAction::check:
         return "check";
+    case EAction::schema:
+        return "schema";
     }
     return "";
 }

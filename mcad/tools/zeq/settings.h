@@ -20,6 +20,7 @@ enum class EAction {
     command, ///< prints what would be sent
     run,     ///< sends what is stored
     check,
+    schema,
 };
 
 enum class EColor {
@@ -46,7 +47,7 @@ struct Settings {
     std::string formatOptions;            ///< path of a JSON array; "-" is standard input
     bool all = false;                     ///< the tree without bounds
     std::vector<std::string> files;       ///< those to check
-    std::string className;                ///< empty when the documents tell
+    std::string className;                ///< empty when the documents tell, or for the schema of all
 
     std::string translator; ///< path, or name to be found in PATH
     std::optional<std::chrono::duration<double>> timeout;
