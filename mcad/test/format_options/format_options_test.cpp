@@ -85,7 +85,8 @@ TEST(FormatOptions, TheFactoryMakesTheGroupOfEachOperationAndFormat) {
                 continue;
             }
             ASSERT_TRUE(group);
-            EXPECT_EQ(nameOf(typeid(*group)), nameOf(expected->second));
+            const IFormatOptions& object = *group;
+            EXPECT_EQ(nameOf(typeid(object)), nameOf(expected->second));
             EXPECT_EQ(test::signaturesOf(log.take(), "mcad/src/zeq_api/format_options"),
                       (std::vector<std::string>{
                           "virtual void zeq::" + nameOf(expected->second) + "::readObject(const JsonValue &)",

@@ -15,6 +15,7 @@
 #include "support/case_lines.h"
 #include "support/json_text.h"
 #include "text/text.h"
+#include "zeq_api/json/codecs.h"
 #include "zeq_api/zeq_api.h"
 
 namespace zeq::inspection {
@@ -111,13 +112,13 @@ std::map<std::string, Rewrite> makeRewriters() {
     std::map<std::string, Rewrite> rewriters;
     for (const std::wstring& name : ExchangeObjectRegistry::instance().names()) {
         const auto make = [name] { return ExchangeObjectRegistry::instance().get(name); };
-        rewriters.emplace(json::findForm(typeid(*make()))->className(), rewriteWith(make));
+        rewriters.emplace(json::formOf(*make())->className(), rewriteWith(make));
     }
     for (const auto& [operation, format] : IFormatOptions::kinds()) {
         const auto make = [key = std::pair(operation, format)] {
             return IFormatOptions::make(key.first, key.second);
         };
-        rewriters.emplace(json::findForm(typeid(*make()))->className(), rewriteWith(make));
+        rewriters.emplace(json::formOf(*make())->className(), rewriteWith(make));
     }
     addAll<ConvexorInfo, ExcBlock, ExcBlockReference, ExcColor, ExcEntity, ExcFullSubentPath, ExcMatrix3d,
            ExcMiscData, ExcMiscPropertiesGroup, ExcMiscProperty, ExcTransformation, ExcVector2d, ExcVector3d,

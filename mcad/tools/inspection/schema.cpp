@@ -289,8 +289,10 @@ JsonValue SchemaMaker::schemaOf(const ChoiceShape& choice) {
     JsonValue anyOf(rapidjson::kArrayType);
     for (const Alternative& alternative : choice.alternatives) {
         JsonValue schema = schemaOf(alternative.shape);
-        JsonValue condition = fulfilling(alternative.conditions);
-        for (auto& member : condition.GetObject()) schema.AddMember(member.name, member.value, m_allocator);
+        const JsonValue condition = fulfilling(alternative.conditions);
+        for (const auto& member : condition.GetObject())
+            schema.AddMember(JsonValue(member.name, m_allocator), JsonValue(member.value, m_allocator),
+                             m_allocator);
         push(anyOf, std::move(schema));
     }
     return with(L"anyOf", std::move(anyOf));

@@ -13,6 +13,7 @@
 #include "transport/utf8.h"
 #include "zeq/failure.h"
 #include "zeq/json_file.h"
+#include "zeq_api/json/codecs.h"
 #include "zeq_api/json/text_io.h"
 
 namespace zeq::host {
@@ -116,7 +117,7 @@ OptionsDocument::Place OptionsDocument::group(const std::string& name, const std
         if (operation != m_operation && operation != EOperationType::options) continue;
         names.push_back(text::printable(enumToString(format)));
         if (names.back() != name) continue;
-        const json::FormInfo* form = json::findForm(typeid(*IFormatOptions::make(operation, format)));
+        const json::FormInfo* form = json::formOf(*IFormatOptions::make(operation, format));
         for (JsonValue& group : groups().GetArray())
             if (enumToString(operation) == group[operationKey].GetString() &&
                 enumToString(format) == group[formatKey].GetString())

@@ -70,7 +70,7 @@ struct FormatGroups {
             const std::shared_ptr<IFormatOptions> group = IFormatOptions::make(operation, format);
             choice.alternatives.push_back(
                 {{json::isName(L"operation_type", operation), json::isName(L"format_type", format)},
-                 {json::ClassShape{&typeid(*group)}}});
+                 {json::ClassShape{json::formOf(*group)->type}}});
         }
         return {key, json::arrayShape({std::move(choice)}), false};
     }

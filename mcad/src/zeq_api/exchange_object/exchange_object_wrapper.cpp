@@ -120,9 +120,10 @@ struct ExchangeObjectWrapper::JsonForm {
             json::ChoiceShape choice{json::ChoiceShape::Asked::siblings, {}};
             const ExchangeObjectRegistry& registry = ExchangeObjectRegistry::instance();
             for (const std::wstring& name : registry.names()) {
-                const auto object = registry.get(name);
+                const auto made = registry.get(name);
+                const IExchangeObject& object = *made;
                 const json::Condition isKind{nameKey, name, {}};
-                const std::type_info& type = typeid(*object);
+                const std::type_info& type = typeid(object);
                 choice.alternatives.push_back({{isKind, {binaryKey, true, {}}}, {json::BufferShape{&type}}});
                 choice.alternatives.push_back({{isKind}, {json::ClassShape{&type}}});
             }
