@@ -386,6 +386,7 @@ TEST(ZeqCommands, CheckTellsWhatIsWrongAndWhetherAnythingIs) {
         {{sent}, 0, "documents, nothing found\n"},
         {{write("text", "{")}, 1, "not a JSON document (line 1, character 2: "},
         {{bare, "--class", "ExcBlok"}, 2, "unknown class 'ExcBlok'; did you mean 'ExcBlock'?"},
+        {{bare, "--class", "OptionsSTEP"}, 2, "may be exp::OptionsSTEP or imp::OptionsSTEP"},
         {{dir.file("none")}, 3, "No such file"},
     };
     for (auto [arguments, exitCode, message] : rows) {

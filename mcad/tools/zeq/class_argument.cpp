@@ -14,9 +14,15 @@ const json::FormInfo& requireClass(const std::string& name) {
     const std::vector<std::string> names = inspection::classNames();
     const std::string near = text::nearest(name, names);
     std::string list;
-    for (const std::string& each : names) list += (list.empty() ? "" : ", ") + each;
+    std::string meant; // classes of several namespaces
+    for (const std::string& each : names) {
+        list += (list.empty() ? "" : ", ") + each;
+        if (each.ends_with("::" + name)) meant += (meant.empty() ? "" : " or ") + each;
+    }
+    const std::string shown = "'" + text::printable(name) + "'";
+    if (!meant.empty()) throw Failure(exit_code::usage, "the class " + shown + " may be " + meant);
     throw Failure(exit_code::usage,
-                  "unknown class '" + text::printable(name) + "'" +
+                  "unknown class " + shown +
                       (near.empty() ? "; there are " : "; did you mean '" + near + "'? There are ") + list);
 }
 
