@@ -332,12 +332,12 @@ TEST_F(Convexor, CarriesMiscDataWhenAskedTo) {
                 }
     }
     const struct {
-        bool flag;
         std::wstring mode;
+        bool flag;
         bool arrives;
     } rows[] = {
-        {false, L"unknown", false}, {false, L"all", true}, {true, L"unknown", true}, {true, L"none", false}};
-    for (const auto& [flag, mode, arrives] : rows) {
+        {L"unknown", false, false}, {L"all", false, true}, {L"unknown", true, true}, {L"none", true, false}};
+    for (const auto& [mode, flag, arrives] : rows) {
         const Answer answer =
             importWith(sample("jaw_plate.stp"),
                        optionGroup(L"options", L"mechanical", L"misc_data_processing_mode", mode), flag);
@@ -363,21 +363,21 @@ TEST_F(Convexor, GivesLengthsInTheUnitThatIsAskedFor) {
         std::filesystem::path file;
         double fileUnit; ///< in millimetres
         std::wstring asked;
-        ELengthUnitType given;
         double givenUnit; ///< in millimetres
         std::wstring symbol;
+        ELengthUnitType given;
         bool isFallback = false;
     } rows[] = {
-        {vise, 1, L"unknown", millimeter, 1, L"mm"},
-        {vise, 1, L"model_unit", millimeter, 1, L"mm"},
-        {vise, 1, L"inch", inch, 25.4, L"in"},
-        {vise, 1, L"meter", meter, 1000, L"m"},
-        {vise, 1, L"nanometer", nanometer, 1e-6, L"nm"},
-        {centi, 10, L"unknown", millimeter, 1, L"mm"},
-        {centi, 10, L"model_unit", centimeter, 10, L"cm"},
-        {centi, 10, L"foot", foot, 304.8, L"ft"},
-        {hecto, 1e5, L"model_unit", millimeter, 1, L"mm", true},
-        {mixed, 1, L"model_unit", millimeter, 1, L"mm", true},
+        {vise, 1, L"unknown", 1, L"mm", millimeter},
+        {vise, 1, L"model_unit", 1, L"mm", millimeter},
+        {vise, 1, L"inch", 25.4, L"in", inch},
+        {vise, 1, L"meter", 1000, L"m", meter},
+        {vise, 1, L"nanometer", 1e-6, L"nm", nanometer},
+        {centi, 10, L"unknown", 1, L"mm", millimeter},
+        {centi, 10, L"model_unit", 10, L"cm", centimeter},
+        {centi, 10, L"foot", 304.8, L"ft", foot},
+        {hecto, 1e5, L"model_unit", 1, L"mm", millimeter, true},
+        {mixed, 1, L"model_unit", 1, L"mm", millimeter, true},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.file.string() + " in " + transport::toUtf8(row.asked));

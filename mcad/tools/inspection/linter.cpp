@@ -248,6 +248,7 @@ void Linter::visitMember(Frame& place, const JsonValue::Member& member) {
     const auto known = std::ranges::find(members, key, &MemberShape::key);
     if (known == members.end()) {
         std::vector<std::string> names;
+        names.reserve(members.size());
         for (const MemberShape& other : members) names.push_back(text::printable(other.key));
         return report(Severity::warning, path.text(), *place.className + " has no member " + inQuotes(key),
                       text::printable(key), std::move(names));

@@ -29,7 +29,7 @@ std::wstring publish(const IExchangeObject& object) {
         Compressor::compress(compressed, bytes.data(), bytes.size(), -1);
         bytes.swap(compressed);
     }
-    const std::wstring name = IExchangeObject::generateUUID();
+    std::wstring name = IExchangeObject::generateUUID();
     try {
         mp::SharedBuffer<char>(name, false).setBuffer(bytes.data(), bytes.size());
     } catch (...) { // nobody was told the name
