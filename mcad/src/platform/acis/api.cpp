@@ -1,0 +1,152 @@
+// The operations on whole models, and how their failures become outcomes.
+#include "platform/acis/api.h"
+
+#include "platform/acis/attrib.h"
+#include "platform/acis/image.h"
+#include <exception>
+#include <new>
+
+using acis_detail::image_reader;
+using acis_detail::image_writer;
+using acis_detail::restore_level;
+using acis_detail::width;
+
+namespace {
+thread_local FileInfo info_to_save;
+thread_local FileInfo restored_info;
+
+/// Runs an operation and gives its outcome.
+template <class Operation>
+outcome guarded(int number, Operation&& operation) {
+    try {
+        operation();
+        return {};
+    } catch (...) {
+        return acis_detail::outcome_of_exception(number);
+    }
+}
+
+std::vector<char> read_all(BinaryFile& file) {
+    std::vector<char> bytes(1 << 16);
+    std::size_t size = 0;
+    while (true) {
+        std::size_t got = file.read(bytes.data() + size, bytes.size() - size, 1);
+        size += got;
+        if (size < bytes.size()) break;
+        bytes.resize(2 * bytes.size());
+    }
+    bytes.resize(size);
+    return bytes;
+}
+
+/// The length of the image.
+std::size_t restore(const std::vector<char>& bytes, ENTITY_LIST& entities) {
+    std::exception_ptr first;
+    for (restore_level level :
+         {restore_level::everything, restore_level::attributes, restore_level::nothing}) {
+        image_reader reader(bytes.data(), bytes.size(), level);
+        try {
+            reader.restore();
+        } catch (const acis_detail::failure&) {
+            // Later versions may give their records other layouts: take less of them apart.
+            if (!first) first = std::current_exception();
+            if (reader.version() <= acis_detail::format_version) break;
+            continue;
+        }
+        restored_info = reader.info();
+        entities.reserve(std::size_t(entities.count()) + reader.top_count());
+        for (ENTITY* entity : reader.release()) entities.add(entity);
+        return reader.length();
+    }
+    std::rethrow_exception(first);
+}
+
+void delete_all(ENTITY_LIST& list) {
+    for (int i = 0; i < list.count(); ++i)
+        if (list[i]) list[i]->copy_scan(list, SCAN_DELETE);
+    for (ENTITY* entity = list.first(); entity; entity = list.next()) entity_access::destroy(entity);
+    list.clear();
+}
+} // namespace
+
+outcome acis_detail::outcome_of_exception(int number) {
+    try {
+        throw;
+    } catch (const std::bad_alloc&) {
+        return {number, "out of memory"};
+    } catch (const std::exception& error) {
+        return {number, error.what()};
+    } catch (...) {
+        return {number, "unknown error"};
+    }
+}
+
+outcome api_set_file_info(unsigned long fields, const FileInfo& info) {
+    return guarded(ACIS_BAD_ARGUMENT, [&] {
+        if (fields & FileIdent) info_to_save.set_product_id(info.product_id());
+        if (fields & FileUnits) info_to_save.set_units(info.units());
+    });
+}
+
+const FileInfo& api_restored_file_info() { return restored_info; }
+
+outcome api_save_entity_list_file(BinaryFile* file, const ENTITY_LIST& entities, AcisOptions*) {
+    if (!file) return {ACIS_BAD_ARGUMENT, "there is no file to save to"};
+    if (info_to_save.product_id().empty())
+        return {ACIS_SAVE_FAILED, "the product id has to be set before saving (api_set_file_info)"};
+    return guarded(ACIS_SAVE_FAILED, [&] {
+        for (width integers : {width::narrow, width::wide}) {
+            image_writer writer(info_to_save, integers);
+            writer.save(entities);
+            if (writer.records().overflowed()) continue;
+            file->write(writer.records().data(), writer.records().size(), 1);
+            return;
+        }
+    });
+}
+
+outcome api_restore_entity_list_file(BinaryFile* file, ENTITY_LIST& entities, AcisOptions*) {
+    if (!file) return {ACIS_BAD_ARGUMENT, "there is no file to restore from"};
+    return guarded(ACIS_RESTORE_FAILED, [&] {
+        std::vector<char> bytes = read_all(*file);
+        std::size_t length = restore(bytes, entities);
+        if (length < bytes.size()) file->goto_mark(file->set_mark() - FilePosition(bytes.size() - length));
+    });
+}
+
+outcome api_copy_entity(ENTITY* entity, ENTITY*& copy, AcisOptions*) {
+    copy = nullptr;
+    if (!entity) return {ACIS_BAD_ARGUMENT, "there is no entity to copy"};
+    std::vector<ENTITY*> copies;
+    outcome result = guarded(ACIS_OPERATION_FAILED, [&] {
+        ENTITY_LIST originals;
+        originals.add(entity);
+        for (int i = 0; i < originals.count(); ++i) originals[i]->copy_scan(originals);
+        copies.reserve(std::size_t(originals.count()));
+        for (int i = 0; i < originals.count(); ++i) copies.push_back(originals[i]->copy_data(originals));
+        for (ENTITY* made : copies) made->fix_pointers(copies.data());
+        for (int i = 0; i < originals.count(); ++i)
+            for (ATTRIB* attribute = originals[i]->attrib(); attribute;) {
+                ATTRIB* next = attribute->next();
+                if (attribute->get_copy_owner_action() == CopyLose) attribute->lose();
+                attribute = next;
+            }
+        copy = copies.front();
+    });
+    if (!result.ok())
+        for (ENTITY* made : copies) entity_access::destroy(made);
+    return result;
+}
+
+outcome api_del_entity(ENTITY* entity, AcisOptions*) {
+    if (!entity) return {ACIS_BAD_ARGUMENT, "there is no entity to delete"};
+    return guarded(ACIS_OPERATION_FAILED, [&] {
+        ENTITY_LIST list;
+        list.add(entity);
+        delete_all(list);
+    });
+}
+
+outcome api_del_entity_list(ENTITY_LIST& entities, AcisOptions*) {
+    return guarded(ACIS_OPERATION_FAILED, [&] { delete_all(entities); });
+}

@@ -1,0 +1,130 @@
+// Saving and restoring whole images: header, records, and what holds between records.
+#pragma once
+
+#include "platform/acis/attrib.h"
+#include "platform/acis/geometry.h"
+#include "platform/acis/record_stream.h"
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+/// What the kernel's own functions need of the inside of entities.
+struct entity_access {
+    static std::unique_ptr<unknown_tokens>& unknown(ENTITY& entity) { return entity.m_unknown; }
+    static const std::unique_ptr<unknown_tokens>& unknown(const ENTITY& entity) { return entity.m_unknown; }
+    static std::unique_ptr<unknown_tokens>& tokens(kept_tokens& rest) { return rest.m_tokens; }
+    static const std::unique_ptr<unknown_tokens>& tokens(const kept_tokens& rest) { return rest.m_tokens; }
+    static void destroy(ENTITY* entity) { delete entity; }
+};
+
+namespace acis_detail {
+/// The most derived name of a record of unknown class, or null.
+const char* unknown_name(const ENTITY& entity);
+
+/// The version of the format that is written.
+inline constexpr int format_version = 700;
+
+/// The image that this thread saves.
+class image_writer {
+public:
+    image_writer(const FileInfo& info, width integers);
+    image_writer(const image_writer&) = delete;
+    ~image_writer();
+
+    void save(const ENTITY_LIST& entities);
+    record_writer& records() { return m_records; }
+    static image_writer& current();
+
+private:
+    void header(const FileInfo& info);
+    /// The version that the records kept from other images call for.
+    int version_for(const ENTITY_LIST& entities) const;
+
+    record_writer m_records;
+    std::size_t m_countsAt = 0;
+    image_writer* m_outer;
+};
+
+/// How much of an image to understand. Images of other versions than ours may give their records other
+/// layouts.
+enum class restore_level {
+    everything,
+    attributes, ///< all other records become unknown ones
+    nothing
+};
+
+/// The image that this thread restores.
+class image_reader {
+public:
+    image_reader(const char* data, std::size_t length, restore_level level);
+    image_reader(const image_reader&) = delete;
+    /// Deletes the entities, unless release() was called.
+    ~image_reader();
+
+    /// The version in the header, as soon as that has been read.
+    int version() const { return m_info.file_version(); }
+    const FileInfo& info() const { return m_info; }
+    void restore();
+    std::size_t top_count() const { return std::size_t(m_topCount); }
+    /// The top entities; the caller owns everything from now on.
+    std::vector<ENTITY*> release();
+    /// Number of bytes that the image takes.
+    std::size_t length() const { return m_length; }
+
+    /// Null while this thread restores nothing.
+    static image_reader* current();
+    static record_reader& current_records();
+    static restore_level current_level() { return current()->m_level; }
+
+    /// Entities are noted while they are made, because a restore function that fails does not give its own
+    /// back.
+    void constructed(ENTITY* entity) { m_pending.push_back(entity); }
+    void destroyed(ENTITY* entity);
+
+    /// @name While indexes are made pointers
+    /// @{
+    enum use : unsigned char {
+        in_list = 1,
+        in_ring = 2
+    };
+    void check_index(long index) const;
+    /// A record may be used once in each of these ways, so lists end and rings close.
+    void take(long index, use how);
+    [[noreturn]] static void fail_wrong_class(long index, const char* expected);
+    /// @}
+
+private:
+    /// How records with one chain of external names are restored.
+    struct record_class {
+        const restore_def* definition = nullptr; ///< the most derived known class
+        std::vector<std::string> unknown_names;
+        bool ends_image = false;
+    };
+
+    void header();
+    /// False at the end of the image.
+    bool record();
+    const record_class& class_at_hand();
+    void fix_pointers();
+    void drop_unreachable();
+    void check_structure();
+    void check_attributes();
+    [[noreturn]] void fail_at(const ENTITY* entity, const char* message);
+    void destroy_all();
+
+    record_reader m_records;
+    restore_level m_level;
+    FileInfo m_info;
+    long m_recordCount = 0;
+    long m_topCount = 0;
+    std::vector<ENTITY*> m_entities;
+    std::vector<std::size_t> m_offsets;   ///< of records
+    std::vector<std::size_t> m_firstLink; ///< of a record, in m_records.links()
+    std::vector<unsigned char> m_uses;
+    std::vector<ENTITY*> m_pending;
+    std::unordered_map<std::string_view, record_class> m_classes; ///< by the bytes of the chain
+    std::size_t m_length = 0;
+    image_reader* m_outer;
+};
+} // namespace acis_detail

@@ -1,0 +1,103 @@
+// Saving images: the header, a record for each entity on a list that grows as entities name others, the end
+// marker.
+#include "platform/acis/image.h"
+
+#include "platform/acis/unknown_tokens.h"
+#include <ctime>
+
+namespace acis_detail {
+namespace {
+thread_local image_writer* the_writer = nullptr;
+
+std::string date_now() {
+    std::time_t now = std::time(nullptr);
+    std::tm parts{};
+    char text[64];
+    localtime_r(&now, &parts);
+    return {text, std::strftime(text, sizeof(text), "%a %b %d %H:%M:%S %Y", &parts)};
+}
+} // namespace
+
+const char* unknown_name(const ENTITY& entity) {
+    auto& unknown = entity_access::unknown(entity);
+    return unknown && !unknown->names.empty() ? unknown->names.front().c_str() : nullptr;
+}
+
+image_writer::image_writer(const FileInfo& info, width integers) : m_records(integers), m_outer(the_writer) {
+    the_writer = this;
+    header(info);
+}
+
+image_writer::~image_writer() { the_writer = m_outer; }
+
+image_writer& image_writer::current() {
+    if (!the_writer) throw failure("nothing is being saved");
+    return *the_writer;
+}
+
+void image_writer::header(const FileInfo& info) {
+    std::string_view signature = "ACIS BinaryFile8";
+    if (m_records.integers() == width::narrow) signature.remove_suffix(1);
+    m_records.raw(signature.data(), signature.size());
+    m_countsAt = m_records.size();
+    for (int i = 0; i < 4; ++i) m_records.plain_integer(0); // version, records, top entities, flags
+    m_records.string(info.product_id());
+    m_records.string("ACIS 7.0 NT");
+    m_records.string(date_now());
+    m_records.real(info.units());
+    m_records.real(info.tol_abs());
+    m_records.real(info.tol_nor());
+}
+
+int image_writer::version_for(const ENTITY_LIST& entities) const {
+    int kept = 0;
+    bool any = false;
+    for (const ENTITY* entity = entities.first(); entity; entity = entities.next()) {
+        auto& unknown = entity_access::unknown(*entity);
+        if (!unknown)
+            any = true;
+        else if (kept == 0)
+            kept = unknown->version;
+        else if (kept != unknown->version)
+            throw failure("records kept from an image of version " + std::to_string(kept) +
+                          " cannot go with others of version " + std::to_string(unknown->version));
+    }
+    if (any && kept != 0 && kept < format_version)
+        throw failure("records kept from an image of version " + std::to_string(kept) +
+                      " cannot go with entities of version " + std::to_string(format_version));
+    return kept != 0 ? kept : format_version;
+}
+
+void image_writer::save(const ENTITY_LIST& entities) {
+    ENTITY_LIST list;
+    list.add(entities);
+    long top = list.count();
+    for (int i = 0; i < list.count(); ++i) list[i]->save(list);
+    for (const char* part : {"End", "of", "ACIS"}) m_records.name(part, false);
+    m_records.name("data", true);
+
+    std::size_t at = m_countsAt;
+    for (long value : {long(version_for(list)), long(list.count()), top, 0L}) {
+        m_records.patch_plain_integer(at, value);
+        at += std::size_t(m_records.integers());
+    }
+}
+} // namespace acis_detail
+
+using acis_detail::image_writer;
+
+void write_id_level(const char* name, int level) { image_writer::current().records().name(name, level <= 1); }
+void write_int(int value) { write_long(value); }
+void write_long(long value) { image_writer::current().records().integer(value); }
+void write_real(double value) { image_writer::current().records().real(value); }
+void write_logical(logical value) { image_writer::current().records().logical_value(value); }
+void write_enum(int value) {
+    image_writer::current().records().integer(value, acis_detail::tag::enumeration);
+}
+void write_string(std::string_view text) { image_writer::current().records().string(text); }
+void write_position(const SPAposition& position) { image_writer::current().records().position(position); }
+void write_vector(const SPAvector& vector) { image_writer::current().records().vector(vector); }
+void write_ptr(const ENTITY* entity, ENTITY_LIST& list) {
+    image_writer::current().records().integer(list.add(const_cast<ENTITY*>(entity)),
+                                              acis_detail::tag::pointer);
+}

@@ -1,0 +1,276 @@
+// The kernel's binary record format, token by token: tagged values in a growing buffer, and checked reading
+// of them from contiguous memory.
+#pragma once
+
+#include "platform/acis/entity.h"
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace acis_detail {
+
+/// A kernel operation that cannot go on; the api_* functions turn it into their outcome.
+class failure : public std::runtime_error {
+    using runtime_error::runtime_error;
+};
+
+enum class tag : std::uint8_t {
+    character = 2,
+    short_integer = 3,
+    integer = 4,
+    single = 5,
+    real = 6,
+    string8 = 7,
+    string16 = 8,
+    string32 = 9,
+    logical_true = 10,
+    logical_false = 11,
+    pointer = 12,
+    ident = 13,
+    subident = 14,
+    open = 15,
+    close = 16,
+    end = 17,
+    literal = 18,
+    position = 19,
+    vector = 20,
+    enumeration = 21,
+    par_pos = 22,
+    wide_integer = 23
+};
+/// For messages.
+const char* name_of(tag kind);
+
+/// Integers and pointers take 4 bytes, or 8 in the wide variant.
+enum class width : int {
+    narrow = 4,
+    wide = 8
+};
+
+/// A record index in the shape of a pointer, and back; index -1 is the null pointer.
+template <class T>
+T* index_as_pointer(long index) {
+    return std::bit_cast<T*>(std::intptr_t(index + 1));
+}
+inline long pointer_as_index(const void* pointer) { return std::bit_cast<std::intptr_t>(pointer) - 1; }
+
+class record_writer {
+public:
+    explicit record_writer(width integers) : m_width(integers) {}
+
+    void name(std::string_view text, bool last) {
+        if (text.size() > 255)
+            throw failure("the external name " + std::string(text) + " is longer than 255 bytes");
+        counted(last ? tag::ident : tag::subident, text.size(), 1, text);
+    }
+    void integer(long value, tag kind = tag::integer) {
+        char* at = room(9);
+        *at++ = char(kind);
+        put_integer(at, value);
+    }
+    void real(double value) { reals(tag::real, &value, 1); }
+    void logical_value(bool value) { single(value ? tag::logical_true : tag::logical_false); }
+    void string(std::string_view text) {
+        if (text.size() <= 0xff) return counted(tag::string8, text.size(), 1, text);
+        if (text.size() <= 0xffff) return counted(tag::string16, text.size(), 2, text);
+        long_string(tag::string32, text);
+    }
+    void literal(std::string_view text) { long_string(tag::literal, text); }
+    void position(const SPAposition& p) {
+        double xyz[] = {p.x(), p.y(), p.z()};
+        reals(tag::position, xyz, 3);
+    }
+    void vector(const SPAvector& v) {
+        double xyz[] = {v.x(), v.y(), v.z()};
+        reals(tag::vector, xyz, 3);
+    }
+    void par_vec(const SPApar_vec& v) {
+        double uv[] = {v.du, v.dv};
+        reals(tag::par_pos, uv, 2);
+    }
+    void single(tag kind) { *room(1) = char(kind), m_size += 1; }
+    void raw(const void* data, std::size_t length) {
+        if (length == 0) return;
+        std::memcpy(room(length), data, length);
+        m_size += length;
+    }
+    /// Of the header only: no tag.
+    void plain_integer(long value) { put_integer(room(8), value, 0); }
+    void patch_plain_integer(std::size_t offset, long value) {
+        std::memcpy(m_bytes.data() + offset, &value, std::size_t(m_width));
+    }
+
+    width integers() const { return m_width; }
+    /// Whether an integer came that the narrow variant cannot hold.
+    bool overflowed() const { return m_overflowed; }
+    const char* data() const { return m_bytes.data(); }
+    std::size_t size() const { return m_size; }
+
+private:
+    char* room(std::size_t length) {
+        if (m_bytes.size() - m_size < length)
+            m_bytes.resize(std::max(2 * m_bytes.size(), m_size + length + 4096));
+        return m_bytes.data() + m_size;
+    }
+    void put_integer(char* at, long value, std::size_t tagBytes = 1) {
+        if (m_width == width::narrow && value != static_cast<std::int32_t>(value)) m_overflowed = true;
+        std::memcpy(at, &value, std::size_t(m_width)); // little-endian: the low bytes come first
+        m_size += tagBytes + std::size_t(m_width);
+    }
+    void reals(tag kind, const double* values, std::size_t count) {
+        char* at = room(1 + count * sizeof(double));
+        *at = char(kind);
+        std::memcpy(at + 1, values, count * sizeof(double));
+        m_size += 1 + count * sizeof(double);
+    }
+    void counted(tag kind, std::uint64_t length, std::size_t lengthBytes, std::string_view text) {
+        char* at = room(1 + lengthBytes + text.size());
+        *at++ = char(kind);
+        std::memcpy(at, &length, lengthBytes);
+        if (!text.empty()) std::memcpy(at + lengthBytes, text.data(), text.size());
+        m_size += 1 + lengthBytes + text.size();
+    }
+    void long_string(tag kind, std::string_view text) {
+        if (text.size() > 0xffffffff) throw failure("a string is longer than 4 GiB");
+        counted(kind, text.size(), 4, text);
+    }
+
+    std::vector<char> m_bytes;
+    std::size_t m_size = 0;
+    width m_width;
+    bool m_overflowed = false;
+};
+
+/// Reads tokens; whatever is not as expected throws a failure that says where.
+class record_reader {
+public:
+    record_reader(const char* begin, std::size_t length)
+        : m_begin(begin), m_at(begin), m_end(begin + length) {}
+
+    void set_integers(width integers) { m_width = integers; }
+    width integers() const { return m_width; }
+    std::size_t offset() const { return std::size_t(m_at - m_begin); }
+    std::size_t left() const { return std::size_t(m_end - m_at); }
+    const char* at() const { return m_at; }
+    void go_to(const char* at) { m_at = at; }
+    void go_to_offset(std::size_t offset) { m_at = m_begin + offset; }
+    /// The number of the record at hand, for messages; -1 in the header.
+    void set_record(long record) { m_record = record; }
+    long record() const { return m_record; }
+
+    bool next_is(tag kind) const { return m_at < m_end && *m_at == char(kind); }
+    tag peek() const {
+        if (m_at == m_end) fail_expected("more");
+        return tag(*m_at);
+    }
+    void expect(tag kind) {
+        if (!next_is(kind)) fail_expected(name_of(kind));
+        ++m_at;
+    }
+    long integer(tag kind = tag::integer) {
+        expect(kind);
+        return plain_integer();
+    }
+    double real() {
+        expect(tag::real);
+        return plain<double>();
+    }
+    logical logical_value() {
+        if (next_is(tag::logical_true)) return ++m_at, true;
+        if (next_is(tag::logical_false)) return ++m_at, false;
+        fail_expected("a logical");
+    }
+    std::string_view string() {
+        if (next_is(tag::string8)) return ++m_at, text(plain<std::uint8_t>());
+        if (next_is(tag::string16)) return ++m_at, text(plain<std::uint16_t>());
+        expect_string32();
+        return text(plain<std::uint32_t>());
+    }
+    std::string_view literal() {
+        expect(tag::literal);
+        return text(plain<std::uint32_t>());
+    }
+    /// A name of the kind at hand.
+    std::string_view name(tag kind) {
+        expect(kind);
+        return text(plain<std::uint8_t>());
+    }
+    SPAposition position() {
+        expect(tag::position);
+        auto [x, y, z] = plain<triple>();
+        return {x, y, z};
+    }
+    SPAvector vector() {
+        expect(tag::vector);
+        auto [x, y, z] = plain<triple>();
+        return {x, y, z};
+    }
+    SPApar_vec par_vec() {
+        expect(tag::par_pos);
+        return plain<SPApar_vec>();
+    }
+    /// A count of things that take at least so many bytes each: no more than can be left.
+    std::size_t count(std::size_t bytesEach);
+    long plain_integer() {
+        if (m_width == width::narrow) return plain<std::int32_t>();
+        return plain<std::int64_t>();
+    }
+    /// A record index, noted in links().
+    long pointer() {
+        expect(tag::pointer);
+        long index = plain_integer();
+        note_link(index);
+        return index;
+    }
+    void note_link(long index) {
+        if (index < -1 || index > std::numeric_limits<std::int32_t>::max())
+            fail("expected a record index, found " + std::to_string(index));
+        if (index >= 0) m_links.push_back(index);
+    }
+    /// Every record index read so far.
+    const std::vector<long>& links() const { return m_links; }
+
+    /// Passes over a token of any kind and says how long it was without its tag.
+    std::size_t skip();
+
+    /// `what` is what should be at the current place.
+    [[noreturn]] void fail_expected(const char* what) const;
+    [[noreturn]] void fail(const std::string& message) const;
+
+private:
+    struct triple {
+        double x, y, z;
+    };
+    template <class T>
+    T plain() {
+        if (left() < sizeof(T)) fail("the image ends within a token");
+        T value;
+        std::memcpy(&value, m_at, sizeof(T));
+        m_at += sizeof(T);
+        return value;
+    }
+    std::string_view text(std::size_t length) {
+        if (left() < length) fail("the image ends within a token");
+        std::string_view result(m_at, length);
+        m_at += length;
+        return result;
+    }
+    void expect_string32() {
+        if (!next_is(tag::string32)) fail_expected("a string");
+        ++m_at;
+    }
+
+    const char* m_begin;
+    const char* m_at;
+    const char* m_end;
+    width m_width = width::narrow;
+    long m_record = -1;
+    std::vector<long> m_links;
+};
+} // namespace acis_detail

@@ -1,0 +1,100 @@
+// Images: what is saved and restored record by record, what passes through without being known, and what
+// damaged or hostile images are answered with.
+#include <gtest/gtest.h>
+
+#include "acis/image_text.h"
+#include "acis/memory_file.h"
+#include "support/case_lines.h"
+
+namespace zeq {
+namespace {
+
+using test::ImageAssembler;
+using test::ImageFrame;
+using test::MemoryFile;
+
+std::string narrow(const JsonValue& text) {
+    return {text.GetString(), text.GetString() + text.GetStringLength()};
+}
+
+std::vector<std::string> strings(const JsonValue& document, const wchar_t* key) {
+    std::vector<std::string> result;
+    for (const JsonValue& element : document[key].GetArray()) result.push_back(narrow(element));
+    return result;
+}
+
+long number(const JsonValue& document, const wchar_t* key, long otherwise) {
+    return document.HasMember(key) ? long(document[key].GetInt64()) : otherwise;
+}
+
+// A case: "records"; optional "written" if other than those; or "throws", the message. "version", "top",
+// "count" and "wide" say how they are packed.
+TEST(Images, BecomeWhatTheirCasesSay) {
+    test::forEachLine("acis_images.jsonl", [](int line, const JsonDocument& row) {
+        SCOPED_TRACE("line " + std::to_string(line) + ": " + narrow(row[L"case"]));
+        const std::vector<std::string> records = strings(row, L"records");
+        ImageFrame frame;
+        frame.version = number(row, L"version", frame.version);
+        frame.top = number(row, L"top", frame.top);
+        frame.count = number(row, L"count", frame.count);
+        frame.wide = row.HasMember(L"wide");
+
+        ENTITY_LIST entities;
+        MemoryFile file(ImageAssembler::assemble(records, frame) + "behind");
+        const outcome result = api_restore_entity_list_file(&file, entities);
+        ASSERT_EQ(test::message(result), row.HasMember(L"throws") ? narrow(row[L"throws"]) : "");
+        if (!result.ok()) return;
+        EXPECT_EQ(file.bytes.substr(file.position), "behind");
+        EXPECT_EQ(entities.count(), frame.top);
+
+        long version = 0;
+        const std::string image = test::saved(entities);
+        ASSERT_NE(image.substr(0, 5), "error") << image;
+        EXPECT_EQ(ImageAssembler::dump(image, version),
+                  row.HasMember(L"written") ? strings(row, L"written") : records);
+        EXPECT_EQ(version, number(row, L"version_written", frame.version));
+        EXPECT_EQ(image.compare(0, 16, "ACIS BinaryFile8") == 0, frame.wide);
+        EXPECT_TRUE(api_del_entity_list(entities).ok());
+    });
+}
+
+TEST(Images, HeaderSaysWhoMadeThem) {
+    ENTITY_LIST entities;
+    entities.add(ACIS_NEW BODY);
+    MemoryFile file(test::saved(entities));
+    EXPECT_EQ(file.bytes.substr(0, 15), "ACIS BinaryFile");
+    api_del_entity_list(entities);
+    ASSERT_TRUE(api_restore_entity_list_file(&file, entities).ok());
+    const FileInfo& info = api_restored_file_info();
+    EXPECT_EQ(info.product_id(), "Test");
+    EXPECT_EQ(info.units(), 1);
+    EXPECT_EQ(info.file_version(), 700);
+    EXPECT_EQ(info.date().size(), 24u);
+    EXPECT_EQ(info.tol_abs(), 1e-6);
+    api_del_entity_list(entities);
+}
+
+TEST(Images, OfDifferentVersionsDoNotGoTogether) {
+    ENTITY_LIST entities;
+    for (const long version : {400L, 21800L}) {
+        ImageFrame frame;
+        frame.version = version;
+        MemoryFile file(ImageAssembler::assemble({"thing $-1 5 #"}, frame));
+        ASSERT_TRUE(api_restore_entity_list_file(&file, entities).ok());
+    }
+    EXPECT_EQ(test::saved(entities),
+              "error: records kept from an image of version 400 cannot go with others of version 21800");
+    api_del_entity_list(entities);
+}
+
+TEST(Images, EmptyOrForeignBytesAreRefused) {
+    for (const char* bytes : {"", "ACIS Binary", "700 0 1 0\n"}) {
+        ENTITY_LIST entities;
+        MemoryFile file(bytes);
+        EXPECT_EQ(test::message(api_restore_entity_list_file(&file, entities)),
+                  "header, byte 0: expected the signature ACIS BinaryFile");
+    }
+}
+
+} // namespace
+} // namespace zeq
