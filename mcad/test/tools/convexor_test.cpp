@@ -108,6 +108,8 @@ private:
             answer.finished.push_back(stage->stage());
         else if (const auto product = std::dynamic_pointer_cast<ExcProductStructure>(wrapper.get()))
             answer.product = product;
+        else if (const auto geometry = std::dynamic_pointer_cast<ExcBlockGeometry>(wrapper.get()))
+            geometry->load(); // which removes the buffer in the end
     }
 
     transport::SignalPipe m_signals{SIGCHLD};
@@ -246,7 +248,7 @@ TEST_F(Convexor, ReportsStagesBeforeTheStructure) {
     }
     EXPECT_EQ(stages, (std::vector<std::wstring>{L"Reading bench_vise.stp", L"Translating shapes",
                                                  L"Building the product structure",
-                                                 L"Sending the product structure"}));
+                                                 L"Sending the product structure", L"Sending geometry"}));
     EXPECT_TRUE(answer.progress.front()->pulse());
 }
 
@@ -450,7 +452,7 @@ TEST_F(Convexor, TellsWhatItCannotHonour) {
     } rows[] = {
         {step,
          LR"({"operation_type":"import","format_type":"STEP","import_geometry":true,"visu_pmi_mode":"all"})",
-         L"Option group import STEP: not honoured: import_geometry, visu_pmi_mode\n"},
+         L"Option group import STEP: not honoured: visu_pmi_mode\n"},
         {step, LR"({"operation_type":"import","format_type":"STEP","visu_pmi_mode":"none",
               "layer_name_mode":"asm_rep"})",
          L""},

@@ -49,6 +49,33 @@ std::vector<std::string> treeLines(const std::string& text) {
     return lines;
 }
 
+TEST_F(ZeqSamples, GeometryArrivesAndCanBeKept) {
+    const TempDir dir;
+    const std::vector<std::pair<std::string, std::string>> rows{
+        {"bench_vise.stp", "11 bodies, 106 faces (67 planes, 37 cylinders and cones, 1 sphere, 1 torus), "
+                           "240 edges (163 lines, 74 circles and ellipses, 2 B-splines, 1 point)"},
+        {"jaw_plate.stp", "1 body, 14 faces (6 planes, 8 cylinders and cones), 34 edges"},
+        {"fastener.igs", "2 bodies, 15 faces (11 planes, 4 B-splines), 60 edges"},
+    };
+    for (const auto& [model, geometry] : rows) {
+        const RunResult result = zeq({"-q", "import", sample(model), "--geometry", dir.file(model)});
+        EXPECT_EQ(result.exitCode, 0) << result.errors;
+        EXPECT_NE(result.output.find("\nGeometry   " + geometry), std::string::npos) << result.output;
+        std::size_t images = 0;
+        for (const fs::directory_entry& image : fs::directory_iterator(dir.file(model))) {
+            std::ifstream file(image.path(), std::ios::binary);
+            std::string signature(15, ' ');
+            file.read(signature.data(), 15);
+            EXPECT_EQ(signature, "ACIS BinaryFile") << image.path();
+            ++images;
+        }
+        EXPECT_EQ(images, std::stoul(geometry));
+    }
+    const RunResult again = zeq({"import", sample("jaw_plate.stp"), "--geometry", dir.file("jaw_plate.stp")});
+    EXPECT_EQ(again.exitCode, 3);
+    EXPECT_NE(again.errors.find("block_1.sab"), std::string::npos) << again.errors;
+}
+
 TEST_F(ZeqSamples, AStoredCommandDoesWhatTheImportDoes) {
     const TempDir dir;
     const std::string model = sample("bench_vise.stp");

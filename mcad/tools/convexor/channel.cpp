@@ -5,6 +5,7 @@
 #include <chrono>
 #include <iostream>
 #include <sstream>
+#include <stdexcept>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -21,11 +22,14 @@ namespace {
 
 /// The name of the shared buffer in the text of a wrapper document; empty for any other text.
 std::wstring bufferName(std::wstring_view text) {
-    constexpr std::wstring_view before = L"\"binary\":true,\"exchange_object_data\":\"";
-    const auto found = text.find(before);
-    if (found == text.npos) return {};
-    text.remove_prefix(found + before.size());
-    return std::wstring(text.substr(0, text.find(L'"')));
+    for (const std::wstring_view before : {std::wstring_view(L"\"binary\":true,\"exchange_object_data\":\""),
+                                           std::wstring_view(L"\"shared_acis_buffer_name\":\"")}) {
+        const auto found = text.find(before);
+        if (!text.starts_with(L"{\"exchange_object_name\"") || found == text.npos) continue;
+        text.remove_prefix(found + before.size());
+        return std::wstring(text.substr(0, text.find(L'"')));
+    }
+    return {};
 }
 
 bool becomesWritable(int fd, std::chrono::milliseconds within) {
@@ -57,6 +61,20 @@ void Channel::send(const std::shared_ptr<IExchangeObject>& object) {
     send(wrapper);
 }
 
+void Channel::send(const std::shared_ptr<ExcBlockGeometry>& geometry, const ENTITY_LIST& entities) {
+    const std::lock_guard sending(m_sending);
+    write([&](mp::OutputStream& stream) {
+        if (!geometry->setGeometry(entities, true)) throw std::runtime_error("its geometry cannot be saved");
+        ExchangeObjectWrapper wrapper;
+        wrapper.set(geometry);
+        wrapper.writeObject(stream);
+    });
+}
+
+void Channel::write(const mp::ISerializable& document) {
+    write([&document](mp::OutputStream& stream) { document.writeObject(stream); });
+}
+
 void Channel::endProcess() {
     using namespace std::chrono_literals;
     bool isWhole = m_sending.try_lock_for(1s);
@@ -71,11 +89,11 @@ void Channel::endProcess() {
     leave(0);
 }
 
-void Channel::write(const mp::ISerializable& document) {
+void Channel::write(const Compose& compose) {
     std::wostringstream stream;
     m_composing = true;
     try {
-        document.writeObject(stream);
+        compose(stream);
     } catch (...) {
         m_composing = false;
         throw;

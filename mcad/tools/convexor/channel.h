@@ -2,6 +2,7 @@
 #pragma once
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -9,6 +10,7 @@
 #include "mp/serializable.h"
 #include "transport/frame.h"
 #include "zeq_api/command/result.h"
+#include "zeq_api/exchange_mechanical/block_geometry.h"
 #include "zeq_api/exchange_object/exchange_object.h"
 
 namespace zeq::convexor {
@@ -26,6 +28,9 @@ public:
 
     void send(const mp::ISerializable& document);
     void send(const std::shared_ptr<IExchangeObject>& object);
+    /// Saves the entities into the geometry and sends it.
+    /// @throws std::runtime_error if they cannot be saved
+    void send(const std::shared_ptr<ExcBlockGeometry>& geometry, const ENTITY_LIST& entities);
 
     /// Ends the process from whatever thread, in order: a document under way is completed if the host still
     /// reads, a shared buffer that the host was not told of is removed, and an open command is answered as
@@ -33,6 +38,9 @@ public:
     [[noreturn]] void endProcess();
 
 private:
+    using Compose = std::function<void(mp::OutputStream&)>;
+
+    void write(const Compose& compose);
     void write(const mp::ISerializable& document);
     void rememberBuffer(std::wstring name);
     [[noreturn]] void leave(int exitCode);

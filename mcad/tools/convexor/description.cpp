@@ -17,6 +17,7 @@ ConvexorInfo describeTranslator() {
     kernel->setName(L"Open CASCADE Technology");
     kernel->setVersion(wideText(OCC_VERSION_COMPLETE));
     info.addImportFormats(importFormats());
+    info.setModelerMajorVersion(7); // of the records that geometry travels in
     return info;
 }
 

@@ -36,6 +36,7 @@ const std::vector<HonouredKey>& honouredKeys() {
         {modeler, L"length_unit_type"},
         {IGES, L"hidden_entities_mode", {L"all", L"none"}},
         {IGES, L"import_entities", {L"root_only"}},
+        {STEP, L"import_geometry"},
         {STEP, L"layer_name_mode", {L"asm_rep"}},
         {STEP, L"visu_pmi_mode", {L"none"}},
     };

@@ -9,6 +9,7 @@
 #include <Standard_Failure.hxx>
 
 #include "convexor/description.h"
+#include "convexor/geometry_builder.h"
 #include "convexor/import_settings.h"
 #include "convexor/log_file.h"
 #include "convexor/model_reader.h"
@@ -99,16 +100,46 @@ Result Session::import(const ImportOptions& options) {
     const ImportSettings settings = importSettings(options, formatOfFile(options.file()), reporter);
     const Model model = readModel(options.file(), settings, reporter);
     reporter.beginPulse(L"Building the product structure");
-    const auto product = buildProductStructure(model, name, settings);
-    reporter.message(L"'" + name + L"': " + summary(*product));
+    const Structure structure = buildProductStructure(model, name, settings);
+    reporter.message(L"'" + name + L"': " + summary(*structure.product));
     reporter.beginPulse(L"Sending the product structure");
-    m_channel.send(product);
+    m_channel.send(structure.product);
     m_channel.send(std::make_shared<ExcStageFinished>(ExcStageFinished::EStage::product_structure));
+    const int errors = model.errors + sendGeometry(structure, model.lengthUnit, reporter);
 
-    if (model.errors == 0) return makeResult(Result::ECode::ok);
+    if (errors == 0) return makeResult(Result::ECode::ok);
     return makeResult(Result::ECode::warning, L"'" + name + L"' was read with " +
-                                                  countText(model.errors, L"error") +
+                                                  countText(errors, L"error") +
                                                   L"; the log lines name them.");
+}
+
+int Session::sendGeometry(const Structure& structure, const LengthUnit& unit, Reporter& reporter) {
+    reporter.beginStage(L"Sending geometry");
+    int errors = 0;
+    std::size_t done = 0;
+    for (const auto& [block, shape] : structure.parts) {
+        ENTITY_LIST entities;
+        try {
+            if (BODY* const body = buildBody(shape, 1 / unit.millimeters)) {
+                entities.add(body);
+                const auto geometry = std::make_shared<ExcBlockGeometry>();
+                geometry->setBlockId(block->id());
+                m_channel.send(geometry, entities);
+            }
+        } catch (const std::runtime_error& error) {
+            ++errors;
+            reporter.log(ELogEventLevelType::error,
+                         L"Block '" + block->name() + L"' has no geometry: " + wideText(error.what()));
+        } catch (const Standard_Failure& error) {
+            ++errors;
+            reporter.log(ELogEventLevelType::error, L"Block '" + block->name() + L"' has no geometry: " +
+                                                        wideText(error.DynamicType()->Name()) + L" " +
+                                                        wideText(error.GetMessageString()));
+        }
+        api_del_entity_list(entities);
+        reporter.advance(static_cast<double>(++done) / static_cast<double>(structure.parts.size()));
+    }
+    return errors;
 }
 
 } // namespace zeq::convexor

@@ -5,6 +5,9 @@
 
 #include "convexor/channel.h"
 #include "convexor/interruption_watch.h"
+#include "convexor/length_unit.h"
+#include "convexor/reporter.h"
+#include "convexor/structure_builder.h"
 #include "zeq_api/command/command.h"
 
 namespace zeq::convexor {
@@ -24,6 +27,8 @@ public:
 private:
     Result execute(const std::wstring& text);
     Result import(const ImportOptions& options);
+    /// Sends the geometry of each part and returns for how many that failed.
+    int sendGeometry(const Structure& structure, const LengthUnit& unit, Reporter& reporter);
 
     const int m_input;
     Channel m_channel;

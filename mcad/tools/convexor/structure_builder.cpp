@@ -52,7 +52,7 @@ public:
         : m_document(model.document), m_lengthUnit(model.lengthUnit), m_attributes(model),
           m_storageName(storageName), m_settings(settings) {}
 
-    std::shared_ptr<ExcProductStructure> build() {
+    Structure build() {
         m_product->setUnits(m_lengthUnit.type);
         TDF_LabelSequence roots;
         XCAFDoc_DocumentTool::ShapeTool(m_document->Main())->GetFreeShapes(roots);
@@ -62,7 +62,7 @@ public:
 
         // Not recursive: an assembly may be nested as deeply as its file likes.
         for (; !m_pending.empty(); m_pending.pop_front()) fill(m_pending.front());
-        return m_product;
+        return {m_product, std::move(m_parts)};
     }
 
 private:
@@ -139,7 +139,10 @@ private:
         block->setPart(!XCAFDoc_ShapeTool::IsAssembly(label));
         if (m_settings.miscData) m_attributes.addMiscData(label, block->miscData());
         m_product->addBlock(block);
-        if (!block->isPart()) m_pending.push_back({label, block, m_assemblyKeys.make(block->name())});
+        if (block->isPart())
+            m_parts.push_back({block, XCAFDoc_ShapeTool::GetShape(label)});
+        else
+            m_pending.push_back({label, block, m_assemblyKeys.make(block->name())});
         return *m_known.Bound(label, {block, m_attributes.color(label), isHidden});
     }
 
@@ -152,14 +155,15 @@ private:
     std::shared_ptr<ExcProductStructure> m_product = std::make_shared<ExcProductStructure>();
     NCollection_DataMap<TDF_Label, Known, TDF_LabelMapHasher> m_known;
     std::deque<Pending> m_pending;
+    std::vector<Structure::Part> m_parts;
     UniqueTexts m_assemblyKeys;
     UniqueTexts m_referenceKeys;
 };
 
 } // namespace
 
-std::shared_ptr<ExcProductStructure>
-buildProductStructure(const Model& model, const std::wstring& storageName, const ImportSettings& settings) {
+Structure buildProductStructure(const Model& model, const std::wstring& storageName,
+                                const ImportSettings& settings) {
     return StructureBuilder(model, storageName, settings).build();
 }
 

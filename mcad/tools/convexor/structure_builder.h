@@ -3,12 +3,27 @@
 
 #include <memory>
 #include <string>
+#include <vector>
+
+#include <TopoDS_Shape.hxx>
 
 #include "convexor/import_settings.h"
 #include "convexor/model_reader.h"
 #include "zeq_api/exchange_structure/product_structure.h"
 
 namespace zeq::convexor {
+
+/// What a model becomes.
+struct Structure {
+    /// A block that is a part, and its shape in millimetres.
+    struct Part {
+        ExcBlockPtr block;
+        TopoDS_Shape shape;
+    };
+
+    std::shared_ptr<ExcProductStructure> product;
+    std::vector<Part> parts; ///< in the order of the blocks
+};
 
 /// Builds the product structure of a model that was read from the file named `storageName`.
 ///
@@ -18,7 +33,7 @@ namespace zeq::convexor {
 /// in the parent, the rows of `affine` being the rows of that matrix. Persistent ids are made of names, so
 /// they stay the same when the file is imported again. Hidden instances that the settings leave out take with
 /// them the blocks that are placed nowhere else.
-std::shared_ptr<ExcProductStructure>
-buildProductStructure(const Model& model, const std::wstring& storageName, const ImportSettings& settings);
+Structure buildProductStructure(const Model& model, const std::wstring& storageName,
+                                const ImportSettings& settings);
 
 } // namespace zeq::convexor

@@ -162,6 +162,10 @@ void CommandLine::addImportCommand(const std::string& name, const std::string& d
     setCommandType(command, Command::EType::import);
     addOptionsOfFile(command);
     command->add_flag("--all", m_settings.all, "Show the whole tree, however large");
+    command
+        ->add_option("--geometry", m_settings.geometryDirectory,
+                     "Write the geometry of each block to this directory, as block_ID.sab")
+        ->type_name("DIR");
 }
 
 void CommandLine::addOptionsOfFile(CLI::App* command) {

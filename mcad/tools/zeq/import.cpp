@@ -5,8 +5,10 @@
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
+#include <map>
 #include <set>
 #include <sstream>
+#include <vector>
 
 #include <unistd.h>
 
@@ -15,9 +17,13 @@
 #include "text/text.h"
 #include "transport/utf8.h"
 #include "zeq/failure.h"
+#include "zeq/geometry_check.h"
+#include "zeq/geometry_count.h"
 #include "zeq/results.h"
 #include "zeq/structure_count.h"
 #include "zeq/tree_printer.h"
+#include "zeq_api/codec/compressor.h"
+#include "zeq_api/exchange_mechanical/block_geometry.h"
 #include "zeq_api/exchange_object/exchange_object_wrapper.h"
 #include "zeq_api/exchange_object/messages.h"
 #include "zeq_api/exchange_structure/product_structure.h"
@@ -40,6 +46,8 @@ std::uint64_t bufferSize(const std::wstring& name) {
 /// What arrived.
 struct Import {
     std::shared_ptr<ExcProductStructure> structure;
+    std::map<std::uint64_t, GeometryCount> geometry; ///< by block
+    GeometryCheck check;
     std::uint64_t documents = 0;
     std::uint64_t buffers = 0;
     std::uint64_t bytes = 0;
@@ -54,6 +62,9 @@ public:
 
 private:
     void takeObject(const Document& document);
+    void takeGeometry(const ExcBlockGeometry& geometry);
+    /// Writes the image in that buffer into the directory that the user wants it in.
+    void writeImage(std::uint64_t blockId, const std::wstring& bufferName);
     void load(IExchangeObject& object, const std::wstring& bufferName);
 
     const Host& m_host;
@@ -85,7 +96,11 @@ void Receiver::takeObject(const Document& document) {
                                    text::printable(document.objectName()) + "'");
         return;
     }
-    if (const std::wstring name = document.bufferName(); !name.empty()) load(*object, name);
+    if (const std::wstring name = document.bufferName(); !name.empty()) {
+        const auto* geometry = dynamic_cast<const ExcBlockGeometry*>(object.get());
+        if (geometry && !m_host.settings.geometryDirectory.empty()) writeImage(geometry->blockId(), name);
+        load(*object, name);
+    }
 
     Console& console = m_host.console;
     if (const auto progress = std::dynamic_pointer_cast<ExcProgress>(object)) {
@@ -100,13 +115,48 @@ void Receiver::takeObject(const Document& document) {
         console.note("stage finished: " + text::printable(enumToString(finished->stage())));
     } else if (const auto structure = std::dynamic_pointer_cast<ExcProductStructure>(object)) {
         m_import.structure = structure;
+    } else if (const auto geometry = std::dynamic_pointer_cast<ExcBlockGeometry>(object)) {
+        takeGeometry(*geometry);
     }
+}
+
+void Receiver::writeImage(std::uint64_t blockId, const std::wstring& bufferName) {
+    const std::string& directory = m_host.settings.geometryDirectory;
+    std::error_code error;
+    fs::create_directories(directory, error);
+    if (error)
+        throw Failure(exit_code::inputOutput, cannot("make the directory", directory, error.message()));
+    std::vector<char> bytes;
+    mp::SharedBuffer<char>(bufferName, false).get(bytes);
+    if (Compressor::isCompressed(bytes.data(), bytes.size())) {
+        std::vector<char> plain;
+        Compressor::decompress(plain, bytes.data(), bytes.size());
+        bytes.swap(plain);
+    }
+    const fs::path path = fs::path(directory) / ("block_" + std::to_string(blockId) + ".sab");
+    Output file(path.string(), m_host.settings.force, m_host.signals);
+    file.write({bytes.data(), bytes.size()});
+    file.commit();
+}
+
+void Receiver::takeGeometry(const ExcBlockGeometry& geometry) {
+    const std::string block = "block " + std::to_string(geometry.blockId());
+    ENTITY_LIST entities;
+    if (!geometry.isLoaded() || !geometry.getGeometry(entities))
+        throw Failure(exit_code::translatorBroken, "the geometry of " + block + " cannot be restored");
+    GeometryCount& count = m_import.geometry[geometry.blockId()];
+    count.add(entities);
+    const GeometryCheck check = checkGeometry(entities);
+    api_del_entity_list(entities);
+    for (const std::string& fault : check.faults)
+        m_host.console.warning("geometry of " + block + ": " + fault);
+    m_import.check.add(check);
+    m_host.console.note("geometry of " + block + ": " + count.text());
 }
 
 void Receiver::load(IExchangeObject& object, const std::wstring& bufferName) {
     ++m_import.buffers;
     m_import.bytes += bufferSize(bufferName);
-    if (!object.binary()) return;
     try {
         object.load();
     } catch (const std::exception&) {
@@ -114,12 +164,24 @@ void Receiver::load(IExchangeObject& object, const std::wstring& bufferName) {
                                                        "' of '" + text::printable(object.objectName()) +
                                                        "' cannot be loaded: " + currentReason());
     }
-    if (!m_host.report.isEnabled()) return;
+    if (!object.binary() || !m_host.report.isEnabled()) return;
     JsonDocument content;
     object.writeObject(content, content.GetAllocator());
     std::wostringstream text;
     JsonTextIO::write(text, content, 0);
     m_host.report.addContent(bufferName, text.str());
+}
+
+std::string checkText(const GeometryCheck& check) {
+    char text[160];
+    std::snprintf(text, sizeof text, "%s; vertices within %.2g, edges within %.2g of their geometry",
+                  check.faults.empty() ? "sound"
+                                       : text::counted(check.faults.size(), "fault", "faults").c_str(),
+                  check.vertexGap, check.edgeGap);
+    return text +
+           (check.unchecked > 0
+                ? ", " + text::counted(check.unchecked, "use of an edge", "uses of edges") + " not checked"
+                : std::string());
 }
 
 std::string jsonSummary(const Import& import, const StructureCount& figures) {
@@ -129,7 +191,15 @@ std::string jsonSummary(const Import& import, const StructureCount& figures) {
          << ",\"instances\":" << figures.instances << ",\"depth\":" << figures.depth
          << ",\"cyclic\":" << (figures.cyclic ? "true" : "false") << ",\"documents\":" << import.documents
          << ",\"buffers\":" << import.buffers << ",\"bytes\":" << import.bytes
-         << ",\"seconds\":" << import.seconds << "}";
+         << ",\"seconds\":" << import.seconds << ",\"geometry\":[";
+    const char* separator = "";
+    for (const auto& [block, geometry] : import.geometry) {
+        json << separator << "{\"block_id\":" << block << ",\"count\":" << geometry.json() << "}";
+        separator = ",";
+    }
+    json << "],\"topology\":{\"faults\":" << import.check.faults.size()
+         << ",\"vertex_gap\":" << import.check.vertexGap << ",\"edge_gap\":" << import.check.edgeGap
+         << ",\"unchecked\":" << import.check.unchecked << "}}";
     return json.str();
 }
 
@@ -146,7 +216,12 @@ std::string textSummary(const Import& import, const StructureCount& figures) {
         text << figures.instances;
     if (figures.cyclic) text << ", not counting those below a block that contains itself";
     if (figures.dangling > 0) text << ", " << figures.dangling << " of missing blocks";
-    text << "\nDepth      " << figures.depth << "\nMoved      " << text::byteSize(import.bytes) << " in "
+    GeometryCount geometry;
+    for (const auto& [block, count] : import.geometry) geometry.add(count);
+    text << "\nDepth      " << figures.depth;
+    if (geometry.bodies() > 0)
+        text << "\nGeometry   " << geometry.text() << "\nTopology   " << checkText(import.check);
+    text << "\nMoved      " << text::byteSize(import.bytes) << " in "
          << text::counted(import.documents, "document", "documents") << " and "
          << text::counted(import.buffers, "shared buffer", "shared buffers");
     char seconds[32];

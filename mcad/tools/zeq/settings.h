@@ -45,6 +45,7 @@ struct Settings {
     std::string file;
     std::vector<std::string> assignments; ///< of --set: [GROUP.]KEY=VALUE
     std::string formatOptions;            ///< path of a JSON array; "-" is standard input
+    std::string geometryDirectory;        ///< for the images of block geometry; empty for none
     bool all = false;                     ///< the tree without bounds
     std::vector<std::string> files;       ///< those to check
     std::string className;                ///< empty when the documents tell, or for the schema of all

@@ -1,0 +1,145 @@
+// One walk through the topology, shell by shell.
+#include "zeq/geometry_check.h"
+
+#include <algorithm>
+#include <map>
+
+namespace zeq::host {
+
+namespace {
+
+class ShellCheck {
+public:
+    explicit ShellCheck(GeometryCheck& result) : m_result(result) {}
+
+    void check(const SHELL& shell) {
+        for (const FACE* face = shell.face(); face; face = face->next()) {
+            ++m_faces;
+            m_isSolid = m_isSolid && face->sides() == SINGLE_SIDED;
+            for (const LOOP* loop = face->loop(); loop; loop = loop->next()) checkLoop(*loop, *face);
+        }
+        checkUses();
+    }
+
+private:
+    struct Uses {
+        int forward = 0;
+        int reversed = 0;
+    };
+
+    void checkLoop(const LOOP& loop, const FACE& face);
+    void checkPartners(const COEDGE& coedge);
+    void checkVertices(const EDGE& edge);
+    void checkDistance(const COEDGE& coedge, const SURFACE* surface);
+    void checkUses();
+    void fault(const std::string& text) { m_result.faults.push_back(text); }
+
+    GeometryCheck& m_result;
+    bool m_isSolid = true;
+    std::int64_t m_faces = 0;
+    std::int64_t m_loops = 0;
+    std::map<const EDGE*, Uses> m_uses;
+    ENTITY_LIST m_vertices;
+};
+
+void ShellCheck::checkLoop(const LOOP& loop, const FACE& face) {
+    ++m_loops;
+    const COEDGE* coedge = loop.start();
+    if (!coedge) return fault("a loop has no coedge");
+    do {
+        if (!coedge->next() || coedge->next()->previous() != coedge)
+            return fault("the coedges of a loop form no ring");
+        if (coedge->end() != coedge->next()->start()) fault("a loop is not closed");
+        checkPartners(*coedge);
+        Uses& uses = m_uses[coedge->edge()];
+        if (uses.forward + uses.reversed == 0) checkVertices(*coedge->edge());
+        ++(coedge->sense() == FORWARD ? uses.forward : uses.reversed);
+        m_vertices.add(coedge->edge()->start());
+        m_vertices.add(coedge->edge()->end());
+        checkDistance(*coedge, face.geometry());
+        coedge = coedge->next();
+    } while (coedge != loop.start());
+}
+
+void ShellCheck::checkPartners(const COEDGE& coedge) {
+    constexpr int mostPartners = 1000;
+    int count = 0;
+    for (const COEDGE* each = coedge.partner(); each && each != &coedge; each = each->partner())
+        if (each->edge() != coedge.edge() || ++count > mostPartners)
+            return fault("partners of a coedge have other edges");
+}
+
+void ShellCheck::checkVertices(const EDGE& edge) {
+    const CURVE* curve = edge.geometry();
+    if (!curve || !curve->evaluable()) return;
+    const double sign = edge.sense() == FORWARD ? 1 : -1;
+    const auto gap = [&](const VERTEX* vertex, double parameter) {
+        if (!vertex || !vertex->geometry()) return fault("an edge has no vertex");
+        m_result.vertexGap =
+            std::max(m_result.vertexGap,
+                     (vertex->geometry()->coords() - curve->eval_position(sign * parameter)).len());
+    };
+    gap(edge.start(), edge.start_param());
+    gap(edge.end(), edge.end_param());
+}
+
+void ShellCheck::checkDistance(const COEDGE& coedge, const SURFACE* surface) {
+    constexpr int samples = 9;
+    const EDGE& edge = *coedge.edge();
+    const CURVE* curve = edge.geometry();
+    if (!curve) return; // a point, which the vertices tell
+    const PCURVE* pcurve = coedge.geometry();
+    const bool hasPcurve = pcurve && pcurve->evaluable();
+    if (!surface || !surface->evaluable() || !curve->evaluable() || !(hasPcurve || surface->invertible())) {
+        ++m_result.unchecked;
+        return;
+    }
+    const double sign = edge.sense() == FORWARD ? 1 : -1;
+    for (int i = 0; i < samples; ++i) {
+        const double part = static_cast<double>(i) / (samples - 1);
+        const double parameter = sign * ((1 - part) * edge.start_param() + part * edge.end_param());
+        const SPAposition point = curve->eval_position(parameter);
+        const SPApar_pos uv = hasPcurve ? pcurve->eval_position(parameter) : surface->param(point);
+        m_result.edgeGap = std::max(m_result.edgeGap, (surface->eval_position(uv) - point).len());
+    }
+}
+
+void ShellCheck::checkUses() {
+    if (!m_isSolid) return;
+    std::int64_t edges = 0;
+    for (const auto& [edge, uses] : m_uses) {
+        if (!edge->geometry()) continue; // a point bounds one face only, and is no edge of the shell
+        ++edges;
+        if (uses.forward != 1 || uses.reversed != 1) {
+            fault("an edge of a solid is not used once in either direction");
+            return;
+        }
+    }
+    // V - E + F - (inner loops) = 2 - 2 * genus; a face without a boundary counts like a sphere or torus
+    // alone.
+    const std::int64_t euler = m_vertices.count() - edges + m_faces - (m_loops - m_faces);
+    if (m_loops >= m_faces && (euler > 2 || euler % 2 != 0))
+        fault("the Euler characteristic of a shell is " + std::to_string(euler));
+}
+
+} // namespace
+
+void GeometryCheck::add(const GeometryCheck& other) {
+    faults.insert(faults.end(), other.faults.begin(), other.faults.end());
+    vertexGap = std::max(vertexGap, other.vertexGap);
+    edgeGap = std::max(edgeGap, other.edgeGap);
+    unchecked += other.unchecked;
+}
+
+GeometryCheck checkGeometry(const ENTITY_LIST& entities) {
+    GeometryCheck result;
+    for (int i = 0; i < entities.count(); ++i) {
+        if (!is_BODY(entities[i])) continue;
+        for (const LUMP* lump = static_cast<const BODY*>(entities[i])->lump(); lump; lump = lump->next())
+            for (const SHELL* shell = lump->shell(); shell; shell = shell->next())
+                ShellCheck(result).check(*shell);
+    }
+    return result;
+}
+
+} // namespace zeq::host

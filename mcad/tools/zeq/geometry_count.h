@@ -1,0 +1,39 @@
+// What the geometry of blocks consists of.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "platform/acis/acis.h"
+
+namespace zeq::host {
+
+/// Counts bodies, faces by the kind of their surface, and edges by the kind of their curve.
+class GeometryCount {
+public:
+    void add(const ENTITY_LIST& entities);
+    void add(const GeometryCount& other);
+
+    std::uint64_t bodies() const { return m_bodies; }
+    /// "1 body, 6 faces (6 planes), 12 edges (12 lines)".
+    std::string text() const;
+    /// A JSON object with a member for each count.
+    std::string json() const;
+
+private:
+    struct Kind {
+        const char* key;
+        const char* singular;
+        const char* plural;
+        logical (*isKind)(const ENTITY*);
+    };
+    static const std::array<Kind, 6> surfaceKinds;
+    static const std::array<Kind, 5> curveKinds;
+
+    std::uint64_t m_bodies = 0;
+    std::array<std::uint64_t, 6> m_faces{};
+    std::array<std::uint64_t, 5> m_edges{};
+};
+
+} // namespace zeq::host
