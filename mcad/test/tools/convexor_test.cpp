@@ -247,7 +247,7 @@ TEST_F(Convexor, ReportsStagesBeforeTheStructure) {
         EXPECT_LE(progress->progress(), progress->progressMax());
     }
     EXPECT_EQ(stages, (std::vector<std::wstring>{L"Reading bench_vise.stp", L"Translating shapes",
-                                                 L"Building the product structure",
+                                                 L"Building the product structure", L"Measuring geometry",
                                                  L"Sending the product structure", L"Sending geometry"}));
     EXPECT_TRUE(answer.progress.front()->pulse());
 }

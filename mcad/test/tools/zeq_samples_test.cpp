@@ -9,12 +9,17 @@
 
 #include <gtest/gtest.h>
 
+#include "support/json_text.h"
 #include "support/temp_dir.h"
 #include "tools/zeq_run.h"
+#include "transport/utf8.h"
 
 namespace {
 
 using namespace zeq::test;
+using zeq::JsonDocument;
+using zeq::JsonValue;
+namespace transport = zeq::transport;
 namespace fs = std::filesystem;
 
 class ZeqSamples : public testing::Test {
@@ -49,13 +54,46 @@ std::vector<std::string> treeLines(const std::string& text) {
     return lines;
 }
 
-TEST_F(ZeqSamples, GeometryArrivesAndCanBeKept) {
+TEST_F(ZeqSamples, GeometryArrivesWholeCompressedOrNot) {
+    const TempDir dir;
+    const std::string plain = dir.file("plain_convexor");
+    std::ofstream(plain) << "#!/bin/sh\nexec '" ZEQ_CONVEXOR "' --no-compression\n";
+    fs::permissions(plain, fs::perms::owner_all);
+    for (const char* const name : {"bench_vise.stp", "jaw_plate.stp", "fastener.igs", "jaw_plate.igs"}) {
+        SCOPED_TRACE(name);
+        std::uint64_t bytes = 0;
+        for (const std::string& translator : {std::string(ZEQ_CONVEXOR), plain}) {
+            const RunResult result =
+                runProgram({ZEQ_PROGRAM, "--translator", translator, "-q", "import", "--json", sample(name)});
+            EXPECT_EQ(result.exitCode, 0) << result.errors;
+            std::wistringstream stream(transport::fromUtf8(result.output));
+            const JsonDocument report = parse(stream);
+            const JsonValue& summary = report[L"summary"];
+            EXPECT_GT(summary[L"bytes"].GetUint64(), bytes) << "plain geometry is the larger one";
+            bytes = summary[L"bytes"].GetUint64();
+
+            EXPECT_EQ(summary[L"geometry"].Size(), summary[L"parts"].GetUint());
+            EXPECT_EQ(summary[L"topology"][L"faults"].GetInt(), 0);
+            EXPECT_EQ(summary[L"topology"][L"unchecked"].GetInt(), 0);
+            EXPECT_LT(summary[L"topology"][L"vertex_gap"].GetDouble(), 1e-7);
+            EXPECT_LT(summary[L"topology"][L"edge_gap"].GetDouble(), 1e-5);
+            const JsonValue& check = summary[L"geometry_check"];
+            EXPECT_EQ(check[L"blocks"].GetUint(), summary[L"parts"].GetUint());
+            EXPECT_EQ(check[L"faults"].GetInt(), 0);
+            for (const wchar_t* const figure : {L"length", L"area", L"box"})
+                EXPECT_LT(check[L"difference"][figure].GetDouble(), 1e-5);
+        }
+    }
+}
+
+TEST_F(ZeqSamples, GeometryIsCountedAndCanBeKept) {
     const TempDir dir;
     const std::vector<std::pair<std::string, std::string>> rows{
-        {"bench_vise.stp", "11 bodies, 106 faces (67 planes, 37 cylinders and cones, 1 sphere, 1 torus), "
-                           "240 edges (163 lines, 74 circles and ellipses, 2 B-splines, 1 point)"},
+        {"bench_vise.stp",
+         "11 bodies, 106 faces (67 planes, 37 cylinders and cones, 1 sphere, 1 torus), "
+         "240 edges (163 lines, 74 circles and ellipses, 2 B-splines, 1 point), 159 vertices"},
         {"jaw_plate.stp", "1 body, 14 faces (6 planes, 8 cylinders and cones), 34 edges"},
-        {"fastener.igs", "2 bodies, 15 faces (11 planes, 4 B-splines), 60 edges"},
+        {"fastener.igs", "2 bodies, 15 faces (11 planes, 4 cylinders and cones), 60 edges"},
     };
     for (const auto& [model, geometry] : rows) {
         const RunResult result = zeq({"-q", "import", sample(model), "--geometry", dir.file(model)});
@@ -70,6 +108,8 @@ TEST_F(ZeqSamples, GeometryArrivesAndCanBeKept) {
             ++images;
         }
         EXPECT_EQ(images, std::stoul(geometry));
+        const std::string blockLine = "Block " + std::to_string(images == 11 ? 6 : 1) + "  ";
+        EXPECT_NE(result.output.find("\n" + blockLine), std::string::npos) << result.output;
     }
     const RunResult again = zeq({"import", sample("jaw_plate.stp"), "--geometry", dir.file("jaw_plate.stp")});
     EXPECT_EQ(again.exitCode, 3);

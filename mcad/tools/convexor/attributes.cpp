@@ -21,6 +21,7 @@
 #include <XCAFDoc_ShapeTool.hxx>
 #include <XCAFDoc_Volume.hxx>
 
+#include "convexor/properties.h"
 #include "convexor/text.h"
 
 namespace zeq::convexor {
@@ -33,24 +34,6 @@ std::uint16_t channel(double value) { return static_cast<std::uint16_t>(std::lro
 
 std::wstring textOf(const Handle(TCollection_HAsciiString) & text) {
     return text.IsNull() ? std::wstring() : wideText(text->ToCString());
-}
-
-ExcMiscProperty textProperty(const wchar_t* name, const std::wstring& value) {
-    ExcMiscProperty property;
-    property.name() = name;
-    property.setType(ExcMiscProperty::EType::string);
-    property.value() = value;
-    return property;
-}
-
-ExcMiscProperty quantity(const wchar_t* name, double value, ValueType type, const std::wstring& unit) {
-    ExcMiscProperty property;
-    property.name() = name;
-    property.setType(ExcMiscProperty::EType::double_);
-    property.setValueType(type);
-    property.unit() = unit;
-    property.value() = numberText(value);
-    return property;
 }
 
 ExcMiscPropertiesGroup layers(const TDF_Label& label, const Handle(XCAFDoc_LayerTool) & tool) {

@@ -61,10 +61,12 @@ void Channel::send(const std::shared_ptr<IExchangeObject>& object) {
     send(wrapper);
 }
 
-void Channel::send(const std::shared_ptr<ExcBlockGeometry>& geometry, const ENTITY_LIST& entities) {
+void Channel::send(const std::shared_ptr<ExcBlockGeometry>& geometry, const ENTITY_LIST& entities,
+                   bool compress) {
     const std::lock_guard sending(m_sending);
     write([&](mp::OutputStream& stream) {
-        if (!geometry->setGeometry(entities, true)) throw std::runtime_error("its geometry cannot be saved");
+        if (!geometry->setGeometry(entities, compress))
+            throw std::runtime_error("its geometry cannot be saved");
         ExchangeObjectWrapper wrapper;
         wrapper.set(geometry);
         wrapper.writeObject(stream);

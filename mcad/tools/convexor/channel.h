@@ -28,9 +28,9 @@ public:
 
     void send(const mp::ISerializable& document);
     void send(const std::shared_ptr<IExchangeObject>& object);
-    /// Saves the entities into the geometry and sends it.
+    /// Saves the entities into the geometry, compressed or not, and sends it.
     /// @throws std::runtime_error if they cannot be saved
-    void send(const std::shared_ptr<ExcBlockGeometry>& geometry, const ENTITY_LIST& entities);
+    void send(const std::shared_ptr<ExcBlockGeometry>& geometry, const ENTITY_LIST& entities, bool compress);
 
     /// Ends the process from whatever thread, in order: a document under way is completed if the host still
     /// reads, a shared buffer that the host was not told of is removed, and an open command is answered as

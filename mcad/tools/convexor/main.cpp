@@ -32,6 +32,8 @@ int main(int argc, char** argv) {
         "Commands arrive on standard input and documents leave on standard output, each as a frame: a\n"
         "4-byte little-endian length and that many bytes of UTF-8. The program ends when its input does.");
     app.set_version_flag("--version", "convexor " CONVEXOR_VERSION);
+    bool isPlain = false;
+    app.add_flag("--no-compression", isPlain, "Leave geometry in shared buffers uncompressed");
     app.footer("Exit codes: 0 done, 2 wrong usage, 3 the input or output failed.");
     try {
         app.parse(argc, argv);
@@ -45,7 +47,7 @@ int main(int argc, char** argv) {
         // The library's log file takes its narrow text from the locale; numbers stay as the kernel expects
         // them.
         std::setlocale(LC_CTYPE, "C.UTF-8");
-        zeq::convexor::Session(STDIN_FILENO, output).run();
+        zeq::convexor::Session(STDIN_FILENO, output, !isPlain).run();
         return 0;
     } catch (const std::exception& error) {
         std::cerr << "convexor: " << error.what() << '\n';

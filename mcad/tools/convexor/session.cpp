@@ -10,6 +10,7 @@
 
 #include "convexor/description.h"
 #include "convexor/geometry_builder.h"
+#include "convexor/geometry_figures.h"
 #include "convexor/import_settings.h"
 #include "convexor/log_file.h"
 #include "convexor/model_reader.h"
@@ -43,6 +44,39 @@ std::wstring summary(const ExcProductStructure& product) {
     std::size_t references = product.rootBlockReferences().size();
     for (const ExcBlockPtr& block : product.blocks()) references += block->blockReferences().size();
     return countText(product.blocks().size(), L"block") + L", " + countText(references, L"reference");
+}
+
+/// Entities that are deleted in the end.
+struct OwnedEntities {
+    OwnedEntities() = default;
+    OwnedEntities(const OwnedEntities&) = delete;
+    OwnedEntities& operator=(const OwnedEntities&) = delete;
+    ~OwnedEntities() { api_del_entity_list(list); }
+
+    ENTITY_LIST list;
+};
+
+/// Does some work for each part and returns for how many that failed; log lines say which have no such thing.
+template <class Work>
+int forEachPart(const Structure& structure, const wchar_t* thing, ELogEventLevelType level,
+                Reporter& reporter, const Work& work) {
+    int errors = 0;
+    std::size_t done = 0;
+    for (const Structure::Part& part : structure.parts) {
+        const auto report = [&](const std::wstring& reason) {
+            ++errors;
+            reporter.log(level, L"Block '" + part.block->name() + L"' has no " + thing + L": " + reason);
+        };
+        try {
+            work(part);
+        } catch (const std::runtime_error& error) {
+            report(wideText(error.what()));
+        } catch (const Standard_Failure& error) {
+            report(wideText(error.DynamicType()->Name()) + L" " + wideText(error.GetMessageString()));
+        }
+        reporter.advance(static_cast<double>(++done) / static_cast<double>(structure.parts.size()));
+    }
+    return errors;
 }
 
 } // namespace
@@ -101,6 +135,7 @@ Result Session::import(const ImportOptions& options) {
     const Model model = readModel(options.file(), settings, reporter);
     reporter.beginPulse(L"Building the product structure");
     const Structure structure = buildProductStructure(model, name, settings);
+    if (settings.miscData) measureGeometry(structure, model.lengthUnit, reporter);
     reporter.message(L"'" + name + L"': " + summary(*structure.product));
     reporter.beginPulse(L"Sending the product structure");
     m_channel.send(structure.product);
@@ -113,33 +148,26 @@ Result Session::import(const ImportOptions& options) {
                                                   L"; the log lines name them.");
 }
 
+void Session::measureGeometry(const Structure& structure, const LengthUnit& unit, Reporter& reporter) {
+    reporter.beginStage(L"Measuring geometry");
+    const auto measure = [&unit](const Structure::Part& part) {
+        ExcMiscPropertiesGroup figures = geometryFigures(part.shape, unit);
+        if (!figures.properties().empty()) part.block->miscData().addGroup(std::move(figures));
+    };
+    forEachPart(structure, L"figures of its geometry", ELogEventLevelType::warning, reporter, measure);
+}
+
 int Session::sendGeometry(const Structure& structure, const LengthUnit& unit, Reporter& reporter) {
     reporter.beginStage(L"Sending geometry");
-    int errors = 0;
-    std::size_t done = 0;
-    for (const auto& [block, shape] : structure.parts) {
-        ENTITY_LIST entities;
-        try {
-            if (BODY* const body = buildBody(shape, 1 / unit.millimeters)) {
-                entities.add(body);
-                const auto geometry = std::make_shared<ExcBlockGeometry>();
-                geometry->setBlockId(block->id());
-                m_channel.send(geometry, entities);
-            }
-        } catch (const std::runtime_error& error) {
-            ++errors;
-            reporter.log(ELogEventLevelType::error,
-                         L"Block '" + block->name() + L"' has no geometry: " + wideText(error.what()));
-        } catch (const Standard_Failure& error) {
-            ++errors;
-            reporter.log(ELogEventLevelType::error, L"Block '" + block->name() + L"' has no geometry: " +
-                                                        wideText(error.DynamicType()->Name()) + L" " +
-                                                        wideText(error.GetMessageString()));
-        }
-        api_del_entity_list(entities);
-        reporter.advance(static_cast<double>(++done) / static_cast<double>(structure.parts.size()));
-    }
-    return errors;
+    const auto send = [&](const Structure::Part& part) {
+        OwnedEntities entities;
+        entities.list.add(buildBody(part.shape, 1 / unit.millimeters));
+        if (entities.list.count() == 0) return;
+        const auto geometry = std::make_shared<ExcBlockGeometry>();
+        geometry->setBlockId(part.block->id());
+        m_channel.send(geometry, entities.list, m_compress);
+    };
+    return forEachPart(structure, L"geometry", ELogEventLevelType::error, reporter, send);
 }
 
 } // namespace zeq::convexor

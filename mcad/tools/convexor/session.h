@@ -15,8 +15,9 @@ namespace zeq::convexor {
 /// One host, from its first command until it closes the input.
 class Session {
 public:
-    /// Commands come from `input`, documents go to `output`.
-    Session(int input, int output) : m_input(input), m_channel(output), m_watch(input, m_channel) {}
+    /// Commands come from `input`, documents go to `output`; shared buffers hold geometry compressed or not.
+    Session(int input, int output, bool compress)
+        : m_input(input), m_compress(compress), m_channel(output), m_watch(input, m_channel) {}
 
     /// Answers commands until the input ends. Whatever a command does, it gets a Result; several commands may
     /// wait in the pipe.
@@ -27,10 +28,13 @@ public:
 private:
     Result execute(const std::wstring& text);
     Result import(const ImportOptions& options);
+    /// Gives the block of each part the figures of its geometry.
+    void measureGeometry(const Structure& structure, const LengthUnit& unit, Reporter& reporter);
     /// Sends the geometry of each part and returns for how many that failed.
     int sendGeometry(const Structure& structure, const LengthUnit& unit, Reporter& reporter);
 
     const int m_input;
+    const bool m_compress;
     Channel m_channel;
     InterruptionWatch m_watch;
 };

@@ -52,9 +52,7 @@ std::string inQuotes(std::wstring_view text) {
 std::string numberText(const JsonValue& number) {
     if (number.IsInt64()) return std::to_string(number.GetInt64());
     if (number.IsUint64()) return std::to_string(number.GetUint64());
-    char text[32];
-    const auto end = std::to_chars(text, text + sizeof text, number.GetDouble()).ptr;
-    const std::string shown(text, end);
+    const std::string shown = text::number(number.GetDouble());
     return shown.find_first_of(".en") == shown.npos ? shown + ".0" : shown;
 }
 

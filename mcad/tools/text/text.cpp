@@ -2,6 +2,8 @@
 #include "text/text.h"
 
 #include <algorithm>
+#include <charconv>
+#include <cmath>
 #include <cstdio>
 #include <numeric>
 
@@ -134,6 +136,12 @@ std::string nearest(const std::string& word, const std::vector<std::string>& nam
 
 std::string counted(std::uint64_t count, const std::string& singular, const std::string& plural) {
     return std::to_string(count) + ' ' + (count == 1 ? singular : plural);
+}
+
+std::string number(double value) {
+    if (!std::isfinite(value)) return "null";
+    char text[32];
+    return {text, std::to_chars(text, text + sizeof text, value).ptr};
 }
 
 std::string byteSize(std::uint64_t bytes) {

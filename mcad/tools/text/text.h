@@ -26,6 +26,8 @@ std::string nearest(const std::string& word, const std::vector<std::string>& nam
 
 /// "1 block", "2 blocks".
 std::string counted(std::uint64_t count, const std::string& singular, const std::string& plural);
+/// The shortest text that reads back as the same number; JSON if it is finite, else null.
+std::string number(double value);
 /// "12.4 KiB".
 std::string byteSize(std::uint64_t bytes);
 

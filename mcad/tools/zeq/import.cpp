@@ -5,7 +5,6 @@
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
-#include <map>
 #include <set>
 #include <sstream>
 #include <vector>
@@ -17,8 +16,7 @@
 #include "text/text.h"
 #include "transport/utf8.h"
 #include "zeq/failure.h"
-#include "zeq/geometry_check.h"
-#include "zeq/geometry_count.h"
+#include "zeq/geometry_report.h"
 #include "zeq/results.h"
 #include "zeq/structure_count.h"
 #include "zeq/tree_printer.h"
@@ -46,8 +44,7 @@ std::uint64_t bufferSize(const std::wstring& name) {
 /// What arrived.
 struct Import {
     std::shared_ptr<ExcProductStructure> structure;
-    std::map<std::uint64_t, GeometryCount> geometry; ///< by block
-    GeometryCheck check;
+    GeometryReport geometry;
     std::uint64_t documents = 0;
     std::uint64_t buffers = 0;
     std::uint64_t bytes = 0;
@@ -144,14 +141,10 @@ void Receiver::takeGeometry(const ExcBlockGeometry& geometry) {
     ENTITY_LIST entities;
     if (!geometry.isLoaded() || !geometry.getGeometry(entities))
         throw Failure(exit_code::translatorBroken, "the geometry of " + block + " cannot be restored");
-    GeometryCount& count = m_import.geometry[geometry.blockId()];
-    count.add(entities);
-    const GeometryCheck check = checkGeometry(entities);
+    const std::vector<std::string> faults = m_import.geometry.add(geometry.blockId(), entities);
     api_del_entity_list(entities);
-    for (const std::string& fault : check.faults)
-        m_host.console.warning("geometry of " + block + ": " + fault);
-    m_import.check.add(check);
-    m_host.console.note("geometry of " + block + ": " + count.text());
+    for (const std::string& fault : faults) m_host.console.warning("geometry of " + block + ": " + fault);
+    m_host.console.note("geometry of " + block + ": " + m_import.geometry.blockText(geometry.blockId()));
 }
 
 void Receiver::load(IExchangeObject& object, const std::wstring& bufferName) {
@@ -172,18 +165,6 @@ void Receiver::load(IExchangeObject& object, const std::wstring& bufferName) {
     m_host.report.addContent(bufferName, text.str());
 }
 
-std::string checkText(const GeometryCheck& check) {
-    char text[160];
-    std::snprintf(text, sizeof text, "%s; vertices within %.2g, edges within %.2g of their geometry",
-                  check.faults.empty() ? "sound"
-                                       : text::counted(check.faults.size(), "fault", "faults").c_str(),
-                  check.vertexGap, check.edgeGap);
-    return text +
-           (check.unchecked > 0
-                ? ", " + text::counted(check.unchecked, "use of an edge", "uses of edges") + " not checked"
-                : std::string());
-}
-
 std::string jsonSummary(const Import& import, const StructureCount& figures) {
     std::ostringstream json;
     json << "{\"blocks\":" << figures.blocks << ",\"parts\":" << figures.parts
@@ -191,15 +172,7 @@ std::string jsonSummary(const Import& import, const StructureCount& figures) {
          << ",\"instances\":" << figures.instances << ",\"depth\":" << figures.depth
          << ",\"cyclic\":" << (figures.cyclic ? "true" : "false") << ",\"documents\":" << import.documents
          << ",\"buffers\":" << import.buffers << ",\"bytes\":" << import.bytes
-         << ",\"seconds\":" << import.seconds << ",\"geometry\":[";
-    const char* separator = "";
-    for (const auto& [block, geometry] : import.geometry) {
-        json << separator << "{\"block_id\":" << block << ",\"count\":" << geometry.json() << "}";
-        separator = ",";
-    }
-    json << "],\"topology\":{\"faults\":" << import.check.faults.size()
-         << ",\"vertex_gap\":" << import.check.vertexGap << ",\"edge_gap\":" << import.check.edgeGap
-         << ",\"unchecked\":" << import.check.unchecked << "}}";
+         << ",\"seconds\":" << import.seconds << "," << import.geometry.jsonMembers() << "}";
     return json.str();
 }
 
@@ -216,12 +189,9 @@ std::string textSummary(const Import& import, const StructureCount& figures) {
         text << figures.instances;
     if (figures.cyclic) text << ", not counting those below a block that contains itself";
     if (figures.dangling > 0) text << ", " << figures.dangling << " of missing blocks";
-    GeometryCount geometry;
-    for (const auto& [block, count] : import.geometry) geometry.add(count);
-    text << "\nDepth      " << figures.depth;
-    if (geometry.bodies() > 0)
-        text << "\nGeometry   " << geometry.text() << "\nTopology   " << checkText(import.check);
-    text << "\nMoved      " << text::byteSize(import.bytes) << " in "
+    text << "\nDepth      " << figures.depth << "\n";
+    if (!import.geometry.isEmpty()) text << import.geometry.summaryText();
+    text << "Moved      " << text::byteSize(import.bytes) << " in "
          << text::counted(import.documents, "document", "documents") << " and "
          << text::counted(import.buffers, "shared buffer", "shared buffers");
     char seconds[32];
@@ -256,6 +226,7 @@ void importModel(const Host& host, const Request& request, Output& output) {
         throw Failure(exit_code::translatorBroken,
                       cannot("import", request.thing, "the translator sent no product structure"));
 
+    for (const std::string& fault : import.geometry.compare(*import.structure)) host.console.warning(fault);
     const StructureCount figures = count(*import.structure);
     const bool summary = settings.action != EAction::tree;
     if (settings.json) {
@@ -263,7 +234,10 @@ void importModel(const Host& host, const Request& request, Output& output) {
         return;
     }
     printTree(*import.structure, figures, {host.console.colorsOutput(), settings.all}, output);
-    if (summary) output.write(textSummary(import, figures));
+    if (!summary) return;
+    if (!import.geometry.isEmpty())
+        output.write("\n" + import.geometry.blocksText(*import.structure, settings.all));
+    output.write(textSummary(import, figures));
 }
 
 } // namespace zeq::host

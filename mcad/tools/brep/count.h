@@ -1,4 +1,4 @@
-// What the geometry of blocks consists of.
+// What bodies consist of.
 #pragma once
 
 #include <array>
@@ -7,16 +7,16 @@
 
 #include "platform/acis/acis.h"
 
-namespace zeq::host {
+namespace zeq::brep {
 
-/// Counts bodies, faces by the kind of their surface, and edges by the kind of their curve.
-class GeometryCount {
+/// Counts bodies, faces by the kind of their surface, edges by the kind of their curve, and vertices.
+class Count {
 public:
     void add(const ENTITY_LIST& entities);
-    void add(const GeometryCount& other);
+    void add(const Count& other);
 
     std::uint64_t bodies() const { return m_bodies; }
-    /// "1 body, 6 faces (6 planes), 12 edges (12 lines)".
+    /// "1 body, 6 faces (6 planes), 12 edges (12 lines), 8 vertices".
     std::string text() const;
     /// A JSON object with a member for each count.
     std::string json() const;
@@ -34,6 +34,7 @@ private:
     std::uint64_t m_bodies = 0;
     std::array<std::uint64_t, 6> m_faces{};
     std::array<std::uint64_t, 5> m_edges{};
+    std::uint64_t m_vertices = 0;
 };
 
-} // namespace zeq::host
+} // namespace zeq::brep

@@ -1,12 +1,13 @@
 // One walk through the topology; the kinds are tables.
-#include "zeq/geometry_count.h"
+#include "brep/count.h"
 
 #include <algorithm>
 #include <numeric>
 
+#include "brep/walk.h"
 #include "text/text.h"
 
-namespace zeq::host {
+namespace zeq::brep {
 
 namespace {
 
@@ -43,7 +44,7 @@ std::string members(const Kinds& kinds, const Counts& counts) {
 
 } // namespace
 
-const std::array<GeometryCount::Kind, 6> GeometryCount::surfaceKinds{{
+const std::array<Count::Kind, 6> Count::surfaceKinds{{
     {"plane", "plane", "planes", &is_PLANE},
     {"cone", "cylinder or cone", "cylinders and cones", &is_CONE},
     {"sphere", "sphere", "spheres", &is_SPHERE},
@@ -51,7 +52,7 @@ const std::array<GeometryCount::Kind, 6> GeometryCount::surfaceKinds{{
     {"spline", "B-spline", "B-splines", &is_SPLINE},
     {"other", "of another kind", "of other kinds", &isAny},
 }};
-const std::array<GeometryCount::Kind, 5> GeometryCount::curveKinds{{
+const std::array<Count::Kind, 5> Count::curveKinds{{
     {"straight", "line", "lines", &is_STRAIGHT},
     {"ellipse", "circle or ellipse", "circles and ellipses", &is_ELLIPSE},
     {"intcurve", "B-spline", "B-splines", &is_INTCURVE},
@@ -59,43 +60,42 @@ const std::array<GeometryCount::Kind, 5> GeometryCount::curveKinds{{
     {"other", "of another kind", "of other kinds", &isAny},
 }};
 
-void GeometryCount::add(const ENTITY_LIST& entities) {
+void Count::add(const ENTITY_LIST& entities) {
+    for (int i = 0; i < entities.count(); ++i)
+        if (is_BODY(entities[i])) ++m_bodies;
     ENTITY_LIST edges; // each once
-    for (int i = 0; i < entities.count(); ++i) {
-        if (!is_BODY(entities[i])) continue;
-        ++m_bodies;
-        for (const LUMP* lump = static_cast<const BODY*>(entities[i])->lump(); lump; lump = lump->next())
-            for (const SHELL* shell = lump->shell(); shell; shell = shell->next())
-                for (const FACE* face = shell->face(); face; face = face->next()) {
-                    count(surfaceKinds, m_faces, face->geometry());
-                    for (const LOOP* loop = face->loop(); loop; loop = loop->next()) {
-                        const COEDGE* coedge = loop->start();
-                        while (coedge) {
-                            edges.add(coedge->edge());
-                            coedge = coedge->next() == loop->start() ? nullptr : coedge->next();
-                        }
-                    }
-                }
-    }
+    ENTITY_LIST vertices;
+    forEachShell(entities, [&](const BODY&, const SHELL& shell) {
+        for (const FACE* face = shell.face(); face; face = face->next()) {
+            count(surfaceKinds, m_faces, face->geometry());
+            forEachCoedge(*face, [&](const COEDGE& coedge) {
+                edges.add(coedge.edge());
+                vertices.add(coedge.edge()->start());
+                vertices.add(coedge.edge()->end());
+            });
+        }
+    });
     for (int i = 0; i < edges.count(); ++i)
         count(curveKinds, m_edges, static_cast<const EDGE*>(edges[i])->geometry());
+    m_vertices += static_cast<std::uint64_t>(vertices.count());
 }
 
-void GeometryCount::add(const GeometryCount& other) {
+void Count::add(const Count& other) {
     m_bodies += other.m_bodies;
+    m_vertices += other.m_vertices;
     for (std::size_t i = 0; i < m_faces.size(); ++i) m_faces[i] += other.m_faces[i];
     for (std::size_t i = 0; i < m_edges.size(); ++i) m_edges[i] += other.m_edges[i];
 }
 
-std::string GeometryCount::text() const {
+std::string Count::text() const {
     return text::counted(m_bodies, "body", "bodies") + ", " + text::counted(total(m_faces), "face", "faces") +
            listed(surfaceKinds, m_faces) + ", " + text::counted(total(m_edges), "edge", "edges") +
-           listed(curveKinds, m_edges);
+           listed(curveKinds, m_edges) + ", " + text::counted(m_vertices, "vertex", "vertices");
 }
 
-std::string GeometryCount::json() const {
+std::string Count::json() const {
     return "{\"bodies\":" + std::to_string(m_bodies) + ",\"faces\":" + members(surfaceKinds, m_faces) +
-           ",\"edges\":" + members(curveKinds, m_edges) + "}";
+           ",\"edges\":" + members(curveKinds, m_edges) + ",\"vertices\":" + std::to_string(m_vertices) + "}";
 }
 
-} // namespace zeq::host
+} // namespace zeq::brep

@@ -1,16 +1,18 @@
 // One walk through the topology, shell by shell.
-#include "zeq/geometry_check.h"
+#include "brep/check.h"
 
 #include <algorithm>
 #include <map>
 
-namespace zeq::host {
+#include "brep/walk.h"
+
+namespace zeq::brep {
 
 namespace {
 
 class ShellCheck {
 public:
-    explicit ShellCheck(GeometryCheck& result) : m_result(result) {}
+    explicit ShellCheck(Check& result) : m_result(result) {}
 
     void check(const SHELL& shell) {
         for (const FACE* face = shell.face(); face; face = face->next()) {
@@ -34,7 +36,7 @@ private:
     void checkUses();
     void fault(const std::string& text) { m_result.faults.push_back(text); }
 
-    GeometryCheck& m_result;
+    Check& m_result;
     bool m_isSolid = true;
     std::int64_t m_faces = 0;
     std::int64_t m_loops = 0;
@@ -72,19 +74,18 @@ void ShellCheck::checkPartners(const COEDGE& coedge) {
 void ShellCheck::checkVertices(const EDGE& edge) {
     const CURVE* curve = edge.geometry();
     if (!curve || !curve->evaluable()) return;
-    const double sign = edge.sense() == FORWARD ? 1 : -1;
+    const CurveRange range = rangeOf(edge);
     const auto gap = [&](const VERTEX* vertex, double parameter) {
         if (!vertex || !vertex->geometry()) return fault("an edge has no vertex");
-        m_result.vertexGap =
-            std::max(m_result.vertexGap,
-                     (vertex->geometry()->coords() - curve->eval_position(sign * parameter)).len());
+        m_result.vertexGap = std::max(m_result.vertexGap,
+                                      (vertex->geometry()->coords() - curve->eval_position(parameter)).len());
     };
-    gap(edge.start(), edge.start_param());
-    gap(edge.end(), edge.end_param());
+    gap(edge.start(), range.from);
+    gap(edge.end(), range.to);
 }
 
 void ShellCheck::checkDistance(const COEDGE& coedge, const SURFACE* surface) {
-    constexpr int samples = 9;
+    constexpr int samples = 10;
     const EDGE& edge = *coedge.edge();
     const CURVE* curve = edge.geometry();
     if (!curve) return; // a point, which the vertices tell
@@ -94,10 +95,10 @@ void ShellCheck::checkDistance(const COEDGE& coedge, const SURFACE* surface) {
         ++m_result.unchecked;
         return;
     }
-    const double sign = edge.sense() == FORWARD ? 1 : -1;
+    const CurveRange range = rangeOf(edge);
     for (int i = 0; i < samples; ++i) {
         const double part = static_cast<double>(i) / (samples - 1);
-        const double parameter = sign * ((1 - part) * edge.start_param() + part * edge.end_param());
+        const double parameter = (1 - part) * range.from + part * range.to;
         const SPAposition point = curve->eval_position(parameter);
         const SPApar_pos uv = hasPcurve ? pcurve->eval_position(parameter) : surface->param(point);
         m_result.edgeGap = std::max(m_result.edgeGap, (surface->eval_position(uv) - point).len());
@@ -124,22 +125,17 @@ void ShellCheck::checkUses() {
 
 } // namespace
 
-void GeometryCheck::add(const GeometryCheck& other) {
+void Check::add(const Check& other) {
     faults.insert(faults.end(), other.faults.begin(), other.faults.end());
     vertexGap = std::max(vertexGap, other.vertexGap);
     edgeGap = std::max(edgeGap, other.edgeGap);
     unchecked += other.unchecked;
 }
 
-GeometryCheck checkGeometry(const ENTITY_LIST& entities) {
-    GeometryCheck result;
-    for (int i = 0; i < entities.count(); ++i) {
-        if (!is_BODY(entities[i])) continue;
-        for (const LUMP* lump = static_cast<const BODY*>(entities[i])->lump(); lump; lump = lump->next())
-            for (const SHELL* shell = lump->shell(); shell; shell = shell->next())
-                ShellCheck(result).check(*shell);
-    }
+Check check(const ENTITY_LIST& entities) {
+    Check result;
+    forEachShell(entities, [&](const BODY&, const SHELL& shell) { ShellCheck(result).check(shell); });
     return result;
 }
 
-} // namespace zeq::host
+} // namespace zeq::brep

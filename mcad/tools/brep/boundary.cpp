@@ -1,0 +1,232 @@
+// Follows the uses of edges one after the other. Where a surface of revolution degenerates to a point, v is
+// lost in space: there the boundary runs straight from the v that was left to the one that is next.
+#include "brep/boundary.h"
+
+#include <cmath>
+#include <numbers>
+
+namespace zeq::brep {
+
+namespace {
+
+constexpr double turn = 2 * std::numbers::pi;
+
+SPApar_vec operator-(const SPApar_pos& a, const SPApar_pos& b) { return {a.u - b.u, a.v - b.v}; }
+SPApar_pos operator+(const SPApar_pos& a, const SPApar_vec& b) { return {a.u + b.du, a.v + b.dv}; }
+SPApar_pos between(const SPApar_pos& a, const SPApar_pos& b, double part) {
+    return {(1 - part) * a.u + part * b.u, (1 - part) * a.v + part * b.v};
+}
+
+/// The value that differs from the given one by whole periods and is nearest to another.
+double nearest(double value, double to, double period) {
+    return period > 0 ? value + period * std::round((to - value) / period) : value;
+}
+SPApar_pos nearest(const SPApar_pos& uv, const SPApar_pos& to, const SURFACE& surface) {
+    return {nearest(uv.u, to.u, surface.param_period_u()), nearest(uv.v, to.v, surface.param_period_v())};
+}
+
+/// Whether v turns around a single point of space there.
+bool isDegenerate(const SURFACE& surface, const SPApar_pos& uv) {
+    constexpr double distance = 1e-5;
+    if (surface.param_period_v() == 0) return false;
+    SPAposition point;
+    SPAvector du, dv;
+    surface.eval(uv, point, &du, &dv);
+    return dv.len() < distance;
+}
+
+bool isNegligible(const SPApar_vec& gap) { return std::abs(gap.du) + std::abs(gap.dv) < 1e-12; }
+
+bool isEvaluable(const COEDGE& coedge, const SURFACE& surface) {
+    const CURVE* const curve = coedge.edge()->geometry();
+    if (!curve) return true;
+    const PCURVE* const pcurve = coedge.geometry();
+    return curve->evaluable() && ((pcurve && pcurve->evaluable()) || surface.invertible());
+}
+
+} // namespace
+
+std::vector<double> smoothPieces(const CURVE& curve, const CurveRange& range) {
+    std::vector<double> values;
+    if (is_INTCURVE(&curve)) {
+        const auto& spline = static_cast<const INTCURVE&>(curve);
+        values = spline.cur()->u.knots;
+        if (spline.reversed()) {
+            std::reverse(values.begin(), values.end());
+            for (double& value : values) value = -value;
+        }
+    } else if (const double period = curve.param_period(); period > 0) {
+        const double quarter = period / 4;
+        const double low = std::min(range.from, range.to);
+        for (int i = 1; i <= 4; ++i) values.push_back((std::floor(low / quarter) + i) * quarter);
+    }
+    return breaksBetween(range.from, range.to, values);
+}
+
+BoundaryPiece::BoundaryPiece(const COEDGE& coedge, const SURFACE& surface)
+    : m_surface(&surface), m_curve(coedge.edge()->geometry()),
+      m_pcurve(coedge.geometry() && coedge.geometry()->evaluable() ? coedge.geometry() : nullptr) {
+    auto [from, to] = rangeOf(*coedge.edge());
+    if (coedge.sense() == REVERSED) std::swap(from, to);
+    m_breaks = smoothPieces(*m_curve, {from, to});
+
+    // Close enough that a curve around a periodic surface cannot make half a turn from one to the next.
+    const std::size_t count = std::max<std::size_t>(32, 8 * (m_breaks.size() - 1));
+    for (std::size_t i = 0; i < count; ++i) {
+        const double part = (static_cast<double>(i) + 0.5) / static_cast<double>(count);
+        const double t = (1 - part) * from + part * to;
+        if (m_pcurve)
+            m_polyline.push_back(m_pcurve->eval_position(t));
+        else
+            m_polyline.push_back(
+                inverted(t, i == 0 ? surface.param(m_curve->eval_position(t)) : m_polyline.back(), nullptr));
+    }
+}
+
+BoundaryPiece::BoundaryPiece(const SPApar_pos& from, const SPApar_pos& to)
+    : m_breaks{0, 1}, m_polyline{from, to} {}
+
+SPApar_pos BoundaryPiece::eval(double t, SPApar_vec* derivative) const {
+    if (!m_curve) {
+        const SPApar_pos &from = m_polyline.front(), &to = m_polyline.back();
+        if (derivative) *derivative = to - from;
+        return between(from, to, t);
+    }
+    if (m_pcurve) {
+        SPApar_pos uv;
+        m_pcurve->eval(t, uv, derivative);
+        return uv + m_moved;
+    }
+    const double part = (t - m_breaks.front()) / (m_breaks.back() - m_breaks.front());
+    const auto index = static_cast<std::size_t>(part * static_cast<double>(m_polyline.size()));
+    return inverted(t, m_polyline[std::min(index, m_polyline.size() - 1)], derivative);
+}
+
+SPApar_pos BoundaryPiece::inverted(double t, const SPApar_pos& near, SPApar_vec* derivative) const {
+    SPAposition point;
+    SPAvector tangent;
+    m_curve->eval(t, point, &tangent);
+    const SPApar_pos uv = nearest(m_surface->param(point), near, *m_surface);
+    if (!derivative) return uv;
+    // tangent = du * dS/du + dv * dS/dv, in the sense of least squares.
+    SPAvector du, dv;
+    m_surface->eval(uv, point, &du, &dv);
+    const double determinant = du.len_sq() * dv.len_sq() - (du % dv) * (du % dv);
+    *derivative = {};
+    if (determinant > 0)
+        *derivative = {((tangent % du) * dv.len_sq() - (tangent % dv) * (du % dv)) / determinant,
+                       ((tangent % dv) * du.len_sq() - (tangent % du) * (du % dv)) / determinant};
+    return uv;
+}
+
+SPApar_pos BoundaryPiece::start() const { return atEnd(m_breaks.front(), m_breaks.back()); }
+SPApar_pos BoundaryPiece::end() const { return atEnd(m_breaks.back(), m_breaks.front()); }
+
+SPApar_pos BoundaryPiece::atEnd(double t, double otherEnd) const {
+    SPApar_pos uv = eval(t);
+    constexpr double inset = 1e-7;
+    if (m_surface && !m_pcurve && isDegenerate(*m_surface, uv)) uv.v = eval(t + inset * (otherEnd - t)).v;
+    return uv;
+}
+
+void BoundaryPiece::move(const SPApar_vec& by) {
+    m_moved = {m_moved.du + by.du, m_moved.dv + by.dv};
+    for (SPApar_pos& uv : m_polyline) uv = uv + by;
+}
+
+std::optional<Boundary> Boundary::of(const FACE& face) {
+    if (!face.geometry() || !face.geometry()->evaluable()) return std::nullopt;
+    bool isComplete = true;
+    forEachCoedge(face, [&](const COEDGE& coedge) {
+        isComplete = isComplete && isEvaluable(coedge, *face.geometry());
+    });
+    if (!isComplete) return std::nullopt;
+    return Boundary(face);
+}
+
+Boundary::Boundary(const FACE& face)
+    : m_surface(*face.geometry()),
+      m_isOnLeft(static_cast<bool>(m_surface.right_handed_uv()) == (face.sense() == FORWARD)) {
+    for (const LOOP* loop = face.loop(); loop; loop = loop->next()) addLoop(*loop);
+}
+
+void Boundary::addLoop(const LOOP& loop) {
+    std::vector<BoundaryPiece> pieces;
+    const auto connect = [&](const SPApar_pos& to) {
+        const SPApar_pos from = pieces.back().end();
+        if (!isNegligible(to - from)) pieces.emplace_back(from, to);
+    };
+    forEachCoedge(loop, [&](const COEDGE& coedge) {
+        if (!coedge.edge()->geometry()) return; // a point, which the junction tells
+        BoundaryPiece piece(coedge, m_surface);
+        if (!pieces.empty()) {
+            const SPApar_pos start = piece.start();
+            const SPApar_pos from = junction(pieces.back().end(), start);
+            piece.move(from - start);
+            connect(from);
+        }
+        pieces.push_back(std::move(piece));
+    });
+    if (pieces.empty()) return;
+    const SPApar_pos start = pieces.front().start();
+    const SPApar_pos closed = junction(pieces.back().end(), start);
+    connect(closed);
+    m_loops.push_back({std::move(pieces), closed - start});
+}
+
+SPApar_pos Boundary::junction(const SPApar_pos& end, const SPApar_pos& start) const {
+    SPApar_pos next = nearest(start, end, m_surface);
+    if (!isDegenerate(m_surface, start)) return next;
+    // With the face on its left the boundary runs upwards at the right end of the surface.
+    const SPAinterval range = m_surface.param_range_u();
+    const bool isRightEnd = start.u - range.start_pt() > range.end_pt() - start.u;
+    constexpr double same = 1e-6;
+    if (isRightEnd == m_isOnLeft) {
+        if (next.v <= end.v + same) next.v += turn;
+    } else if (next.v >= end.v - same) {
+        next.v -= turn;
+    }
+    return next;
+}
+
+SPApar_vec Boundary::winding() const {
+    SPApar_vec sum;
+    for (const Loop& loop : m_loops) sum = {sum.du + loop.winding.du, sum.dv + loop.winding.dv};
+    return sum;
+}
+
+bool Boundary::reachesRightEnd() const {
+    const double winding = this->winding().dv;
+    constexpr double none = 1e-6;
+    return std::abs(winding) > none && (winding > 0) != m_isOnLeft;
+}
+
+bool Boundary::contains(const SPApar_pos& uv) const {
+    if (m_loops.empty()) return true;
+    // Each crossing of the loops by a ray to the right changes sides. Loops lie whole periods apart, so every
+    // near image of the point is looked at.
+    bool isInside = reachesRightEnd();
+    const double periodU = m_surface.param_period_u();
+    const double periodV = m_surface.param_period_v();
+    const int imagesU = periodU > 0 ? 2 : 0;
+    const int imagesV = periodV > 0 ? 2 : 0;
+    for (int i = -imagesU; i <= imagesU; ++i)
+        for (int j = -imagesV; j <= imagesV; ++j) {
+            const SPApar_pos image{uv.u + i * periodU, uv.v + j * periodV};
+            for (const Loop& loop : m_loops) {
+                SPApar_pos previous =
+                    loop.pieces.back().polyline().back() + SPApar_vec{-loop.winding.du, -loop.winding.dv};
+                for (const BoundaryPiece& piece : loop.pieces)
+                    for (const SPApar_pos& next : piece.polyline()) {
+                        const double part = (image.v - previous.v) / (next.v - previous.v);
+                        if ((previous.v > image.v) != (next.v > image.v) &&
+                            image.u < between(previous, next, part).u)
+                            isInside = !isInside;
+                        previous = next;
+                    }
+            }
+        }
+    return isInside;
+}
+
+} // namespace zeq::brep

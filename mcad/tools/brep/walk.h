@@ -1,0 +1,45 @@
+// Ways through the topology of bodies. What was restored has sound chains and rings, so they end.
+#pragma once
+
+#include "platform/acis/acis.h"
+
+namespace zeq::brep {
+
+/// Calls `visit(body, shell)` for every shell of every body on the list.
+template <class Visit>
+void forEachShell(const ENTITY_LIST& entities, const Visit& visit) {
+    for (int i = 0; i < entities.count(); ++i) {
+        if (!is_BODY(entities[i])) continue;
+        const auto& body = static_cast<const BODY&>(*entities[i]);
+        for (const LUMP* lump = body.lump(); lump; lump = lump->next())
+            for (const SHELL* shell = lump->shell(); shell; shell = shell->next()) visit(body, *shell);
+    }
+}
+
+/// Calls `visit(coedge)` for every use of an edge by the loop, in the order of the loop.
+template <class Visit>
+void forEachCoedge(const LOOP& loop, const Visit& visit) {
+    for (const COEDGE* coedge = loop.start(); coedge;) {
+        visit(*coedge);
+        coedge = coedge->next() == loop.start() ? nullptr : coedge->next();
+    }
+}
+
+/// Calls `visit(coedge)` for every use of an edge by the face.
+template <class Visit>
+void forEachCoedge(const FACE& face, const Visit& visit) {
+    for (const LOOP* loop = face.loop(); loop; loop = loop->next()) forEachCoedge(*loop, visit);
+}
+
+/// The part of its curve that an edge covers, in parameters of the curve and in the direction of the edge:
+/// the first may be the greater one.
+struct CurveRange {
+    double from;
+    double to;
+};
+inline CurveRange rangeOf(const EDGE& edge) {
+    const double sign = edge.sense() == FORWARD ? 1 : -1;
+    return {sign * edge.start_param(), sign * edge.end_param()};
+}
+
+} // namespace zeq::brep

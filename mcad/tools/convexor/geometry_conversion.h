@@ -1,0 +1,44 @@
+// Turns surfaces and curves into geometry of the modelling kernel.
+#pragma once
+
+#include <Geom_BSplineSurface.hxx>
+#include <Geom_Surface.hxx>
+#include <TopoDS_Edge.hxx>
+#include <TopoDS_Face.hxx>
+#include <gp_Pnt.hxx>
+
+#include "convexor/geometry_builder.h"
+#include "platform/acis/acis.h"
+
+namespace zeq::convexor {
+
+inline SPAposition position(const gp_Pnt& p) { return {p.X(), p.Y(), p.Z()}; }
+
+/// What a trimmed surface is a part of; any other surface itself.
+Handle(Geom_Surface) untrimmed(Handle(Geom_Surface) surface);
+
+/// A surface of the kernel, and what became of the original on the way.
+struct Support {
+    SURFACE* surface;
+    bool isOpposite = false;                 ///< the normal is the opposite of the original's
+    Handle(Geom_BSplineSurface) spline = {}; ///< the same surface; null if it is none
+    bool keepsParameters = false;            ///< of the original
+};
+
+/// @param tolerance how far from the original something may be that cannot be expressed exactly
+/// @throws GeometryError if it cannot be expressed, as the following functions
+Support support(const TopoDS_Face& face, double tolerance);
+
+/// A curve of the kernel with the range of an edge.
+struct Piece {
+    CURVE* curve;
+    SPAinterval range;
+};
+
+Piece piece(const TopoDS_Edge& edge);
+
+/// The edge in the parameter plane of a B-spline face, with the parameters of what was made of it.
+PCURVE* pcurve(const TopoDS_Edge& edge, const EDGE& made, const TopoDS_Face& face, const Support& support,
+               double tolerance);
+
+} // namespace zeq::convexor

@@ -1,0 +1,117 @@
+// The kernel's own measures of a shape, none of which knows the entities that are sent.
+#include "convexor/geometry_figures.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <BRepAdaptor_Curve.hxx>
+#include <BRepBndLib.hxx>
+#include <BRepBuilderAPI_MakeFace.hxx>
+#include <BRepExtrema_DistShapeShape.hxx>
+#include <BRepGProp.hxx>
+#include <BRep_Tool.hxx>
+#include <Bnd_Box.hxx>
+#include <GCPnts_AbscissaPoint.hxx>
+#include <GProp_GProps.hxx>
+#include <TopExp.hxx>
+#include <TopExp_Explorer.hxx>
+#include <TopTools_IndexedMapOfShape.hxx>
+#include <TopoDS.hxx>
+#include <gp_Pln.hxx>
+
+#include "convexor/properties.h"
+
+namespace zeq::convexor {
+
+namespace {
+
+/// How far something reaches along an axis (1 to 3), or against it (sign -1).
+double reach(const Bnd_Box& box, int axis, int sign) {
+    return sign * (sign > 0 ? box.CornerMax() : box.CornerMin()).Coord(axis);
+}
+
+/// The same for a face, of which the kernel's box tells no more than how far the surface reaches between the
+/// bounds of its parameters: by the distance from a plane beyond it.
+double reach(const TopoDS_Face& face, const Bnd_Box& box, int axis, int sign) {
+    const double size = std::sqrt(box.SquareExtent());
+    const double beyond = reach(box, axis, sign) + size;
+    gp_XYZ middle = (box.CornerMin().XYZ() + box.CornerMax().XYZ()) / 2;
+    middle.SetCoord(axis, sign * beyond);
+    gp_XYZ normal;
+    normal.SetCoord(axis, 1);
+    const TopoDS_Face plane = BRepBuilderAPI_MakeFace(gp_Pln(middle, normal), -size, size, -size, size);
+    const BRepExtrema_DistShapeShape distance(face, plane);
+    return distance.IsDone() ? beyond - distance.Value() : reach(box, axis, sign);
+}
+
+/// Adds the face to a box that holds the edges. The closer look is the slower one, and most faces of a part
+/// need none.
+void addInside(const TopoDS_Face& face, Bnd_Box& box) {
+    const double negligible = 1e-9 * std::sqrt(box.SquareExtent());
+    const auto isBeyond = [&](const Bnd_Box& other, int axis, int sign) {
+        return reach(other, axis, sign) > reach(box, axis, sign) + negligible;
+    };
+    Bnd_Box rough;
+    Bnd_Box close;
+    BRepBndLib::Add(face, rough, false);
+    for (int axis = 1; axis <= 3; ++axis)
+        for (const int sign : {-1, 1}) {
+            if (!isBeyond(rough, axis, sign)) continue;
+            if (close.IsVoid()) BRepBndLib::AddOptimal(face, close, false, false);
+            if (!isBeyond(close, axis, sign)) continue;
+            gp_Pnt point = box.CornerMin();
+            point.SetCoord(axis, sign * std::max(reach(face, close, axis, sign), reach(box, axis, sign)));
+            box.Add(point);
+        }
+}
+
+} // namespace
+
+ExcMiscPropertiesGroup geometryFigures(const TopoDS_Shape& shape, const LengthUnit& unit) {
+    using ValueType = ExcMiscProperty::EValueType;
+    ExcMiscPropertiesGroup group;
+    group.name() = L"geometry check";
+    TopTools_IndexedMapOfShape edges;
+    TopTools_IndexedMapOfShape vertices;
+    int faces = 0;
+    double area = 0;
+    for (TopExp_Explorer face(shape, TopAbs_FACE); face.More(); face.Next(), ++faces) {
+        TopExp::MapShapes(face.Current(), TopAbs_EDGE, edges);
+        TopExp::MapShapes(face.Current(), TopAbs_VERTEX, vertices);
+        GProp_GProps properties;
+        BRepGProp::SurfaceProperties(face.Current(), properties);
+        area += properties.Mass();
+    }
+    if (faces == 0) return group;
+
+    constexpr double precision = 1e-9;
+    double length = 0;
+    Bnd_Box box;
+    for (int i = 1; i <= edges.Extent(); ++i) {
+        const TopoDS_Edge& edge = TopoDS::Edge(edges(i));
+        if (BRep_Tool::Degenerated(edge)) continue;
+        length += GCPnts_AbscissaPoint::Length(BRepAdaptor_Curve(edge), precision);
+        BRepBndLib::AddOptimal(edge, box, false, false);
+    }
+    for (TopExp_Explorer face(shape, TopAbs_FACE); face.More(); face.Next())
+        addInside(TopoDS::Face(face.Current()), box);
+
+    const double millimeters = unit.millimeters;
+    const std::wstring symbol = unit.symbol;
+    group.addProperty(countProperty(L"faces", faces));
+    group.addProperty(countProperty(L"edges", edges.Extent()));
+    group.addProperty(countProperty(L"vertices", vertices.Extent()));
+    group.addProperty(quantity(L"edge length", length / millimeters, ValueType::length, symbol));
+    group.addProperty(
+        quantity(L"surface area", area / (millimeters * millimeters), ValueType::area, symbol + L"^2"));
+    const gp_Pnt ends[]{box.CornerMin(), box.CornerMax()};
+    const wchar_t* const names[][3]{{L"box minimum x", L"box minimum y", L"box minimum z"},
+                                    {L"box maximum x", L"box maximum y", L"box maximum z"}};
+    for (int end = 0; end < 2; ++end)
+        for (int axis = 0; axis < 3; ++axis)
+            group.addProperty(quantity(names[end][axis], ends[end].Coord(axis + 1) / millimeters,
+                                       ValueType::length, symbol));
+    return group;
+}
+
+} // namespace zeq::convexor
