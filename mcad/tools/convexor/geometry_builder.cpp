@@ -8,8 +8,6 @@
 #include <BRepBuilderAPI_Transform.hxx>
 #include <BRepTools_WireExplorer.hxx>
 #include <BRep_Tool.hxx>
-#include <Geom_SweptSurface.hxx>
-#include <ShapeCustom.hxx>
 #include <TopExp.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopTools_IndexedMapOfShape.hxx>
@@ -185,16 +183,6 @@ VERTEX* BodyBuilder::vertexOf(const TopoDS_Vertex& vertex) {
     return made;
 }
 
-/// Whether some surface is made by moving a curve, which may be another form of a plane, cylinder, cone,
-/// sphere or torus.
-bool isSwept(const TopoDS_Shape& shape) {
-    for (TopExp_Explorer face(shape, TopAbs_FACE); face.More(); face.Next())
-        if (untrimmed(BRep_Tool::Surface(TopoDS::Face(face.Current())))
-                ->IsKind(STANDARD_TYPE(Geom_SweptSurface)))
-            return true;
-    return false;
-}
-
 } // namespace
 
 BODY* buildBody(const TopoDS_Shape& shape, double scale) {
@@ -204,8 +192,7 @@ BODY* buildBody(const TopoDS_Shape& shape, double scale) {
     const TopoDS_Shape scaled =
         scale == 1 ? shape : BRepBuilderAPI_Transform(shape, scaling, Standard_True).Shape();
     constexpr double tolerance = 1e-7;
-    return BodyBuilder(isSwept(scaled) ? ShapeCustom::SweptToElementary(scaled) : scaled, tolerance * scale)
-        .build();
+    return BodyBuilder(scaled, tolerance * scale).build();
 }
 
 } // namespace zeq::convexor

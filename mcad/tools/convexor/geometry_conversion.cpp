@@ -21,6 +21,7 @@
 #include <Geom_Circle.hxx>
 #include <Geom_ConicalSurface.hxx>
 #include <Geom_CylindricalSurface.hxx>
+#include <Geom_ElementarySurface.hxx>
 #include <Geom_Ellipse.hxx>
 #include <Geom_Line.hxx>
 #include <Geom_OffsetSurface.hxx>
@@ -30,6 +31,7 @@
 #include <Geom_ToroidalSurface.hxx>
 #include <Geom_TrimmedCurve.hxx>
 #include <Precision.hxx>
+#include <ShapeCustom_SweptToElementary.hxx>
 #include <TColStd_Array1OfInteger.hxx>
 #include <TColStd_Array1OfReal.hxx>
 #include <TColStd_HArray1OfReal.hxx>
@@ -41,7 +43,7 @@ namespace zeq::convexor {
 
 namespace {
 
-SPAvector vector(const gp_Dir& d) { return {d.X(), d.Y(), d.Z()}; }
+SPAvector vector(const gp_Vec& v) { return {v.X(), v.Y(), v.Z()}; }
 SPAunit_vector direction(const gp_Dir& d) { return {d.X(), d.Y(), d.Z()}; }
 
 /// The knots of one direction, each as often as it counts.
@@ -90,18 +92,53 @@ bs3_surface bspline(const Geom_BSplineSurface& surface) {
     return result;
 }
 
-SURFACE* cone(const gp_Cone& cone, double vMin, double vMax) {
+SURFACE* cone(const gp_Cone& cone, const gp_Pnt& middle) {
     // The base is a circle of the part that is used: the original's may be the apex, or beyond it.
-    const double sine = std::sin(cone.SemiAngle());
-    const double cosine = std::cos(cone.SemiAngle());
-    const double middle = (vMin + vMax) / 2;
-    const double radius = cone.RefRadius() + middle * sine;
-    if (std::abs(radius) < Precision::Confusion()) throw GeometryError("a conical face has no extent");
-    const double sign = radius < 0 ? -1 : 1;
     const gp_Ax3& axes = cone.Position();
-    const SPAposition base = position(axes.Location()) + middle * cosine * vector(axes.Direction());
+    const double height = gp_Vec(cone.Apex(), middle).Dot(axes.Direction());
+    const double radius = std::abs(height * std::tan(cone.SemiAngle()));
+    if (radius < Precision::Confusion()) throw GeometryError("a conical face has no extent");
+    const double sine = std::abs(std::sin(cone.SemiAngle()));
+    const SPAposition base = position(cone.Apex()) + height * vector(axes.Direction());
     return ACIS_NEW CONE(base, direction(axes.Direction()), radius * vector(axes.XDirection()), 1,
-                         sign * sine, cosine);
+                         height < 0 ? -sine : sine, std::abs(std::cos(cone.SemiAngle())));
+}
+
+/// Null for a surface that is not analytic. `middle` is a point of the part that is used.
+SURFACE* analytic(const Handle(Geom_Surface) & surface, const gp_Pnt& middle) {
+    const auto elementary = Handle(Geom_ElementarySurface)::DownCast(surface);
+    if (elementary.IsNull()) return nullptr;
+    const gp_Ax3& axes = elementary->Position();
+    const SPAposition origin = position(axes.Location());
+    const SPAunit_vector axis = direction(axes.Direction());
+    const SPAunit_vector x = direction(axes.XDirection());
+    if (surface->IsKind(STANDARD_TYPE(Geom_Plane))) return ACIS_NEW PLANE(origin, axis, x);
+    if (const auto cylinder = Handle(Geom_CylindricalSurface)::DownCast(surface))
+        return ACIS_NEW CONE(origin, axis, cylinder->Radius() * x);
+    if (const auto conical = Handle(Geom_ConicalSurface)::DownCast(surface))
+        return cone(conical->Cone(), middle);
+    if (const auto sphere = Handle(Geom_SphericalSurface)::DownCast(surface))
+        return ACIS_NEW SPHERE(origin, sphere->Radius(), x, axis);
+    if (const auto torus = Handle(Geom_ToroidalSurface)::DownCast(surface))
+        return ACIS_NEW TORUS(origin, axis, torus->MajorRadius(), torus->MinorRadius(), x);
+    return nullptr;
+}
+
+Handle(Geom_Surface) untrimmed(Handle(Geom_Surface) surface) {
+    while (const auto trimmed = Handle(Geom_RectangularTrimmedSurface)::DownCast(surface))
+        surface = trimmed->BasisSurface();
+    return surface;
+}
+
+/// The surface of a face, as an elementary one if it is one that was made by moving a line or circle.
+Handle(Geom_Surface) simplestSurface(const TopoDS_Face& face) {
+    Handle(Geom_Surface) elementary;
+    TopLoc_Location location;
+    double tolerance = 0;
+    bool ignored = false;
+    if (!ShapeCustom_SweptToElementary().NewSurface(face, elementary, location, tolerance, ignored, ignored))
+        return untrimmed(BRep_Tool::Surface(face));
+    return untrimmed(Handle(Geom_Surface)::DownCast(elementary->Transformed(location.Transformation())));
 }
 
 /// A periodic B-spline surface as one that is not, over a range of parameters, which may lie across its seam.
@@ -129,44 +166,20 @@ Handle(Geom_BSplineSurface)
 
 } // namespace
 
-Handle(Geom_Surface) untrimmed(Handle(Geom_Surface) surface) {
-    while (const auto trimmed = Handle(Geom_RectangularTrimmedSurface)::DownCast(surface))
-        surface = trimmed->BasisSurface();
-    return surface;
-}
-
 Support support(const TopoDS_Face& face, double tolerance) {
-    Handle(Geom_Surface) surface = untrimmed(BRep_Tool::Surface(face));
     double uMin = 0;
     double uMax = 0;
     double vMin = 0;
     double vMax = 0;
     BRepTools::UVBounds(face, uMin, uMax, vMin, vMax);
-
-    if (const auto plane = Handle(Geom_Plane)::DownCast(surface)) {
-        const gp_Ax3& axes = plane->Position();
-        const gp_Dir normal = axes.XDirection().Crossed(axes.YDirection());
-        return {ACIS_NEW PLANE(position(axes.Location()), direction(normal), vector(axes.XDirection()))};
-    }
-    if (const auto quadric = Handle(Geom_CylindricalSurface)::DownCast(surface)) {
-        const gp_Ax3& axes = quadric->Position();
-        return {ACIS_NEW CONE(position(axes.Location()), direction(axes.Direction()),
-                              quadric->Radius() * vector(axes.XDirection())),
-                !axes.Direct()};
-    }
-    if (const auto quadric = Handle(Geom_ConicalSurface)::DownCast(surface))
-        return {cone(quadric->Cone(), vMin, vMax), !quadric->Position().Direct()};
-    if (const auto quadric = Handle(Geom_SphericalSurface)::DownCast(surface)) {
-        const gp_Ax3& axes = quadric->Position();
-        return {ACIS_NEW SPHERE(position(axes.Location()), quadric->Radius(), direction(axes.XDirection()),
-                                direction(axes.Direction())),
-                !axes.Direct()};
-    }
-    if (const auto torus = Handle(Geom_ToroidalSurface)::DownCast(surface)) {
-        const gp_Ax3& axes = torus->Position();
-        return {ACIS_NEW TORUS(position(axes.Location()), direction(axes.Direction()), torus->MajorRadius(),
-                               torus->MinorRadius(), direction(axes.XDirection())),
-                !axes.Direct()};
+    gp_Pnt middle;
+    gp_Vec du;
+    gp_Vec dv;
+    BRep_Tool::Surface(face)->D1((uMin + uMax) / 2, (vMin + vMax) / 2, middle, du, dv);
+    Handle(Geom_Surface) surface = simplestSurface(face);
+    if (SURFACE* const made = analytic(surface, middle)) {
+        const SPAunit_vector normal = made->eval_normal(made->param(position(middle)));
+        return {made, vector(du.Crossed(dv)) % normal < 0};
     }
     if (surface->IsKind(STANDARD_TYPE(Geom_OffsetSurface))) {
         // Nothing else is no B-spline: this one comes as near as it takes.

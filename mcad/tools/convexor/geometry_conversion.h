@@ -2,7 +2,6 @@
 #pragma once
 
 #include <Geom_BSplineSurface.hxx>
-#include <Geom_Surface.hxx>
 #include <TopoDS_Edge.hxx>
 #include <TopoDS_Face.hxx>
 #include <gp_Pnt.hxx>
@@ -13,9 +12,6 @@
 namespace zeq::convexor {
 
 inline SPAposition position(const gp_Pnt& p) { return {p.X(), p.Y(), p.Z()}; }
-
-/// What a trimmed surface is a part of; any other surface itself.
-Handle(Geom_Surface) untrimmed(Handle(Geom_Surface) surface);
 
 /// A surface of the kernel, and what became of the original on the way.
 struct Support {
