@@ -17,8 +17,7 @@ double gaussIntegral(const Function& function, double from, double to) {
     return from < to ? boost::math::quadrature::gauss<double, 10>::integrate(function, from, to) : 0;
 }
 
-namespace detail {
-/// `whole` is the integral over the piece, which is halved until halving no longer matters.
+/// The integral over a piece, where `whole` is the first attempt, by halving until that no longer matters.
 template <class Function>
 double refinedIntegral(const Function& function, double from, double to, double whole, double tolerance,
                        int halvings) {
@@ -29,7 +28,6 @@ double refinedIntegral(const Function& function, double from, double to, double 
     return refinedIntegral(function, from, middle, left, tolerance, halvings - 1) +
            refinedIntegral(function, middle, to, right, tolerance, halvings - 1);
 }
-} // namespace detail
 
 /// A function that is smooth between breaks, to be integrated from the first to the last of them.
 template <class Function>
@@ -40,10 +38,11 @@ struct Integrand {
 template <class Function>
 Integrand(Function, std::vector<double>) -> Integrand<Function>;
 
-/// The sum of the integrals. Its error is about `precision` of the sum of their magnitudes, so that one which
+/// The sum of the integrals. Its error is about 1e-11 of the sum of their magnitudes, so that one which
 /// hardly counts takes hardly any time.
 template <class Function>
-double integral(const std::vector<Integrand<Function>>& integrands, double precision = 1e-11) {
+double integral(const std::vector<Integrand<Function>>& integrands) {
+    constexpr double precision = 1e-11;
     constexpr int mostHalvings = 8;
     std::vector<double> wholes;
     double magnitude = 0;
@@ -56,14 +55,14 @@ double integral(const std::vector<Integrand<Function>>& integrands, double preci
     auto whole = wholes.begin();
     for (const auto& [function, breaks] : integrands)
         for (std::size_t i = 1; i < breaks.size(); ++i)
-            sum += detail::refinedIntegral(function, breaks[i - 1], breaks[i], *whole++,
-                                           precision * magnitude, mostHalvings);
+            sum += refinedIntegral(function, breaks[i - 1], breaks[i], *whole++, precision * magnitude,
+                                   mostHalvings);
     return sum;
 }
 
 template <class Function>
-double integral(const Integrand<Function>& integrand, double precision = 1e-11) {
-    return integral(std::vector{integrand}, precision);
+double integral(const Integrand<Function>& integrand) {
+    return integral(std::vector{integrand});
 }
 
 /// The ends of a range and those of the ascending values in between. The first end may be the greater one.

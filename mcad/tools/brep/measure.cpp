@@ -2,9 +2,11 @@
 // is the integral of dA/(du dv) along u up to there.
 #include "brep/measure.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 #include <optional>
+#include <vector>
 
 #include "brep/boundary.h"
 #include "brep/extent.h"
@@ -13,31 +15,53 @@ namespace zeq::brep {
 
 namespace {
 
-/// Parameters u between which a surface is smooth and bends little.
-std::vector<double> smoothPiecesU(const SURFACE& surface, double from, double to) {
-    std::vector<double> values;
-    if (is_SPLINE(&surface)) {
-        values = static_cast<const SPLINE&>(surface).sur()->u.knots;
-    } else if (is_SPHERE(&surface) || is_TORUS(&surface)) {
-        constexpr double step = std::numbers::pi / 2;
-        for (double u = std::floor(std::min(from, to) / step) * step; u < std::max(from, to); u += step)
-            values.push_back(u);
+/// The area of strips of a surface, from u = base to any point, per unit of v.
+class Strip {
+public:
+    Strip(const SURFACE& surface, double base)
+        : m_surface(surface), m_base(base), m_isSpline(is_SPLINE(&surface)) {
+        constexpr double quarter = std::numbers::pi / 2;
+        if (m_isSpline) {
+            const bs_knots& knots = static_cast<const SPLINE&>(surface).sur()->u;
+            m_breaks = breaksBetween(knots.range().start_pt(), knots.range().end_pt(), knots.knots);
+        } else if (is_SPHERE(&surface) || is_TORUS(&surface)) {
+            for (int i = -12; i <= 12; ++i) m_breaks.push_back(i * quarter);
+        }
     }
-    return breaksBetween(from, to, values);
-}
 
-/// The area of the strip of a surface from u = base to a point, per unit of v.
-double strip(const SURFACE& surface, double base, const SPApar_pos& end) {
-    const auto rate = [&](double u) {
-        SPAposition point;
-        SPAvector du, dv;
-        surface.eval({u, end.v}, point, &du, &dv);
-        return (du * dv).len();
-    };
-    // Finer than what is integrated over it.
-    constexpr double precision = 1e-12;
-    return integral(Integrand{rate, smoothPiecesU(surface, base, end.u)}, precision);
-}
+    double operator()(const SPApar_pos& end) const {
+        const double low = std::min(m_base, end.u);
+        const double high = std::max(m_base, end.u);
+        double sum = 0;
+        double from = low;
+        for (auto next = std::upper_bound(m_breaks.begin(), m_breaks.end(), low); from < high; ++next) {
+            const double to = next == m_breaks.end() ? high : std::min(*next, high);
+            sum += piece(from, to, end.v);
+            from = to;
+        }
+        return m_base <= end.u ? sum : -sum;
+    }
+
+private:
+    double piece(double from, double to, double v) const {
+        const auto rate = [this, v](double u) {
+            SPAposition point;
+            SPAvector du, dv;
+            m_surface.eval({u, v}, point, &du, &dv);
+            return (du * dv).len();
+        };
+        const double whole = gaussIntegral(rate, from, to);
+        // Finer than what is integrated over it; for analytic surfaces the first attempt is fine enough.
+        constexpr double precision = 1e-12;
+        constexpr int mostHalvings = 8;
+        return m_isSpline ? refinedIntegral(rate, from, to, whole, precision * whole, mostHalvings) : whole;
+    }
+
+    const SURFACE& m_surface;
+    const double m_base;
+    const bool m_isSpline;
+    std::vector<double> m_breaks;
+};
 
 /// Negative if the face lies on the wrong side of its loops; nothing if it cannot be told.
 std::optional<double> areaOf(const SURFACE& surface, const Boundary& boundary) {
@@ -45,14 +69,11 @@ std::optional<double> areaOf(const SURFACE& surface, const Boundary& boundary) {
     const SPAinterval v = surface.param_range_v();
     if (!boundary.hasLoops()) {
         if (!u.finite() || !v.finite()) return std::nullopt;
-        std::vector<double> breaks{v.start_pt(), v.end_pt()};
-        if (is_SPLINE(&surface))
-            breaks =
-                breaksBetween(v.start_pt(), v.end_pt(), static_cast<const SPLINE&>(surface).sur()->v.knots);
-        return integral(Integrand{[&](double at) {
-                                      return strip(surface, u.start_pt(), {u.end_pt(), at});
-                                  },
-                                  breaks});
+        const Strip strip(surface, u.start_pt());
+        const auto across = [&](double at) { return strip({u.end_pt(), at}); };
+        const auto* const spline = is_SPLINE(&surface) ? static_cast<const SPLINE&>(surface).sur() : nullptr;
+        return integral(Integrand{across, breaksBetween(v.start_pt(), v.end_pt(),
+                                                        spline ? spline->v.knots : std::vector<double>())});
     }
     const SPApar_vec winding = boundary.winding();
     const auto isZero = [](double value) { return std::abs(value) < 1e-6; };
@@ -63,7 +84,7 @@ std::optional<double> areaOf(const SURFACE& surface, const Boundary& boundary) {
         base = boundary.reachesRightEnd() ? u.end_pt() : u.start_pt();
         if (!std::isfinite(base)) return std::nullopt;
     }
-    const double area = boundary.integrate([&](const SPApar_pos& uv) { return strip(surface, base, uv); });
+    const double area = boundary.integrate(Strip(surface, base));
     return boundary.isOnLeft() ? area : -area;
 }
 

@@ -44,23 +44,18 @@ double reach(const TopoDS_Face& face, const Bnd_Box& box, int axis, int sign) {
     return distance.IsDone() ? beyond - distance.Value() : reach(box, axis, sign);
 }
 
-/// Adds the face to a box that holds the edges. The closer look is the slower one, and most faces of a part
-/// need none.
+/// Adds the face to a box that holds the edges.
 void addInside(const TopoDS_Face& face, Bnd_Box& box) {
     const double negligible = 1e-9 * std::sqrt(box.SquareExtent());
-    const auto isBeyond = [&](const Bnd_Box& other, int axis, int sign) {
-        return reach(other, axis, sign) > reach(box, axis, sign) + negligible;
-    };
     Bnd_Box rough;
-    Bnd_Box close;
     BRepBndLib::Add(face, rough, false);
+    rough.SetGap(0); // which holds the tolerance of the face
     for (int axis = 1; axis <= 3; ++axis)
         for (const int sign : {-1, 1}) {
-            if (!isBeyond(rough, axis, sign)) continue;
-            if (close.IsVoid()) BRepBndLib::AddOptimal(face, close, false, false);
-            if (!isBeyond(close, axis, sign)) continue;
+            const double known = reach(box, axis, sign);
+            if (reach(rough, axis, sign) <= known + negligible) continue;
             gp_Pnt point = box.CornerMin();
-            point.SetCoord(axis, sign * std::max(reach(face, close, axis, sign), reach(box, axis, sign)));
+            point.SetCoord(axis, sign * std::max(known, reach(face, rough, axis, sign)));
             box.Add(point);
         }
 }
