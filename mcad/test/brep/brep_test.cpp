@@ -85,7 +85,7 @@ TEST(Geometry, FiguresThatDifferAreTold) {
         {L"faces", L"7", "faces is 6, but the translator had 7"},
         {L"vertices", L"", "vertices is 8, but the translator had none"},
         {L"edge length", L"28.001", "edge length is 28, but the translator had 28.001"},
-        {L"surface area", L"28.1", "surface area is 28, but the translator had 28.1"},
+        {L"surface area", L"28.5", "surface area is 28, but the translator had 28.5"},
         {L"box maximum z", L"4.001", "box maximum z is 4, but the translator had 4.001"},
         {L"box maximum z", L"3.9999999", ""},
     };

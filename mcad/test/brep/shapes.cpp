@@ -131,13 +131,13 @@ TopoDS_Shape ellipticPrism() {
     return BRepPrimAPI_MakePrism(base, gp_Vec(2, 4, 9)).Shape();
 }
 
-/// Part of a surface that has no seam where the face has its middle.
-TopoDS_Shape acrossTheSeam() {
+/// Part of a periodic B-spline surface.
+TopoDS_Shape periodic(double from, double to) {
     const Handle(Geom_Surface) cylinder = new Geom_CylindricalSurface(gp_Ax3(tilted), 5);
     const Handle(Geom_BSplineSurface) surface = GeomConvert::SurfaceToBSplineSurface(
         new Geom_RectangularTrimmedSurface(cylinder, 0., 2 * pi, 0., 8.));
     surface->SetUPeriodic();
-    return faceOn(surface, 1.5 * pi, 2.5 * pi, 1, 6);
+    return faceOn(surface, from, to, 1, 6);
 }
 
 TopoDS_Shape bezier() {
@@ -250,7 +250,12 @@ const std::vector<NamedShape>& shapes() {
          "1 body, 1 face (1 B-spline), 6 edges"},
         {"raised hill", [] { return faceOn(new Geom_OffsetSurface(hill(), 0.7)); },
          "1 body, 1 face (1 B-spline)"},
-        {"across the seam", acrossTheSeam, "1 body, 1 face (1 B-spline), 4 edges"},
+        {"across the seam", [] { return periodic(1.5 * pi, 2.5 * pi); },
+         "1 body, 1 face (1 B-spline), 4 edges"},
+        {"beyond the seam", [] { return periodic(2.2 * pi, 2.7 * pi); },
+         "1 body, 1 face (1 B-spline), 4 edges"},
+        {"before the seam", [] { return periodic(-pi, 0.5 * pi); }, "1 body, 1 face (1 B-spline), 4 edges"},
+        {"all around", [] { return periodic(0.5 * pi, 2.5 * pi); }, "1 body, 1 face (1 B-spline), 4 edges"},
         {"part of a Bezier surface", bezier, "1 body, 1 face (1 B-spline), 4 edges"},
         {"several", several, "1 body, 10 faces (9 planes, 1 cylinder or cone)"},
         {"inside out", [] { return BRepPrimAPI_MakeCone(tilted, 4, 0, 5).Shape().Reversed(); },

@@ -144,7 +144,7 @@ Handle(Geom_Surface) simplestSurface(const TopoDS_Face& face) {
 /// A periodic B-spline surface as one that is not, over a range of parameters, which may lie across its seam.
 Handle(Geom_BSplineSurface)
     opened(const Handle(Geom_BSplineSurface) & periodic, double uMin, double uMax, double vMin, double vMax) {
-    const auto spline = Handle(Geom_BSplineSurface)::DownCast(periodic->Copy());
+    auto spline = Handle(Geom_BSplineSurface)::DownCast(periodic->Copy());
     double uFirst = 0;
     double uLast = 0;
     double vFirst = 0;

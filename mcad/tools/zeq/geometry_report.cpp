@@ -66,7 +66,7 @@ std::vector<std::string> GeometryReport::compare(const ExcProductStructure& stru
     };
     // Lengths and boxes come out alike however they are computed. Areas of a translator may be the sums of a
     // coarse rule.
-    const auto unlike = [](double Difference::*kind) { return kind == &Difference::area ? 1e-3 : 1e-6; };
+    const auto unlike = [](double Difference::*kind) { return kind == &Difference::area ? 1e-2 : 1e-6; };
     std::vector<std::string> faults;
     for (auto& [id, block] : m_blocks) {
         const ExcMiscPropertiesGroup* const told = toldFigures(structure.getBlockById(id).get());

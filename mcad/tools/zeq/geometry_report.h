@@ -15,6 +15,14 @@
 
 namespace zeq::host {
 
+/// How far the translator's figures of a block differ from ours, relative to them.
+struct GeometryDifference {
+    double counts = 0;
+    double length = 0;
+    double area = 0;
+    double box = 0; ///< of any side, relative to the diagonal
+};
+
 /// Takes the entities of each block, then the product structure, in whose properties a translator tells its
 /// own figures (group "geometry check").
 class GeometryReport {
@@ -35,13 +43,7 @@ public:
     std::string jsonMembers() const;
 
 private:
-    /// How far the translator's figures differ from ours, relative to them.
-    struct Difference {
-        double counts = 0;
-        double length = 0;
-        double area = 0;
-        double box = 0; ///< of any side, relative to the diagonal
-    };
+    using Difference = GeometryDifference;
     struct Block {
         brep::Count count;
         brep::Measure measure;

@@ -143,8 +143,9 @@ void Receiver::takeGeometry(const ExcBlockGeometry& geometry) {
         throw Failure(exit_code::translatorBroken, "the geometry of " + block + " cannot be restored");
     const std::vector<std::string> faults = m_import.geometry.add(geometry.blockId(), entities);
     api_del_entity_list(entities);
-    for (const std::string& fault : faults) m_host.console.warning("geometry of " + block + ": " + fault);
-    m_host.console.note("geometry of " + block + ": " + m_import.geometry.blockText(geometry.blockId()));
+    const std::string subject = "geometry of " + block + ": ";
+    for (const std::string& fault : faults) m_host.console.warning(subject + fault);
+    m_host.console.note(subject + m_import.geometry.blockText(geometry.blockId()));
 }
 
 void Receiver::load(IExchangeObject& object, const std::wstring& bufferName) {
