@@ -130,6 +130,12 @@ TEST(Compressor, BothContainersGetTheSame) {
     Compressor::decompress(unpacked, packed.data(), packed.size());
     EXPECT_EQ(std::string(packed.begin(), packed.end()), compressed(data));
     EXPECT_EQ(std::string(unpacked.begin(), unpacked.end()), data);
+
+    Compressor::makePlain(packed);
+    const char* const place = packed.data();
+    Compressor::makePlain(packed); // which are plain by now
+    EXPECT_EQ(packed, unpacked);
+    EXPECT_EQ(packed.data(), place) << "plain bytes are not copied";
 }
 
 TEST(Compressor, AnUnknownLevelIsRefused) {

@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include "mp/shared_buffer.h"
 #include "mp/string.h"
 #include "support/case_runner.h"
 #include "support/child_process.h"
@@ -164,7 +165,8 @@ TEST(BlockGeometry, WhatFailsIsLoggedAndNothingThrows) {
 }
 
 TEST(SharedAcisBuffer, IsAStreamWithAPosition) {
-    ExcSharedAcisBuffer buffer(IExchangeObject::generateUUID(), true);
+    const std::wstring name = IExchangeObject::generateUUID();
+    ExcSharedAcisBuffer buffer(name, true);
     EXPECT_EQ(buffer.set_mark(), 0);
     buffer.write("abcdef", 6, 0);
     EXPECT_EQ(buffer.set_mark(), 6);
@@ -182,6 +184,11 @@ TEST(SharedAcisBuffer, IsAStreamWithAPosition) {
     EXPECT_EQ(buffer.set_mark(), -1);
     buffer.cleanUp();
     EXPECT_EQ(buffer.set_mark(), 0);
+
+    buffer.goto_mark(6);
+    mp::SharedBuffer<char>(name, false).setBuffer("\x1F\x8B\x08 damaged", 11);
+    EXPECT_ANY_THROW(buffer.load());
+    EXPECT_EQ(buffer.read(bytes, 8, 0), 0U) << "nothing is left, and nothing beyond it is read";
 }
 
 TEST(ConvexorAttributes, TellTheirClassByLevel) {

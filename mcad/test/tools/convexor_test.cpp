@@ -1,14 +1,6 @@
 // The translator as a host meets it: commands go in, documents come out, over real pipes.
-#include <chrono>
-#include <cmath>
-#include <csignal>
 #include <filesystem>
-#include <fstream>
-#include <functional>
-#include <map>
 #include <memory>
-#include <optional>
-#include <ostream>
 #include <set>
 #include <sstream>
 #include <string>
@@ -16,127 +8,12 @@
 
 #include <gtest/gtest.h>
 
-#include "support/temp_dir.h"
-#include "tools/zeq_run.h"
-#include "transport/translator_process.h"
-#include "transport/utf8.h"
-#include "zeq_api/zeq_api.h"
+#include "tools/convexor_fixture.h"
 
 namespace {
 
 using namespace zeq;
-using transport::TranslatorProcess;
-using Event = TranslatorProcess::Event;
-
-/// Everything that came in answer to one command.
-struct Answer {
-    std::optional<Result> result;
-    std::optional<ConvexorInfo> info;
-    std::shared_ptr<ExcProductStructure> product;
-    std::vector<ExcStageFinished::EStage> finished;
-    std::vector<std::shared_ptr<ExcProgress>> progress;
-    std::wstring log;
-};
-
-/// A running convexor.
-class Translator {
-public:
-    Translator() : m_process(ZEQ_CONVEXOR, m_signals) { std::signal(SIGPIPE, SIG_IGN); }
-
-    TranslatorProcess& process() { return m_process; }
-
-    void send(const std::wstring& text) { m_process.send(text); }
-    void send(const Command& command) {
-        std::wostringstream stream;
-        command.writeObject(stream);
-        send(stream.str());
-    }
-
-    /// Takes documents up to the result, or to the end of the process; `onProgress` sees the progress at
-    /// once.
-    Answer answer(const std::function<void()>& onProgress = {}) {
-        Answer answer;
-        while (!answer.result) {
-            switch (m_process.wait(std::chrono::steady_clock::now() + std::chrono::minutes(2))) {
-            case Event::document:
-                take(m_process.document(), answer);
-                if (onProgress && !answer.progress.empty()) onProgress();
-                break;
-            case Event::ended:
-                return answer;
-            case Event::deadline:
-                ADD_FAILURE() << "the translator fell silent";
-                return answer;
-            default:
-                break;
-            }
-        }
-        return answer;
-    }
-
-    /// Waits for the end of the process; answers that still come are taken along.
-    bool endsInOrder() {
-        for (;;) {
-            const Event event = m_process.wait(std::chrono::steady_clock::now() + std::chrono::minutes(2));
-            if (event == Event::ended) return m_process.succeeded();
-            if (event == Event::deadline) return false;
-        }
-    }
-
-private:
-    template <class Document>
-    static void read(const std::wstring& text, Document& document) {
-        std::wistringstream stream(text);
-        document.readObject(stream);
-    }
-
-    static void take(const std::wstring& text, Answer& answer) {
-        if (text.find(L"\"exchange_object_name\"") == text.npos) {
-            if (text.find(L"\"code\"") != text.npos)
-                read(text, answer.result.emplace());
-            else
-                read(text, answer.info.emplace());
-            return;
-        }
-        ExchangeObjectWrapper wrapper;
-        read(text, wrapper);
-        if (const auto progress = std::dynamic_pointer_cast<ExcProgress>(wrapper.get()))
-            answer.progress.push_back(progress);
-        else if (const auto line = std::dynamic_pointer_cast<ExcLog>(wrapper.get()))
-            answer.log += line->get() + L"\n";
-        else if (const auto stage = std::dynamic_pointer_cast<ExcStageFinished>(wrapper.get()))
-            answer.finished.push_back(stage->stage());
-        else if (const auto product = std::dynamic_pointer_cast<ExcProductStructure>(wrapper.get()))
-            answer.product = product;
-        else if (const auto geometry = std::dynamic_pointer_cast<ExcBlockGeometry>(wrapper.get()))
-            geometry->load(); // which removes the buffer in the end
-    }
-
-    transport::SignalPipe m_signals{SIGCHLD};
-    TranslatorProcess m_process;
-};
-
-Command simpleCommand(Command::EType type) {
-    Command command;
-    command.setType(type);
-    return command;
-}
-
-Command importCommand(const std::filesystem::path& file, bool withMiscData = true) {
-    Command command = simpleCommand(Command::EType::import);
-    const auto options = Command::newImportOptions();
-    options->setFile(transport::fromUtf8(file.string()));
-    options->setTranslateMiscData(withMiscData);
-    command.setImportOptions(options);
-    return command;
-}
-
-/// An option group with one setting; with an empty key it has its defaults.
-std::wstring optionGroup(const std::wstring& operation, const std::wstring& format,
-                         const std::wstring& key = {}, const std::wstring& value = {}) {
-    return LR"({"operation_type":")" + operation + LR"(","format_type":")" + format + LR"(",")" + key +
-           LR"(":")" + value + LR"("})";
-}
+using namespace zeq::test;
 
 std::wstring colorText(const ExcColor& color) {
     using enum ExcColor::EChannel;
@@ -145,61 +22,6 @@ std::wstring colorText(const ExcColor& color) {
                         std::to_wstring(color[blue]);
     return color.hasAlpha() ? text + L"," + std::to_wstring(color[alpha]) : text;
 }
-
-/// "group.property" to "value unit".
-std::map<std::wstring, std::wstring> properties(const ExcMiscData& data) {
-    std::map<std::wstring, std::wstring> result;
-    for (const ExcMiscPropertiesGroup& group : data.groups())
-        for (const ExcMiscProperty& property : group.properties())
-            result[group.name() + L"." + property.name()] =
-                property.value() + (property.unit().empty() ? L"" : L" " + property.unit());
-    return result;
-}
-
-class Convexor : public testing::Test {
-protected:
-    static void SetUpTestSuite() {
-        s_dir = new test::TempDir;
-        ASSERT_EQ(test::runProgram({ZEQ_SAMPLES, s_dir->path().string()}).exitCode, 0);
-    }
-    static void TearDownTestSuite() {
-        delete s_dir;
-        s_dir = nullptr;
-    }
-
-    static std::filesystem::path sample(const std::string& name) { return s_dir->path() / name; }
-    static std::filesystem::path write(const std::string& name, const std::string& content) {
-        std::ofstream(sample(name), std::ios::binary) << content;
-        return sample(name);
-    }
-    static std::string contentOf(const std::string& name) {
-        std::ostringstream content;
-        content << std::ifstream(sample(name), std::ios::binary).rdbuf();
-        return content.str();
-    }
-
-    /// What a translator of its own answers to an import with these option groups, the elements of a JSON
-    /// array.
-    static Answer importWith(const std::filesystem::path& file, const std::wstring& groups,
-                             bool withMiscData = true) {
-        Command command = importCommand(file, withMiscData);
-        JsonDocument array;
-        array.Parse((L"[" + groups + L"]").c_str());
-        EXPECT_FALSE(array.HasParseError()) << transport::toUtf8(groups);
-        for (const JsonValue& group : array.GetArray())
-            command.importOptions()->setFormatOptions(IFormatOptions::readOptions(group));
-        Translator translator;
-        translator.send(command);
-        Answer answer = translator.answer();
-        EXPECT_TRUE(answer.product) << file;
-        return answer;
-    }
-    static std::shared_ptr<ExcProductStructure> import(const std::filesystem::path& file) {
-        return importWith(file, {}).product;
-    }
-
-    static inline test::TempDir* s_dir = nullptr;
-};
 
 TEST_F(Convexor, AnswersCommandsInTheOrderInWhichTheyWait) {
     Translator translator;
@@ -290,124 +112,6 @@ TEST_F(Convexor, GivesEachInstanceItsBlockNameColourAndVisibility) {
                 EXPECT_EQ(reference->isHidden(), row.hidden);
             }
         EXPECT_EQ(matches, 1) << transport::toUtf8(row.instance);
-    }
-}
-
-TEST_F(Convexor, PlacesATurnedInstance) {
-    const auto product = import(sample("bench_vise.stp"));
-    for (const ExcBlockPtr& block : product->blocks())
-        for (const ExcBlockReferencePtr& reference : block->blockReferences()) {
-            if (reference->name() != L"Fastener 2") continue;
-            // A quarter turn about z takes the x axis of the child to the y axis of the parent.
-            const ExcTransformation& placement = reference->transformation();
-            const double expected[3][3] = {{0, -1, 0}, {1, 0, 0}, {0, 0, 1}};
-            for (std::size_t row = 0; row < 3; ++row) {
-                EXPECT_NEAR(placement.affine()[row].x(), expected[row][0], 1e-12);
-                EXPECT_NEAR(placement.affine()[row].y(), expected[row][1], 1e-12);
-                EXPECT_NEAR(placement.affine()[row].z(), expected[row][2], 1e-12);
-            }
-            EXPECT_NEAR(placement.translation().x(), -95, 1e-9);
-            EXPECT_NEAR(placement.translation().y(), 40, 1e-9);
-            EXPECT_NEAR(placement.translation().z(), 18, 1e-9);
-            return;
-        }
-    FAIL() << "no Fastener 2";
-}
-
-TEST_F(Convexor, CarriesMiscDataWhenAskedTo) {
-    const auto product = import(sample("bench_vise.stp"));
-    for (const ExcBlockPtr& block : product->blocks()) {
-        if (block->name() != L"Washer 10") continue;
-        const auto found = properties(block->miscData());
-        EXPECT_EQ(found.at(L"Material.Name"), L"C45E");
-        EXPECT_EQ(found.at(L"Material.Description"), L"Quenched and tempered steel");
-        EXPECT_EQ(found.at(L"Material.Density"), L"7.85 g/cm^3");
-        EXPECT_EQ(found.at(L"Layers.Layer"), L"Fasteners");
-        // pi * (10^2 - 5.25^2) * 2
-        EXPECT_NEAR(std::stod(found.at(L"Validation properties.Volume")), 455.138, 0.001);
-        EXPECT_EQ(std::stod(found.at(L"Validation properties.Centroid z")), -1);
-        for (const ExcMiscPropertiesGroup& group : block->miscData().groups())
-            for (const ExcMiscProperty& property : group.properties())
-                if (property.name() == L"Density") {
-                    EXPECT_EQ(property.type(), ExcMiscProperty::EType::double_);
-                    EXPECT_EQ(property.valueType(), ExcMiscProperty::EValueType::density);
-                }
-    }
-    const struct {
-        std::wstring mode;
-        bool flag;
-        bool arrives;
-    } rows[] = {
-        {L"unknown", false, false}, {L"all", false, true}, {L"unknown", true, true}, {L"none", true, false}};
-    for (const auto& [mode, flag, arrives] : rows) {
-        const Answer answer =
-            importWith(sample("jaw_plate.stp"),
-                       optionGroup(L"options", L"mechanical", L"misc_data_processing_mode", mode), flag);
-        EXPECT_EQ(answer.product->blocks()[0]->miscData().isEmpty(), !arrives) << transport::toUtf8(mode);
-    }
-}
-
-TEST_F(Convexor, GivesLengthsInTheUnitThatIsAskedFor) {
-    using enum ELengthUnitType;
-    const auto writeIn = [](const char* unit, const char* file, const char* from, int count) {
-        std::string text = contentOf("bench_vise.stp");
-        const std::string millimeter = "SI_UNIT(.MILLI.,.METRE.)";
-        for (auto at = text.find(from); count-- > 0 && (at = text.find(millimeter, at)) != text.npos;)
-            text.replace(at, millimeter.size(), unit);
-        return write(file, text);
-    };
-    const auto vise = sample("bench_vise.stp");
-    const auto centi = writeIn("SI_UNIT(.CENTI.,.METRE.)", "centi.stp", "", 100);
-    const auto hecto = writeIn("SI_UNIT(.HECTO.,.METRE.)", "hecto.stp", "", 100);
-    const auto mixed =
-        writeIn("SI_UNIT(.CENTI.,.METRE.)", "mixed.stp", "PRODUCT('Base'", 1); // the base alone
-    const struct {
-        std::filesystem::path file;
-        double fileUnit; ///< in millimetres
-        std::wstring asked;
-        double givenUnit; ///< in millimetres
-        std::wstring symbol;
-        ELengthUnitType given;
-        bool isFallback = false;
-    } rows[] = {
-        {vise, 1, L"unknown", 1, L"mm", millimeter},
-        {vise, 1, L"model_unit", 1, L"mm", millimeter},
-        {vise, 1, L"inch", 25.4, L"in", inch},
-        {vise, 1, L"meter", 1000, L"m", meter},
-        {vise, 1, L"nanometer", 1e-6, L"nm", nanometer},
-        {centi, 10, L"unknown", 1, L"mm", millimeter},
-        {centi, 10, L"model_unit", 10, L"cm", centimeter},
-        {centi, 10, L"foot", 304.8, L"ft", foot},
-        {hecto, 1e5, L"model_unit", 1, L"mm", millimeter, true},
-        {mixed, 1, L"model_unit", 1, L"mm", millimeter, true},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.file.string() + " in " + transport::toUtf8(row.asked));
-        const Answer answer =
-            importWith(row.file, optionGroup(L"options", L"modeler", L"length_unit_type", row.asked));
-        EXPECT_EQ(answer.product->units(), row.given);
-        EXPECT_EQ(answer.log.find(L"no single unit of length") != answer.log.npos, row.isFallback);
-        const double factor = row.fileUnit / row.givenUnit;
-        int matches = 0;
-        for (const ExcBlockPtr& block : answer.product->blocks()) {
-            for (const ExcBlockReferencePtr& reference : block->blockReferences())
-                if (reference->name() == L"Fastener 2") {
-                    const ExcTransformation& placement = reference->transformation();
-                    EXPECT_NEAR(placement.translation().x(), -95 * factor, factor * 1e-12);
-                    EXPECT_NEAR(placement.translation().z(), 18 * factor, factor * 1e-12);
-                    EXPECT_NEAR(placement.affine()[0].y(), -1, 1e-12);
-                    ++matches;
-                }
-            if (block->name() != L"Washer 10") continue;
-            auto found = properties(block->miscData());
-            const std::wstring volume = found[L"Validation properties.Volume"];
-            EXPECT_NEAR(std::stod(volume) / std::pow(factor, 3), 455.138, 0.001);
-            EXPECT_EQ(volume.substr(volume.find(L' ') + 1), row.symbol + L"^3");
-            EXPECT_NEAR(std::stod(found[L"Validation properties.Centroid z"]) / factor, -1, 1e-12);
-            EXPECT_EQ(found[L"Material.Density"], L"7.85 g/cm^3");
-            ++matches;
-        }
-        EXPECT_EQ(matches, 2);
     }
 }
 
@@ -515,21 +219,6 @@ TEST_F(Convexor, DoesTheSameForGroupsWithTheirDefaults) {
         EXPECT_TRUE(structure == expected) << file;
         EXPECT_EQ(with.log, without.log) << file;
     }
-}
-
-TEST_F(Convexor, GivesADensityTheMassUnitOfItsFile) {
-    std::string text = contentOf("jaw_plate.stp");
-    const auto replace = [&text](const std::string& from, const std::string& to) {
-        const auto found = text.find(from);
-        ASSERT_NE(found, text.npos) << from;
-        text.replace(found, from.size(), to);
-    };
-    replace("POSITIVE_RATIO_MEASURE(7.85)", "POSITIVE_RATIO_MEASURE(7850.)");
-    replace("MASS_UNIT() NAMED_UNIT(*) SI_UNIT($,.GRAM.)",
-            "MASS_UNIT() NAMED_UNIT(*) SI_UNIT(.KILO.,.GRAM.)");
-    replace("SI_UNIT(.CENTI.,.METRE.)", "SI_UNIT($,.METRE.)");
-    const auto product = import(write("kilograms.stp", text));
-    EXPECT_EQ(properties(product->blocks()[0]->miscData()).at(L"Material.Density"), L"7.85 g/cm^3");
 }
 
 TEST_F(Convexor, ReadsNamesInALocalCodePage) {
@@ -669,7 +358,7 @@ class LongImport : public Convexor {
 protected:
     static void SetUpTestSuite() {
         Convexor::SetUpTestSuite();
-        ASSERT_EQ(test::runProgram({ZEQ_SAMPLES, s_dir->path().string(), "--instances", "5000"}).exitCode, 0);
+        ASSERT_EQ(runProgram({ZEQ_SAMPLES, s_dir->path().string(), "--instances", "5000"}).exitCode, 0);
     }
     static std::filesystem::path lattice() { return sample("lattice_5000.stp"); }
 };

@@ -55,8 +55,9 @@ bs_knots knots(int degree, const Array& flat) {
     return result;
 }
 
-bs3_curve bspline(const Geom_BSplineCurve& curve) {
-    bs3_curve result;
+template <class Result, class Curve>
+Result bsplineCurve(const Curve& curve) {
+    Result result;
     result.u = knots(curve.Degree(), curve.KnotSequence());
     result.u.closure = curve.IsClosed() ? bs_closed : bs_open;
     for (int i = 1; i <= curve.NbPoles(); ++i) {
@@ -65,17 +66,8 @@ bs3_curve bspline(const Geom_BSplineCurve& curve) {
     }
     return result;
 }
-
-bs2_curve bspline(const Geom2d_BSplineCurve& curve) {
-    bs2_curve result;
-    result.u = knots(curve.Degree(), curve.KnotSequence());
-    result.u.closure = curve.IsClosed() ? bs_closed : bs_open;
-    for (int i = 1; i <= curve.NbPoles(); ++i) {
-        result.controls.push_back({curve.Pole(i).X(), curve.Pole(i).Y()});
-        if (curve.IsRational()) result.weights.push_back(curve.Weight(i));
-    }
-    return result;
-}
+bs3_curve bspline(const Geom_BSplineCurve& curve) { return bsplineCurve<bs3_curve>(curve); }
+bs2_curve bspline(const Geom2d_BSplineCurve& curve) { return bsplineCurve<bs2_curve>(curve); }
 
 bs3_surface bspline(const Geom_BSplineSurface& surface) {
     bs3_surface result;

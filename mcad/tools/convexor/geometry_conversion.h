@@ -5,6 +5,7 @@
 #include <TopoDS_Edge.hxx>
 #include <TopoDS_Face.hxx>
 #include <gp_Pnt.hxx>
+#include <gp_Pnt2d.hxx>
 
 #include "convexor/geometry_builder.h"
 #include "platform/acis/acis.h"
@@ -12,6 +13,7 @@
 namespace zeq::convexor {
 
 inline SPAposition position(const gp_Pnt& p) { return {p.X(), p.Y(), p.Z()}; }
+inline SPApar_pos position(const gp_Pnt2d& p) { return {p.X(), p.Y()}; }
 
 /// A surface of the kernel, and what became of the original on the way.
 struct Support {

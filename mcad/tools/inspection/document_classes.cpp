@@ -16,8 +16,7 @@ Fit fit(const JsonValue& document, const json::FormInfo& form) {
     const auto* object = std::get_if<json::ObjectShape>(&shape.is);
     if (!object) return {};
     const auto isThere = [&document](const json::MemberShape& member) {
-        return document.HasMember(JsonValue(
-            rapidjson::StringRef(member.key.data(), static_cast<rapidjson::SizeType>(member.key.size()))));
+        return json::findMember(document, member.key) != nullptr;
     };
     const auto count = [&](auto counts) { return std::ranges::count_if(object->members, counts); };
     const auto known = count(isThere);

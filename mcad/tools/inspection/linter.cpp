@@ -314,16 +314,14 @@ void Linter::checkName(const JsonValue& value, const json::NameShape& shape, con
 /// The alternative whose conditions the members of `object` fulfil; null when there is none.
 const json::Alternative* choose(const ChoiceShape& choice, const JsonValue& object) {
     const auto holds = [&object](const json::Condition& condition) {
-        const auto member = object.FindMember(JsonValue(rapidjson::StringRef(
-            condition.key.data(), static_cast<rapidjson::SizeType>(condition.key.size()))));
-        if (member == object.MemberEnd()) return false;
-        const JsonValue& value = member->value;
+        const JsonValue* value = json::findMember(object, condition.key);
+        if (!value) return false;
         if (const bool* boolean = std::get_if<bool>(&condition.value))
-            return value.IsBool() && value.GetBool() == *boolean;
-        if (!value.IsString()) return false;
+            return value->IsBool() && value->GetBool() == *boolean;
+        if (!value->IsString()) return false;
         const auto& expected = std::get<std::wstring>(condition.value);
-        return condition.names ? condition.names->valueOf(wide(value)) == condition.names->valueOf(expected)
-                               : wide(value) == expected;
+        return condition.names ? condition.names->valueOf(wide(*value)) == condition.names->valueOf(expected)
+                               : wide(*value) == expected;
     };
     const auto found = std::ranges::find_if(choice.alternatives, [&](const json::Alternative& alternative) {
         return std::ranges::all_of(alternative.conditions, holds);
@@ -335,7 +333,7 @@ const json::Alternative* choose(const ChoiceShape& choice, const JsonValue& obje
 std::string answers(const ChoiceShape& choice, const JsonValue& object) {
     std::string text;
     for (const json::Condition& condition : choice.alternatives.back().conditions) { // the most general
-        const JsonValue* name = findString(object, std::wstring(condition.key).c_str());
+        const JsonValue* name = findString(object, condition.key);
         text += (text.empty() ? "" : " and ") + inQuotes(condition.key) +
                 (name ? " is " + inQuotes(wide(*name)) : std::string(" is missing"));
     }
@@ -365,9 +363,7 @@ void Linter::visitChoice(const JsonValue& value, const ChoiceShape& choice, cons
 
 void Linter::checkRequired(const Frame& place, const ObjectShape& object) {
     for (const MemberShape& member : object.members) {
-        if (!member.isRequired) continue;
-        const auto isSame = [&member](const auto& other) { return member.key == keyOf(other); };
-        if (std::ranges::any_of(place.value->GetObject(), isSame)) continue;
+        if (!member.isRequired || json::findMember(*place.value, member.key)) continue;
         const auto* choice = std::get_if<ChoiceShape>(&member.shape.is);
         if (choice && !choose(*choice, *place.value)) continue;
         report(Severity::error, place.pointer,
@@ -433,11 +429,7 @@ void openSharedBuffer(const std::wstring& name, JsonDocument& content) {
         throw std::runtime_error("there is none of that name");
     std::vector<char> bytes;
     mp::SharedBuffer<char>(name, false).get(bytes);
-    if (Compressor::isCompressed(bytes.data(), bytes.size())) {
-        std::vector<char> plain;
-        Compressor::decompress(plain, bytes.data(), bytes.size());
-        bytes.swap(plain);
-    }
+    Compressor::makePlain(bytes);
     JsonBinaryIO::decode(bytes.data(), bytes.size(), content, content.GetAllocator());
 }
 

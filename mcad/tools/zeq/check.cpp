@@ -10,6 +10,7 @@
 #include "zeq/class_argument.h"
 #include "zeq/failure.h"
 #include "zeq/json_file.h"
+#include "zeq_api/json/dom_model.h"
 
 namespace zeq::host {
 
@@ -17,13 +18,6 @@ namespace {
 
 using inspection::Finding;
 using inspection::Severity;
-
-/// A member of the document; null when there is none.
-const JsonValue* find(const JsonValue& object, const wchar_t* key) {
-    if (!object.IsObject()) return nullptr;
-    const auto member = object.FindMember(key);
-    return member == object.MemberEnd() ? nullptr : &member->value;
-}
 
 /// One file with what was found in it.
 class CheckedFile {
@@ -34,8 +28,8 @@ public:
         JsonDocument document;
         std::string problem;
         if (!readJsonFile(m_path, signals, document, problem)) return add(problem);
-        const JsonValue* documents = find(document, L"documents");
-        const JsonValue* contents = find(document, L"contents");
+        const JsonValue* documents = json::findMember(document, L"documents");
+        const JsonValue* contents = json::findMember(document, L"contents");
         if (!m_form && documents && contents && documents->IsArray() && contents->IsArray())
             checkReport(*documents, *contents);
         else
@@ -97,7 +91,7 @@ void CheckedFile::checkReport(const JsonValue& documents, const JsonValue& conte
     const auto open = [&contents](const std::wstring& name, JsonDocument& content) {
         for (const JsonValue& entry : contents.GetArray()) {
             const JsonValue* buffer = findString(entry, L"buffer");
-            const JsonValue* data = find(entry, L"data");
+            const JsonValue* data = json::findMember(entry, L"data");
             if (!buffer || !data || name != std::wstring(buffer->GetString(), buffer->GetStringLength()))
                 continue;
             content.CopyFrom(*data, content.GetAllocator());

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "zeq/failure.h"
+#include "zeq_api/json/dom_model.h"
 #include "zeq_api/json/enum_names.h"
 #include "zeq_api/json/text_io.h"
 
@@ -11,11 +12,7 @@ namespace zeq::host {
 
 namespace {
 
-const JsonValue* member(const JsonValue& object, const wchar_t* key) {
-    if (!object.IsObject()) return nullptr;
-    const auto found = object.FindMember(key);
-    return found == object.MemberEnd() ? nullptr : &found->value;
-}
+using json::findMember;
 
 std::wstring textOf(const JsonValue& object, const wchar_t* key) {
     const JsonValue* text = findString(object, key);
@@ -31,17 +28,17 @@ Document::Document(std::wstring text) : m_text(std::move(text)) {
 }
 
 EDocument Document::kind() const {
-    if (member(m_json, L"exchange_object_name")) return EDocument::exchangeObject;
-    if (member(m_json, L"name") && member(m_json, L"modeler_version")) return EDocument::convexorInfo;
-    return member(m_json, L"code") ? EDocument::result : EDocument::unknown;
+    if (findMember(m_json, L"exchange_object_name")) return EDocument::exchangeObject;
+    if (findMember(m_json, L"name") && findMember(m_json, L"modeler_version")) return EDocument::convexorInfo;
+    return findMember(m_json, L"code") ? EDocument::result : EDocument::unknown;
 }
 
 std::wstring Document::objectName() const { return textOf(m_json, L"exchange_object_name"); }
 
 std::wstring Document::bufferName() const {
-    const JsonValue* data = member(m_json, L"exchange_object_data");
+    const JsonValue* data = findMember(m_json, L"exchange_object_data");
     if (!data) return {};
-    const JsonValue* binary = member(m_json, L"binary");
+    const JsonValue* binary = findMember(m_json, L"binary");
     if (binary && binary->IsTrue()) return textOf(m_json, L"exchange_object_data");
     return textOf(*data, L"shared_acis_buffer_name"); // block geometry names its buffer inside its data
 }

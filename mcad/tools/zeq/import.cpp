@@ -125,11 +125,7 @@ void Receiver::writeImage(std::uint64_t blockId, const std::wstring& bufferName)
         throw Failure(exit_code::inputOutput, cannot("make the directory", directory, error.message()));
     std::vector<char> bytes;
     mp::SharedBuffer<char>(bufferName, false).get(bytes);
-    if (Compressor::isCompressed(bytes.data(), bytes.size())) {
-        std::vector<char> plain;
-        Compressor::decompress(plain, bytes.data(), bytes.size());
-        bytes.swap(plain);
-    }
+    Compressor::makePlain(bytes);
     const fs::path path = fs::path(directory) / ("block_" + std::to_string(blockId) + ".sab");
     Output file(path.string(), m_host.settings.force, m_host.signals);
     file.write({bytes.data(), bytes.size()});

@@ -9,6 +9,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string_view>
+#include <utility>
 
 #include <zlib.h>
 #if ZEQ_WITH_ISAL
@@ -194,6 +195,19 @@ bool Compressor::isCompressed(const char* data, std::size_t size) {
     using namespace std::string_view_literals;
     return magic == "\x1F\x8B"sv || magic == "\x78\x01"sv || magic == "\x78\x5E"sv || magic == "\x78\x9C"sv ||
            magic == "\x78\xDA"sv;
+}
+
+void Compressor::makePlain(std::vector<char>& bytes) {
+    if (!isCompressed(bytes.data(), bytes.size())) return;
+    const std::vector<char> compressed = std::exchange(bytes, {});
+    decompress(bytes, compressed.data(), compressed.size());
+}
+
+void Compressor::makePlain(std::string& out, const std::vector<char>& bytes) {
+    if (isCompressed(bytes.data(), bytes.size()))
+        decompress(out, bytes.data(), bytes.size());
+    else
+        out.assign(bytes.data(), bytes.size());
 }
 
 } // namespace zeq

@@ -22,6 +22,12 @@ public:
 
     /// Whether the data begin as gzip or zlib data do.
     static bool isCompressed(const char* data, std::size_t size);
+
+    /// Replaces bytes that isCompressed() by what they hold; all others stay where they are.
+    /// @throws std::runtime_error as decompress() does
+    static void makePlain(std::vector<char>& bytes);
+    /// The same from `bytes` into `out`.
+    static void makePlain(std::string& out, const std::vector<char>& bytes);
 };
 
 } // namespace zeq

@@ -69,11 +69,8 @@ void ExcSharedAcisBuffer::load() {
     std::vector<char> bytes;
     m_sharedBuffer->get(bytes);
     m_sharedBuffer.reset();
-    if (Compressor::isCompressed(bytes.data(), bytes.size()))
-        Compressor::decompress(m_content, bytes.data(), bytes.size());
-    else
-        m_content.assign(bytes.begin(), bytes.end());
-    m_readAt = m_writeAt = 0;
+    m_readAt = m_writeAt = 0; // also where the content ends, should it be damaged
+    Compressor::makePlain(m_content, bytes);
 }
 
 void ExcSharedAcisBuffer::cleanUp() {

@@ -19,10 +19,8 @@ std::vector<char> takeBuffer(const std::wstring& name) {
     const mp::SharedBuffer<char> buffer(name, true);
     std::vector<char> bytes;
     buffer.get(bytes);
-    if (!Compressor::isCompressed(bytes.data(), bytes.size())) return bytes;
-    std::vector<char> plain;
-    Compressor::decompress(plain, bytes.data(), bytes.size());
-    return plain;
+    Compressor::makePlain(bytes);
+    return bytes;
 }
 
 } // namespace

@@ -20,6 +20,10 @@ const JsonValue* DomMembers::find(std::wstring_view key) {
     return nullptr;
 }
 
+const JsonValue* findMember(const JsonValue& object, std::wstring_view key) {
+    return object.IsObject() ? DomMembers(object).find(key) : nullptr;
+}
+
 Kind DomView::kind() const {
     switch (m_value->GetType()) {
     case rapidjson::kNullType:

@@ -34,6 +34,9 @@ private:
     JsonValue::ConstMemberIterator m_end;
 };
 
+/// One look-up by itself; null, too, when `object` is no object.
+const JsonValue* findMember(const JsonValue& object, std::wstring_view key);
+
 /// Reads one value of the document model. Each `take` tells whether the value is of that type, and only then
 /// assigns: the integer types by the range that holds the number, a double only from a floating-point number.
 class DomView {

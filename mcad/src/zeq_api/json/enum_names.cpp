@@ -1,6 +1,8 @@
 // The one table class under all enumeration names.
 #include "zeq_api/json/enum_names.h"
 
+#include "zeq_api/json/dom_model.h"
+
 namespace zeq {
 
 EnumTable::EnumTable(const char* enumeration, std::span<const EnumEntry> entries)
@@ -21,10 +23,9 @@ int EnumTable::valueOf(const std::wstring& name) const {
     return (found != m_values.end() ? found : m_values.begin())->second;
 }
 
-const JsonValue* findString(const JsonValue& object, const wchar_t* key) {
-    if (!object.IsObject()) return nullptr;
-    const auto member = object.FindMember(key);
-    return member != object.MemberEnd() && member->value.IsString() ? &member->value : nullptr;
+const JsonValue* findString(const JsonValue& object, std::wstring_view key) {
+    const JsonValue* member = json::findMember(object, key);
+    return member && member->IsString() ? member : nullptr;
 }
 
 } // namespace zeq

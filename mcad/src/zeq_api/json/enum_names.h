@@ -5,6 +5,7 @@
 #include <map>
 #include <span>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 
@@ -88,7 +89,7 @@ E enumFromString(const std::wstring& name) {
 }
 
 /// The string member `key` of `object`; null when there is none.
-const JsonValue* findString(const JsonValue& object, const wchar_t* key);
+const JsonValue* findString(const JsonValue& object, std::wstring_view key);
 
 /// Sets `out` from the string member `key` of `object`.
 /// @return false, leaving `out` alone, if `object` is no object or has no such string member
