@@ -265,5 +265,23 @@ TEST(Checks, FindFaults) {
     EXPECT_EQ(host::GeometryReport().add(1, box.list), Faults{"1 face lies outside of their boundary"});
 }
 
+TEST(Measures, OfDamagedBodiesComeToAnEnd) {
+    int measured = 0;
+    for (const char* const name : {"mirrored cone", "cut torus", "hill with a hole"}) {
+        const Entities entities(convexor::buildBody(shapeNamed(name), 1));
+        const std::string image = test::saved(entities.list);
+        for (std::size_t at = 100; at < image.size(); at += 11) {
+            test::MemoryFile file(image);
+            file.bytes[at] = static_cast<char>(~file.bytes[at]);
+            Entities damaged;
+            if (!api_restore_entity_list_file(&file, damaged.list).ok()) continue;
+            brep::measure(damaged.list);
+            brep::check(damaged.list);
+            ++measured;
+        }
+    }
+    EXPECT_GT(measured, 100);
+}
+
 } // namespace
 } // namespace zeq

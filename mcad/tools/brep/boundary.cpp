@@ -98,8 +98,10 @@ SPApar_pos BoundaryPiece::eval(double t, SPApar_vec* derivative) const {
         return uv + m_moved;
     }
     const double part = (t - m_breaks.front()) / (m_breaks.back() - m_breaks.front());
-    const auto index = static_cast<std::size_t>(part * static_cast<double>(m_polyline.size()));
-    return inverted(t, m_polyline[std::min(index, m_polyline.size() - 1)], derivative);
+    const auto count = static_cast<double>(m_polyline.size());
+    // A range of no length makes that not a number.
+    const double index = part > 0 ? std::min(part * count, count - 1) : 0;
+    return inverted(t, m_polyline[static_cast<std::size_t>(index)], derivative);
 }
 
 SPApar_pos BoundaryPiece::inverted(double t, const SPApar_pos& near, SPApar_vec* derivative) const {

@@ -21,11 +21,11 @@ double signChange(const Function& function, double from, double to) {
     return (from + to) / 2;
 }
 
-/// Parameters of a direction of a B-spline: several in every span.
+/// Parameters of a direction of a B-spline: several in every span, unless the spans are many.
 std::vector<double> samples(const bs_knots& knots) {
-    constexpr int inSpan = 4;
     const SPAinterval range = knots.range();
     const std::vector<double> breaks = breaksBetween(range.start_pt(), range.end_pt(), knots.knots);
+    const int inSpan = breaks.size() < 65 ? 4 : breaks.size() < 257 ? 2 : 1;
     std::vector<double> samples;
     for (std::size_t i = 1; i < breaks.size(); ++i)
         for (int j = 0; j < inSpan; ++j)
@@ -58,8 +58,7 @@ SPApar_pos climb(const SPLINE& surface, const SPAvector& direction, SPApar_pos u
         if (!(determinant > 0)) break;
         const double moveU = (mixed * here.dv - vv * here.du) / determinant;
         const double moveV = (mixed * here.du - uu * here.dv) / determinant;
-        uv = {std::clamp(uv.u + moveU, u.start_pt(), u.end_pt()),
-              std::clamp(uv.v + moveV, v.start_pt(), v.end_pt())};
+        uv = {clamped(uv.u + moveU, u), clamped(uv.v + moveV, v)};
         if (std::abs(moveU) < 1e-10 * u.length() && std::abs(moveV) < 1e-10 * v.length()) break;
     }
     return uv;

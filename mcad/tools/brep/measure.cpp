@@ -78,7 +78,7 @@ std::optional<double> areaOf(const SURFACE& surface, const Boundary& boundary) {
     const SPApar_vec winding = boundary.winding();
     const auto isZero = [](double value) { return std::abs(value) < 1e-6; };
     if (!isZero(winding.du)) return std::nullopt;
-    double base = std::clamp(0.0, u.start_pt(), u.end_pt());
+    double base = clamped(0, u);
     if (!isZero(winding.dv)) {
         // The loops run around a point to which the surface degenerates, and the face reaches up to it.
         base = boundary.reachesRightEnd() ? u.end_pt() : u.start_pt();

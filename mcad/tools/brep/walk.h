@@ -1,6 +1,8 @@
 // Ways through the topology of bodies. What was restored has sound chains and rings, so they end.
 #pragma once
 
+#include <algorithm>
+
 #include "platform/acis/acis.h"
 
 namespace zeq::brep {
@@ -40,6 +42,11 @@ struct CurveRange {
 inline CurveRange rangeOf(const EDGE& edge) {
     const double sign = edge.sense() == FORWARD ? 1 : -1;
     return {sign * edge.start_param(), sign * edge.end_param()};
+}
+
+/// The value of a range that is nearest to another one. The range may be the wrong way round.
+inline double clamped(double value, const SPAinterval& range) {
+    return std::max(range.start_pt(), std::min(value, range.end_pt()));
 }
 
 } // namespace zeq::brep
