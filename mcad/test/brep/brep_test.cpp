@@ -270,7 +270,7 @@ TEST(Measures, OfDamagedBodiesComeToAnEnd) {
     for (const char* const name : {"mirrored cone", "cut torus", "hill with a hole"}) {
         const Entities entities(convexor::buildBody(shapeNamed(name), 1));
         const std::string image = test::saved(entities.list);
-        for (std::size_t at = 100; at < image.size(); at += 11) {
+        for (std::size_t at = 100; at < image.size(); at += image.size() / 60) {
             test::MemoryFile file(image);
             file.bytes[at] = static_cast<char>(~file.bytes[at]);
             Entities damaged;
@@ -280,7 +280,7 @@ TEST(Measures, OfDamagedBodiesComeToAnEnd) {
             ++measured;
         }
     }
-    EXPECT_GT(measured, 100);
+    EXPECT_GT(measured, 50);
 }
 
 } // namespace

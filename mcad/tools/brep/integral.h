@@ -43,7 +43,7 @@ Integrand(Function, std::vector<double>) -> Integrand<Function>;
 template <class Function>
 double integral(const std::vector<Integrand<Function>>& integrands) {
     constexpr double precision = 1e-11;
-    constexpr int mostHalvings = 8;
+    constexpr int mostHalvings = 6;
     std::vector<double> wholes;
     double magnitude = 0;
     for (const auto& [function, breaks] : integrands)

@@ -53,7 +53,7 @@ private:
         const double whole = gaussIntegral(rate, from, to);
         // Finer than what is integrated over it; for analytic surfaces the first attempt is fine enough.
         constexpr double precision = 1e-12;
-        constexpr int mostHalvings = 8;
+        constexpr int mostHalvings = 4;
         return m_isSpline ? refinedIntegral(rate, from, to, whole, precision * whole, mostHalvings) : whole;
     }
 
