@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "acis/image_text.h"
 #include "acis/memory_file.h"
 
 namespace zeq {
@@ -23,10 +24,9 @@ std::vector<const ATTRIB*> chain(const ENTITY& owner) {
     return result;
 }
 
-ATTRIB* attributeWith(ENTITY* owner, copy_owner_action action, double red) {
-    auto* attribute = ACIS_NEW ATTRIB_RGB(owner, red);
-    attribute->set_copy_owner_action(action);
-    return attribute;
+void addAttribute(ENTITY* owner, copy_owner_action action, double red) {
+    ACIS_NEW ATTRIB_RGB(owner, red);
+    owner->attrib()->set_copy_owner_action(action);
 }
 
 TEST(Attributes, AreChainedAndUnhooked) {
@@ -46,11 +46,11 @@ TEST(Attributes, AreChainedAndUnhooked) {
 
 TEST(Attributes, AreCopiedByTheirOwnerActions) {
     auto* body = ACIS_NEW BODY;
-    attributeWith(body, CopyKeep, 1);
-    attributeWith(body, CopyCopy, 2);
-    attributeWith(body, CopyLose, 3);
-    attributeWith(body, CopyCopy, 4);
-    attributeWith(body, CopyKeep, 5);
+    addAttribute(body, CopyKeep, 1);
+    addAttribute(body, CopyCopy, 2);
+    addAttribute(body, CopyLose, 3);
+    addAttribute(body, CopyCopy, 4);
+    addAttribute(body, CopyKeep, 5);
     ENTITY* copy = nullptr;
     ASSERT_TRUE(api_copy_entity(body, copy).ok());
     auto colours = [](const ENTITY& owner) {
@@ -64,6 +64,43 @@ TEST(Attributes, AreCopiedByTheirOwnerActions) {
     EXPECT_EQ(ATTRIB().get_copy_owner_action(), CopyKeep);
     api_del_entity(body);
     api_del_entity(copy);
+}
+
+TEST(Attributes, AreCopiedFromBetweenOnesOfUnknownClass) {
+    const std::string id = "Morvanta_Convexor_ID_Attribute-Morvanta_Convexor_Attribute-attrib ";
+    struct Row {
+        std::vector<bool> copied; ///< by place in the chain
+        std::vector<std::string> records;
+    };
+    const std::vector<Row> rows{
+        {{true, true, true, true},
+         {"body $1 -1 $-1 $-1 $-1 $-1 #", id + "$-1 -1 $2 $-1 $0 -9000000000 #",
+          "odd-attrib $-1 -1 $3 $1 $0 $0 #", id + "$-1 -1 $4 $2 $0 -7 #",
+          "odd-attrib $-1 -1 $-1 $3 $0 @text #"}},
+        {{true, false, true, false},
+         {"body $1 -1 $-1 $-1 $-1 $-1 #", id + "$-1 -1 $2 $-1 $0 -9000000000 #",
+          id + "$-1 -1 $-1 $1 $0 -7 #"}},
+        {{false, true, false, false}, {"body $1 -1 $-1 $-1 $-1 $-1 #", "odd-attrib $-1 -1 $-1 $-1 $0 $0 #"}},
+        {{false, false, false, false}, {"body $-1 -1 $-1 $-1 $-1 $-1 #"}},
+    };
+    test::ImageFrame frame;
+    frame.wide = true;
+    test::MemoryFile file(test::ImageAssembler::assemble(rows[0].records, frame));
+    ENTITY_LIST original;
+    ASSERT_TRUE(api_restore_entity_list_file(&file, original).ok());
+    for (const Row& row : rows) {
+        auto copied = row.copied.begin();
+        for (ATTRIB* each = original[0]->attrib(); each; each = each->next())
+            each->set_copy_owner_action(*copied++ ? CopyCopy : CopyKeep);
+        ENTITY_LIST copies;
+        ENTITY* copy = nullptr;
+        ASSERT_TRUE(api_copy_entity(original[0], copy).ok());
+        copies.add(copy);
+        long version = 0;
+        EXPECT_EQ(test::ImageAssembler::dump(test::saved(copies), version), row.records);
+        api_del_entity_list(copies);
+    }
+    api_del_entity_list(original);
 }
 
 TEST(Classes, AreKnownByLevel) {
@@ -150,6 +187,13 @@ TEST(Saving, WithoutProductIdIsRefused) {
     EXPECT_EQ(file.bytes, "");
 }
 
+/// From low to high in steps.
+std::vector<double> numbers(double low, double high, double step) {
+    std::vector<double> result;
+    for (int i = 0; low + i * step < high; ++i) result.push_back(low + i * step);
+    return result;
+}
+
 const bs_knots quadratic{2, {0, 0, 0, 1, 1, 1}};
 const double diagonal = std::numbers::sqrt2 / 2;
 
@@ -179,7 +223,7 @@ TEST(Curves, HaveDerivativesAndInversionsThatFitTheirPoints) {
         SCOPED_TRACE(curve->type_name());
         SPAinterval range = curve->param_range();
         if (!range.finite()) range = {-3, 3};
-        for (double t = range.start_pt() + 0.01; t < range.end_pt(); t += 0.17) {
+        for (const double t : numbers(range.start_pt() + 0.01, range.end_pt(), 0.17)) {
             constexpr double h = 1e-6;
             const SPAvector slope = (curve->eval_position(t + h) - curve->eval_position(t - h)) / (2 * h);
             EXPECT_LT((slope - curve->eval_deriv(t)).len(), 1e-6);
@@ -196,7 +240,7 @@ TEST(Curves, HaveDerivativesAndInversionsThatFitTheirPoints) {
 
 TEST(Curves, OfBSplinesPassWhereTheyShould) {
     SPAposition position;
-    for (double t = 0; t <= 1; t += 0.1) {
+    for (const double t : numbers(0, 1.05, 0.1)) {
         quarter.eval(t, position);
         EXPECT_NEAR((position - SPAposition()).len(), 1, 1e-14);
     }
@@ -278,8 +322,8 @@ TEST(Surfaces, HaveDerivativesNormalsAndInversionsThatFitTheirPoints) {
             return SPAinterval(std::max(low, -2.9), std::min(high, 2.9));
         };
         const SPAinterval us = within(surface->param_range_u()), vs = within(surface->param_range_v());
-        for (double u = us.start_pt() + 0.05; u < us.end_pt() - 0.05; u += 0.13)
-            for (double v = vs.start_pt() + 0.05; v < vs.end_pt(); v += 0.31) {
+        for (const double u : numbers(us.start_pt() + 0.05, us.end_pt() - 0.05, 0.13))
+            for (const double v : numbers(vs.start_pt() + 0.05, vs.end_pt(), 0.31)) {
                 constexpr double h = 1e-6;
                 auto at = [&](double du, double dv) { return surface->eval_position({u + du, v + dv}); };
                 SPAposition position;

@@ -1,12 +1,12 @@
 #!/bin/bash
-# install_test.sh BUILD CXX [PRESET SOURCE]: installs the build directory BUILD into a temporary prefix, then builds
-# and runs the program beside this script against it, through find_package and through pkg-config. With PRESET,
-# BUILD is first configured from SOURCE by that preset and built.
+# install_test.sh BUILD CXX [SOURCE ARGUMENT...]: installs the build directory BUILD into a temporary prefix,
+# then builds and runs the program beside this script against it, through find_package and through pkg-config.
+# With SOURCE, BUILD is first configured from there with these arguments of cmake, and built.
 set -euo pipefail
 build=$1 cxx=$2
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 if (($# > 2)); then
-    (cd "$4" && cmake --preset "$3" -B "$build" -DCMAKE_CXX_COMPILER="$cxx")
+    (cd "$3" && cmake "${@:4}" -B "$build" -DCMAKE_CXX_COMPILER="$cxx")
     cmake --build "$build"
 fi
 
@@ -20,7 +20,7 @@ cmake -S "$here" -B "$work/consumer" -DCMAKE_PREFIX_PATH="$work/prefix" -DCMAKE_
 cmake --build "$work/consumer"
 "$work/consumer/consumer"
 
-PKG_CONFIG_PATH=$(dirname "$(find "$work/prefix" -name zeq_api.pc)")
+PKG_CONFIG_PATH=$(dirname "$(find "$work/prefix" -name zeq_api.pc)"):${PKG_CONFIG_PATH-}
 export PKG_CONFIG_PATH
 read -ra flags < <(pkg-config --cflags --libs zeq_api)
 "$cxx" -std=c++20 "$here/main.cpp" "${flags[@]}" -o "$work/by-pkg-config"

@@ -1,6 +1,6 @@
-// A program outside the source tree: sends itself a progress report and prints which kinds of exchange
-// objects the library can make. It names few of their classes, so that a linker which drops what nobody names
-// is found out.
+// A program outside the source tree: sends itself a progress report and geometry, and prints which kinds of
+// exchange objects the library can make. It names few of their classes, so that a linker which drops what
+// nobody names is found out.
 #include <iostream>
 #include <sstream>
 
@@ -8,10 +8,8 @@
 
 namespace {
 
-bool progressTravels() {
-    auto sent = std::make_shared<zeq::ExcProgress>();
-    sent->setProgress(42);
-    sent->setStage(L"reading");
+template <class Object>
+std::shared_ptr<Object> sendAndReceive(const std::shared_ptr<Object>& sent) {
     zeq::ExchangeObjectWrapper wrapper;
     wrapper.set(sent);
     std::wstringstream stream;
@@ -19,8 +17,37 @@ bool progressTravels() {
 
     zeq::ExchangeObjectWrapper received;
     received.readObject(stream);
-    const auto progress = std::dynamic_pointer_cast<zeq::ExcProgress>(received.get());
+    return std::dynamic_pointer_cast<Object>(received.get());
+}
+
+bool progressTravels() {
+    auto sent = std::make_shared<zeq::ExcProgress>();
+    sent->setProgress(42);
+    sent->setStage(L"reading");
+    const auto progress = sendAndReceive(sent);
     return progress && *progress == *sent;
+}
+
+bool geometryTravels() {
+    auto* const face = ACIS_NEW FACE(ACIS_NEW PLANE);
+    ACIS_NEW ATTRIB_CONVEXOR_ID(face, 42);
+    ENTITY_LIST entities;
+    entities.add(face);
+    auto sent = std::make_shared<zeq::ExcBlockGeometry>();
+    const bool isSent = sent->setGeometry(entities, true);
+    api_del_entity_list(entities);
+
+    const auto received = isSent ? sendAndReceive(sent) : nullptr;
+    if (!received) return false;
+    received->load();
+    bool isSame = received->getGeometry(entities) && entities.count() == 1 && is_FACE(entities[0]);
+    if (isSame) {
+        const auto* const copy = static_cast<const FACE*>(entities[0]);
+        isSame = is_PLANE(copy->geometry()) && is_ATTRIB_CONVEXOR_ID(copy->attrib()) &&
+                 static_cast<const ATTRIB_CONVEXOR_ID*>(copy->attrib())->id() == 42;
+    }
+    api_del_entity_list(entities);
+    return isSame;
 }
 
 } // namespace
@@ -28,6 +55,10 @@ bool progressTravels() {
 int main() {
     if (!progressTravels()) {
         std::cerr << "the progress report did not arrive\n";
+        return 1;
+    }
+    if (!geometryTravels()) {
+        std::cerr << "the geometry did not arrive\n";
         return 1;
     }
     bool complete = true;

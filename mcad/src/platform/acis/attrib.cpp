@@ -20,11 +20,13 @@ ATTRIB::ATTRIB(ENTITY* owner) : m_owner(owner) {
 }
 
 void ATTRIB::unhook() {
-    if (m_next) m_next->m_previous = m_previous;
-    if (m_previous)
-        m_previous->m_next = m_next;
-    else if (m_owner)
-        m_owner->set_attrib(m_next);
+    if (!acis_detail::image_reader::is_reading(this)) {
+        if (m_next) m_next->m_previous = m_previous;
+        if (m_previous)
+            m_previous->m_next = m_next;
+        else if (m_owner)
+            m_owner->set_attrib(m_next);
+    }
     m_next = m_previous = nullptr;
     m_owner = nullptr;
 }

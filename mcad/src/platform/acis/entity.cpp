@@ -135,6 +135,7 @@ void ENTITY::fix_common(ENTITY* array[], SCAN_TYPE) {
 void ENTITY::fixup_copy(ENTITY*) const {}
 
 void ENTITY::lose() {
+    if (image_reader::is_reading(this)) m_attrib = nullptr;
     // Attributes may have attributes; the innermost go first, so that none finds any of its own and nothing
     // recurses.
     ENTITY_LIST attributes;

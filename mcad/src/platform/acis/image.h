@@ -81,6 +81,8 @@ public:
     /// back.
     void constructed(ENTITY* entity) { m_pending.push_back(entity); }
     void destroyed(ENTITY* entity);
+    /// Whether the record of an entity is at hand: what are to be its pointers are indexes yet.
+    static bool is_reading(const ENTITY* entity);
 
     /// @name While indexes are made pointers
     /// @{

@@ -43,6 +43,11 @@ void image_reader::destroyed(ENTITY* entity) {
     if (found != m_pending.rend()) m_pending.erase(std::next(found).base());
 }
 
+bool image_reader::is_reading(const ENTITY* entity) {
+    return the_reader && std::find(the_reader->m_pending.begin(), the_reader->m_pending.end(), entity) !=
+                             the_reader->m_pending.end();
+}
+
 std::vector<ENTITY*> image_reader::release() {
     std::vector<ENTITY*> top(m_entities.begin(), m_entities.begin() + m_topCount);
     m_entities.clear();
@@ -304,7 +309,14 @@ void image_reader::check_attributes() {
             if (attribute->attrib()) owners.push_back(attribute);
         }
     }
-    if (reached != owned) m_records.fail("expected every attribute to be on the chain of its owner");
+    if (reached == owned) return;
+    ENTITY_LIST chained;
+    for (const ENTITY* owner : owners)
+        for (ATTRIB* attribute = owner->attrib(); attribute; attribute = attribute->next())
+            chained.add(attribute);
+    for (ENTITY* entity : m_entities)
+        if (is_ATTRIB(entity) && static_cast<ATTRIB*>(entity)->owner() && chained.lookup(entity) < 0)
+            fail_at(entity, "expected it to be on the chain of its owner");
 }
 } // namespace acis_detail
 

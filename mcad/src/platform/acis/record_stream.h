@@ -58,7 +58,7 @@ template <class T>
 T* index_as_pointer(long index) {
     return std::bit_cast<T*>(std::intptr_t(index + 1));
 }
-inline long pointer_as_index(const void* pointer) { return std::bit_cast<std::intptr_t>(pointer) - 1; }
+inline long pointer_as_index(const void* pointer) { return reinterpret_cast<std::intptr_t>(pointer) - 1; }
 
 class record_writer {
 public:
