@@ -2,10 +2,14 @@
 #include "platform/acis/api.h"
 
 #include "platform/acis/attrib.h"
+#include "platform/acis/byte_block.h"
 #include "platform/acis/image.h"
+#include <cstdlib>
 #include <exception>
+#include <memory>
 #include <new>
 
+using acis_detail::byte_block;
 using acis_detail::image_reader;
 using acis_detail::image_writer;
 using acis_detail::restore_level;
@@ -26,25 +30,22 @@ outcome guarded(int number, Operation&& operation) {
     }
 }
 
-std::vector<char> read_all(BinaryFile& file) {
-    std::vector<char> bytes(1 << 16);
+/// The whole rest of a file.
+std::size_t read_all(BinaryFile& file, byte_block& bytes) {
     std::size_t size = 0;
-    while (true) {
-        std::size_t got = file.read(bytes.data() + size, bytes.size() - size, 1);
-        size += got;
-        if (size < bytes.size()) break;
-        bytes.resize(2 * bytes.size());
+    while (size == bytes.size()) {
+        bytes.grow(size == 0 ? 1 << 16 : 2 * size);
+        size += file.read(bytes.data() + size, bytes.size() - size, 1);
     }
-    bytes.resize(size);
-    return bytes;
+    return size;
 }
 
 /// The length of the image.
-std::size_t restore(const std::vector<char>& bytes, ENTITY_LIST& entities) {
+std::size_t restore(const char* bytes, std::size_t size, ENTITY_LIST& entities) {
     std::exception_ptr first;
     for (restore_level level :
          {restore_level::everything, restore_level::attributes, restore_level::nothing}) {
-        image_reader reader(bytes.data(), bytes.size(), level);
+        image_reader reader(bytes, size, level);
         try {
             reader.restore();
         } catch (const acis_detail::failure&) {
@@ -108,9 +109,10 @@ outcome api_save_entity_list_file(BinaryFile* file, const ENTITY_LIST& entities,
 outcome api_restore_entity_list_file(BinaryFile* file, ENTITY_LIST& entities, AcisOptions*) {
     if (!file) return {ACIS_BAD_ARGUMENT, "there is no file to restore from"};
     return guarded(ACIS_RESTORE_FAILED, [&] {
-        std::vector<char> bytes = read_all(*file);
-        std::size_t length = restore(bytes, entities);
-        if (length < bytes.size()) file->goto_mark(file->set_mark() - FilePosition(bytes.size() - length));
+        byte_block bytes;
+        std::size_t size = read_all(*file, bytes);
+        std::size_t length = restore(bytes.data(), size, entities);
+        if (length < size) file->goto_mark(file->set_mark() - FilePosition(size - length));
     });
 }
 

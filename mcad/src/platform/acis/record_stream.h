@@ -2,6 +2,7 @@
 // of them from contiguous memory.
 #pragma once
 
+#include "platform/acis/byte_block.h"
 #include "platform/acis/entity.h"
 #include <algorithm>
 #include <bit>
@@ -115,7 +116,7 @@ public:
 private:
     char* room(std::size_t length) {
         if (m_bytes.size() - m_size < length)
-            m_bytes.resize(std::max(2 * m_bytes.size(), m_size + length + 4096));
+            m_bytes.grow(std::max(2 * m_bytes.size(), m_size + length + 4096));
         return m_bytes.data() + m_size;
     }
     void put_integer(char* at, long value, std::size_t tagBytes = 1) {
@@ -141,7 +142,7 @@ private:
         counted(kind, text.size(), 4, text);
     }
 
-    std::vector<char> m_bytes;
+    byte_block m_bytes;
     std::size_t m_size = 0;
     width m_width;
     bool m_overflowed = false;

@@ -203,11 +203,4 @@ void Compressor::makePlain(std::vector<char>& bytes) {
     decompress(bytes, compressed.data(), compressed.size());
 }
 
-void Compressor::makePlain(std::string& out, const std::vector<char>& bytes) {
-    if (isCompressed(bytes.data(), bytes.size()))
-        decompress(out, bytes.data(), bytes.size());
-    else
-        out.assign(bytes.data(), bytes.size());
-}
-
 } // namespace zeq

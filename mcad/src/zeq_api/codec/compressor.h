@@ -26,8 +26,6 @@ public:
     /// Replaces bytes that isCompressed() by what they hold; all others stay where they are.
     /// @throws std::runtime_error as decompress() does
     static void makePlain(std::vector<char>& bytes);
-    /// The same from `bytes` into `out`.
-    static void makePlain(std::string& out, const std::vector<char>& bytes);
 };
 
 } // namespace zeq

@@ -26,7 +26,8 @@ void ExcSharedAcisBuffer::write(const void* data, std::size_t size, int) {
     }
     const auto* const bytes = static_cast<const char*>(data);
     const std::size_t over = std::min(size, m_content.size() - m_writeAt);
-    m_content.replace(m_writeAt, over, bytes, size);
+    std::copy_n(bytes, over, m_content.begin() + static_cast<std::ptrdiff_t>(m_writeAt));
+    m_content.insert(m_content.end(), bytes + over, bytes + size);
     m_writeAt += size;
     m_position = static_cast<long long>(m_writeAt);
 }
@@ -53,7 +54,7 @@ void ExcSharedAcisBuffer::flush(bool compress) {
         return;
     }
     if (compress) {
-        std::string compressed;
+        std::vector<char> compressed;
         Compressor::compress(compressed, m_content.data(), m_content.size(), -1);
         m_sharedBuffer->setBuffer(compressed.data(), compressed.size());
     } else {
@@ -66,11 +67,10 @@ void ExcSharedAcisBuffer::load() {
     json::trace(area::exchangeCommon, "void zeq::ExcSharedAcisBuffer::load()");
     m_sharedBuffer = std::make_unique<mp::SharedBuffer<char>>(m_name, false);
     cleanUp();
-    std::vector<char> bytes;
-    m_sharedBuffer->get(bytes);
-    m_sharedBuffer.reset();
     m_readAt = m_writeAt = 0; // also where the content ends, should it be damaged
-    Compressor::makePlain(m_content, bytes);
+    m_sharedBuffer->get(m_content);
+    m_sharedBuffer.reset();
+    Compressor::makePlain(m_content);
 }
 
 void ExcSharedAcisBuffer::cleanUp() {

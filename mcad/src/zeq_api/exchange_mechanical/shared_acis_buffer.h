@@ -3,7 +3,7 @@
 
 #include <cstddef>
 #include <memory>
-#include <string>
+#include <vector>
 
 #include "mp/shared_buffer.h"
 #include "mp/string.h"
@@ -48,7 +48,7 @@ public:
 
 private:
     std::unique_ptr<mp::SharedBuffer<char>> m_sharedBuffer;
-    std::string m_content;
+    std::vector<char> m_content;
     std::size_t m_readAt = 0;
     std::size_t m_writeAt = 0;
     bool m_failed = false;
