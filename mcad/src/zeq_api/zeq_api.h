@@ -28,6 +28,7 @@
 #include "zeq_api/exchange_common/misc_value_type.h"
 #include "zeq_api/exchange_common/units.h"
 #include "zeq_api/exchange_mechanical/block_geometry.h"
+#include "zeq_api/exchange_mechanical/owned_entities.h"
 #include "zeq_api/exchange_mechanical/shared_acis_buffer.h"
 #include "zeq_api/exchange_object/exchange_object.h"
 #include "zeq_api/exchange_object/exchange_object_registry.h"

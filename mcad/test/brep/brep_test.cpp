@@ -16,6 +16,7 @@
 #include "convexor/geometry_builder.h"
 #include "convexor/geometry_figures.h"
 #include "zeq/geometry_report.h"
+#include "zeq_api/exchange_mechanical/owned_entities.h"
 
 namespace zeq {
 namespace {
@@ -23,19 +24,8 @@ namespace {
 constexpr double pi = std::numbers::pi;
 using Faults = std::vector<std::string>;
 
-/// Entities that are deleted in the end.
-struct Entities {
-    Entities() = default;
-    explicit Entities(ENTITY* entity) { list.add(entity); }
-    Entities(const Entities&) = delete;
-    Entities& operator=(const Entities&) = delete;
-    ~Entities() { api_del_entity_list(list); }
-
-    ENTITY_LIST list;
-};
-
-std::unique_ptr<Entities> restored(const ENTITY_LIST& made) {
-    auto result = std::make_unique<Entities>();
+std::unique_ptr<OwnedEntities> restored(const ENTITY_LIST& made) {
+    auto result = std::make_unique<OwnedEntities>();
     test::MemoryFile file(test::saved(made));
     EXPECT_EQ(test::message(api_restore_entity_list_file(&file, result->list)), "");
     return result;
@@ -63,7 +53,7 @@ TEST(Geometry, IsAsOpenCascadeMeasuresIt) {
         const TopoDS_Shape made = shape.make();
         for (const convexor::LengthUnit& unit : {convexor::LengthUnit(), inch}) {
             SCOPED_TRACE(shape.name + (unit.millimeters == 1 ? "" : " in inches"));
-            const Entities sent(convexor::buildBody(made, 1 / unit.millimeters));
+            const OwnedEntities sent(convexor::buildBody(made, 1 / unit.millimeters));
             const auto arrived = restored(sent.list);
             host::GeometryReport report;
             EXPECT_EQ(report.add(1, arrived->list), Faults());
@@ -80,7 +70,7 @@ TEST(Geometry, IsAsOpenCascadeMeasuresIt) {
 
 TEST(Geometry, FiguresThatDifferAreTold) {
     const TopoDS_Shape box = shapeNamed("box"); // 1 by 2 by 4
-    const Entities entities(convexor::buildBody(box, 1));
+    const OwnedEntities entities(convexor::buildBody(box, 1));
     const std::vector<std::tuple<std::wstring, std::wstring, std::string>> rows{
         {L"faces", L"7", "faces is 6, but the translator had 7"},
         {L"vertices", L"", "vertices is 8, but the translator had none"},
@@ -168,7 +158,7 @@ TEST(Measures, OfFacesWithoutSeams) {
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        const Entities entities(row.body);
+        const OwnedEntities entities(row.body);
         const brep::Measure plain = brep::measure(entities.list);
         EXPECT_NEAR(plain.area, row.area, 1e-9 * row.area);
         EXPECT_EQ(plain.inverted + plain.unmeasured, 0u);
@@ -247,7 +237,7 @@ TEST(Checks, FindFaults) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         auto* const body = convexor::buildBody(shapeNamed("box"), 1);
-        Entities all(body); // what the damage cuts off is on the list
+        OwnedEntities all(body); // what the damage cuts off is on the list
         const ENTITY_LIST list = all.list;
         for (int i = 0; i < all.list.count(); ++i) all.list[i]->copy_scan(all.list, SCAN_DELETE);
         row.damage(*body, all.list);
@@ -260,7 +250,7 @@ TEST(Checks, FindFaults) {
             EXPECT_GE(gap, row.gap);
     }
 
-    const Entities box(convexor::buildBody(shapeNamed("box"), 1));
+    const OwnedEntities box(convexor::buildBody(shapeNamed("box"), 1));
     FACE* const face = firstFace(static_cast<BODY&>(*box.list[0]));
     face->set_sense(face->sense() == FORWARD ? REVERSED : FORWARD);
     EXPECT_EQ(host::GeometryReport().add(1, box.list), Faults{"1 face lies outside of their boundary"});
@@ -269,12 +259,12 @@ TEST(Checks, FindFaults) {
 TEST(Measures, OfDamagedBodiesComeToAnEnd) {
     int measured = 0;
     for (const char* const name : {"mirrored cone", "cut torus", "hill with a hole"}) {
-        const Entities entities(convexor::buildBody(shapeNamed(name), 1));
+        const OwnedEntities entities(convexor::buildBody(shapeNamed(name), 1));
         const std::string image = test::saved(entities.list);
         for (std::size_t at = 100; at < image.size(); at += image.size() / 60) {
             test::MemoryFile file(image);
             file.bytes[at] = static_cast<char>(~file.bytes[at]);
-            Entities damaged;
+            OwnedEntities damaged;
             if (!api_restore_entity_list_file(&file, damaged.list).ok()) continue;
             brep::measure(damaged.list);
             brep::check(damaged.list);

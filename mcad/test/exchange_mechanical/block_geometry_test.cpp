@@ -18,6 +18,7 @@
 #include "support/log_capture.h"
 #include "zeq_api/acis_attrib_id/attrib_convexor.h"
 #include "zeq_api/codec/compressor.h"
+#include "zeq_api/exchange_mechanical/owned_entities.h"
 
 namespace zeq {
 namespace {
@@ -26,16 +27,6 @@ using test::LogCapture;
 using test::writtenBy;
 
 constexpr const char* cannotGet = "Failed to get geometry from shared memory buffer: ";
-
-/// Entities that are deleted in the end.
-struct Entities {
-    Entities() = default;
-    Entities(const Entities&) = delete;
-    Entities& operator=(const Entities&) = delete;
-    ~Entities() { api_del_entity_list(list); }
-
-    ENTITY_LIST list;
-};
 
 /// A vertex that carries the ids, the last one first.
 VERTEX* taggedVertex(const std::vector<long>& ids) {
@@ -76,7 +67,7 @@ TEST(BlockGeometry, ReachesAnotherProcessWithItsTags) {
     const std::vector<long> ids{-1, 0, std::numeric_limits<long>::max(), std::numeric_limits<long>::min(),
                                 42};
     for (const bool compress : {false, true}) {
-        Entities entities;
+        OwnedEntities entities;
         entities.list.add(taggedVertex(ids));
         ExcBlockGeometry geometry;
         geometry.setBlockId(7);
@@ -91,7 +82,7 @@ TEST(BlockGeometry, ReachesAnotherProcessWithItsTags) {
             EXPECT_FALSE(received.isLoaded());
             received.load();
             ASSERT_TRUE(received.isLoaded());
-            Entities restored;
+            OwnedEntities restored;
             ASSERT_TRUE(received.getGeometry(restored.list));
             ASSERT_EQ(restored.list.count(), 1);
             ASSERT_TRUE(is_VERTEX(restored.list[0]));
@@ -107,7 +98,7 @@ TEST(BlockGeometry, ReachesAnotherProcessWithItsTags) {
 }
 
 TEST(BlockGeometry, EachWritingHasABufferOfItsOwn) {
-    Entities entities;
+    OwnedEntities entities;
     entities.list.add(taggedVertex({1}));
     std::filesystem::path first;
     std::filesystem::path second;
@@ -127,7 +118,7 @@ TEST(BlockGeometry, EachWritingHasABufferOfItsOwn) {
 
 TEST(BlockGeometry, WhatFailsIsLoggedAndNothingThrows) {
     LogCapture log;
-    Entities entities;
+    OwnedEntities entities;
     ExcBlockGeometry none;
     EXPECT_FALSE(none.getGeometry(entities.list));
     errorsAre(log, {cannotGet + std::string("Invalid buffer object.")});
@@ -192,7 +183,7 @@ TEST(SharedAcisBuffer, IsAStreamWithAPosition) {
 }
 
 TEST(ConvexorAttributes, TellTheirClassByLevel) {
-    Entities entities;
+    OwnedEntities entities;
     auto* const vertex = taggedVertex({5});
     entities.list.add(vertex);
     const ATTRIB* const id = vertex->attrib();
@@ -215,7 +206,7 @@ TEST(ConvexorAttributes, TellTheirClassByLevel) {
 }
 
 TEST(ConvexorAttributes, GoWithACopyOfTheirOwner) {
-    Entities entities;
+    OwnedEntities entities;
     entities.list.add(taggedVertex({-3, 9}));
     ENTITY* copy = nullptr;
     ASSERT_TRUE(api_copy_entity(entities.list[0], copy).ok());
@@ -233,7 +224,7 @@ private:
 };
 
 TEST(ConvexorAttributes, LookMethodsUpInTheirOwnClassFirst) {
-    Entities entities;
+    OwnedEntities entities;
     auto* const vertex = taggedVertex({5});
     entities.list.add(vertex);
     const METHOD_ID method("count", "numbers");

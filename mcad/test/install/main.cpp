@@ -31,23 +31,17 @@ bool progressTravels() {
 bool geometryTravels() {
     auto* const face = ACIS_NEW FACE(ACIS_NEW PLANE);
     ACIS_NEW ATTRIB_CONVEXOR_ID(face, 42);
-    ENTITY_LIST entities;
-    entities.add(face);
+    const zeq::OwnedEntities entities(face);
     auto sent = std::make_shared<zeq::ExcBlockGeometry>();
-    const bool isSent = sent->setGeometry(entities, true);
-    api_del_entity_list(entities);
-
-    const auto received = isSent ? sendAndReceive(sent) : nullptr;
+    const auto received = sent->setGeometry(entities.list, true) ? sendAndReceive(sent) : nullptr;
     if (!received) return false;
     received->load();
-    bool isSame = received->getGeometry(entities) && entities.count() == 1 && is_FACE(entities[0]);
-    if (isSame) {
-        const auto* const copy = static_cast<const FACE*>(entities[0]);
-        isSame = is_PLANE(copy->geometry()) && is_ATTRIB_CONVEXOR_ID(copy->attrib()) &&
-                 static_cast<const ATTRIB_CONVEXOR_ID*>(copy->attrib())->id() == 42;
-    }
-    api_del_entity_list(entities);
-    return isSame;
+    zeq::OwnedEntities copies;
+    if (!received->getGeometry(copies.list) || copies.list.count() != 1 || !is_FACE(copies.list[0]))
+        return false;
+    const auto* const copy = static_cast<const FACE*>(copies.list[0]);
+    return is_PLANE(copy->geometry()) && is_ATTRIB_CONVEXOR_ID(copy->attrib()) &&
+           static_cast<const ATTRIB_CONVEXOR_ID*>(copy->attrib())->id() == 42;
 }
 
 } // namespace

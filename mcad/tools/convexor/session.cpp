@@ -20,6 +20,7 @@
 #include "mp/exception.h"
 #include "transport/frame.h"
 #include "transport/utf8.h"
+#include "zeq_api/exchange_mechanical/owned_entities.h"
 #include "zeq_api/exchange_object/messages.h"
 
 namespace zeq::convexor {
@@ -45,16 +46,6 @@ std::wstring summary(const ExcProductStructure& product) {
     for (const ExcBlockPtr& block : product.blocks()) references += block->blockReferences().size();
     return countText(product.blocks().size(), L"block") + L", " + countText(references, L"reference");
 }
-
-/// Entities that are deleted in the end.
-struct OwnedEntities {
-    OwnedEntities() = default;
-    OwnedEntities(const OwnedEntities&) = delete;
-    OwnedEntities& operator=(const OwnedEntities&) = delete;
-    ~OwnedEntities() { api_del_entity_list(list); }
-
-    ENTITY_LIST list;
-};
 
 /// Does some work for each part and returns for how many that failed; log lines say which have no such thing.
 template <class Work>
@@ -160,8 +151,7 @@ void Session::measureGeometry(const Structure& structure, const LengthUnit& unit
 int Session::sendGeometry(const Structure& structure, const LengthUnit& unit, Reporter& reporter) {
     reporter.beginStage(L"Sending geometry");
     const auto send = [&](const Structure::Part& part) {
-        OwnedEntities entities;
-        entities.list.add(buildBody(part.shape, 1 / unit.millimeters));
+        const OwnedEntities entities(buildBody(part.shape, 1 / unit.millimeters));
         if (entities.list.count() == 0) return;
         const auto geometry = std::make_shared<ExcBlockGeometry>();
         geometry->setBlockId(part.block->id());

@@ -22,6 +22,7 @@
 #include "zeq/tree_printer.h"
 #include "zeq_api/codec/compressor.h"
 #include "zeq_api/exchange_mechanical/block_geometry.h"
+#include "zeq_api/exchange_mechanical/owned_entities.h"
 #include "zeq_api/exchange_object/exchange_object_wrapper.h"
 #include "zeq_api/exchange_object/messages.h"
 #include "zeq_api/exchange_structure/product_structure.h"
@@ -134,11 +135,10 @@ void Receiver::writeImage(std::uint64_t blockId, const std::wstring& bufferName)
 
 void Receiver::takeGeometry(const ExcBlockGeometry& geometry) {
     const std::string block = "block " + std::to_string(geometry.blockId());
-    ENTITY_LIST entities;
-    if (!geometry.isLoaded() || !geometry.getGeometry(entities))
+    OwnedEntities entities;
+    if (!geometry.isLoaded() || !geometry.getGeometry(entities.list))
         throw Failure(exit_code::translatorBroken, "the geometry of " + block + " cannot be restored");
-    const std::vector<std::string> faults = m_import.geometry.add(geometry.blockId(), entities);
-    api_del_entity_list(entities);
+    const std::vector<std::string> faults = m_import.geometry.add(geometry.blockId(), entities.list);
     const std::string subject = "geometry of " + block + ": ";
     for (const std::string& fault : faults) m_host.console.warning(subject + fault);
     m_host.console.note(subject + m_import.geometry.blockText(geometry.blockId()));

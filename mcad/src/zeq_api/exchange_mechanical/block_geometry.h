@@ -39,7 +39,7 @@ public:
     /// Takes the image from the shared buffer that the document named, which is removed with this object.
     void load() override;
     bool isLoaded() const override { return m_loaded && m_buffer; }
-    /// Restores the entities of the image into the list.
+    /// Restores the entities of the image into the list. They belong to the caller (see OwnedEntities).
     bool getGeometry(ENTITY_LIST& entities) const;
 
 private:
