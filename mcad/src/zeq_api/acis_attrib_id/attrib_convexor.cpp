@@ -111,9 +111,8 @@ const restore_def& ATTRIB_CONVEXOR_ID::definition() {
 
 int ATTRIB_CONVEXOR_ID::identity(int level) const {
     if (level == 0 || level == idLevel) return ATTRIB_CONVEXOR_ID::staticType();
-    if (level == parentLevel || level == -1) return ATTRIB_CONVEXOR::staticType();
-    if (level < 0) return ATTRIB::identity(level + 2);
-    return level < parentLevel ? ATTRIB::identity(level) : -1;
+    if (level > idLevel) return -1;
+    return ATTRIB_CONVEXOR::identity(level < 0 ? level + 1 : level);
 }
 
 const char* ATTRIB_CONVEXOR_ID::type_name() const { return idName; }
