@@ -127,7 +127,11 @@ std::string GeometryReport::blocksText(const ExcProductStructure& structure, boo
 
 std::string GeometryReport::summaryText() const {
     brep::Count total;
-    for (const auto& [id, block] : m_blocks) total.add(block.count);
+    std::uint64_t unmeasured = 0;
+    for (const auto& [id, block] : m_blocks) {
+        total.add(block.count);
+        unmeasured += block.measure.unmeasured;
+    }
     std::string lines = "Geometry   " + total.text() + "\nTopology   ";
     lines += m_check.faults.empty() ? "sound" : text::counted(m_check.faults.size(), "fault", "faults");
     lines += "; vertices within " + figure(m_check.vertexGap) + ", edges within " + figure(m_check.edgeGap) +
@@ -139,6 +143,8 @@ std::string GeometryReport::summaryText() const {
                  (m_faults == 0 ? "as the translator's" : text::counted(m_faults, "differs", "differ"));
         lines += "; lengths within " + figure(m_largest.length) + ", areas within " + figure(m_largest.area) +
                  ", boxes within " + figure(m_largest.box);
+        if (unmeasured > 0)
+            lines += ", " + text::counted(unmeasured, "face or edge", "faces and edges") + " not measured";
     }
     return lines + "\n";
 }
