@@ -25,9 +25,18 @@ namespace zeq::convexor {
 
 namespace {
 
+// The kernel's own access to coordinates by index steps from one member to the next, which clang optimises
+// away.
+double coordinate(const gp_XYZ& point, int axis) {
+    return axis == 1 ? point.X() : axis == 2 ? point.Y() : point.Z();
+}
+gp_XYZ replaced(const gp_XYZ& point, int axis, double value) {
+    return {axis == 1 ? value : point.X(), axis == 2 ? value : point.Y(), axis == 3 ? value : point.Z()};
+}
+
 /// How far something reaches along an axis (1 to 3), or against it (sign -1).
 double reach(const Bnd_Box& box, int axis, int sign) {
-    return sign * (sign > 0 ? box.CornerMax() : box.CornerMin()).Coord(axis);
+    return sign * coordinate((sign > 0 ? box.CornerMax() : box.CornerMin()).XYZ(), axis);
 }
 
 /// The same for a face, of which the kernel's box tells no more than how far the surface reaches between the
@@ -35,11 +44,9 @@ double reach(const Bnd_Box& box, int axis, int sign) {
 double reach(const TopoDS_Face& face, const Bnd_Box& box, int axis, int sign) {
     const double size = std::sqrt(box.SquareExtent());
     const double beyond = reach(box, axis, sign) + size;
-    gp_XYZ middle = (box.CornerMin().XYZ() + box.CornerMax().XYZ()) / 2;
-    middle.SetCoord(axis, sign * beyond);
-    gp_XYZ normal;
-    normal.SetCoord(axis, 1);
-    const TopoDS_Face plane = BRepBuilderAPI_MakeFace(gp_Pln(middle, normal), -size, size, -size, size);
+    const gp_XYZ middle = replaced((box.CornerMin().XYZ() + box.CornerMax().XYZ()) / 2, axis, sign * beyond);
+    const gp_Pln across(middle, gp_Dir(replaced({}, axis, 1)));
+    const TopoDS_Face plane = BRepBuilderAPI_MakeFace(across, -size, size, -size, size);
     const BRepExtrema_DistShapeShape distance(face, plane);
     return distance.IsDone() ? beyond - distance.Value() : reach(box, axis, sign);
 }
@@ -54,9 +61,8 @@ void addInside(const TopoDS_Face& face, Bnd_Box& box) {
         for (const int sign : {-1, 1}) {
             const double known = reach(box, axis, sign);
             if (reach(rough, axis, sign) <= known + negligible) continue;
-            gp_Pnt point = box.CornerMin();
-            point.SetCoord(axis, sign * std::max(known, reach(face, rough, axis, sign)));
-            box.Add(point);
+            const double inside = std::max(known, reach(face, rough, axis, sign));
+            box.Add(gp_Pnt(replaced(box.CornerMin().XYZ(), axis, sign * inside)));
         }
 }
 
@@ -104,7 +110,7 @@ ExcMiscPropertiesGroup geometryFigures(const TopoDS_Shape& shape, const LengthUn
                                     {L"box maximum x", L"box maximum y", L"box maximum z"}};
     for (int end = 0; end < 2; ++end)
         for (int axis = 0; axis < 3; ++axis)
-            group.addProperty(quantity(names[end][axis], ends[end].Coord(axis + 1) / millimeters,
+            group.addProperty(quantity(names[end][axis], coordinate(ends[end].XYZ(), axis + 1) / millimeters,
                                        ValueType::length, symbol));
     return group;
 }
