@@ -111,6 +111,12 @@ Model makeJawPlateAlone() {
     return model;
 }
 
+Model makeGripAlone() {
+    Model model;
+    model.paint(model.addPart("Grip", makeGrip()), {60, 60, 64});
+    return model;
+}
+
 Model makeLooseFastener() {
     Model model;
     addBolt(model);

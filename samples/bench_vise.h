@@ -10,6 +10,8 @@ namespace samples {
 Model makeBenchVise();
 /// One plate of its jaws, a product that is a single part.
 Model makeJawPlateAlone();
+/// A grip for its handle, a part with free-form surfaces.
+Model makeGripAlone();
 /// Its bolt and its washer, a product of two parts without an assembly.
 Model makeLooseFastener();
 

@@ -30,6 +30,10 @@ void writeSamples(const std::filesystem::path& directory) {
     writeIges(plate, directory / "jaw_plate.igs");
     report(directory / "jaw_plate.igs");
 
+    Model grip = makeGripAlone();
+    writeStep(grip, directory / "grip.stp");
+    report(directory / "grip.stp");
+
     Model fastener = makeLooseFastener();
     writeIges(fastener, directory / "fastener.igs");
     report(directory / "fastener.igs");
@@ -45,7 +49,7 @@ void writeLattice(const std::filesystem::path& directory, int instances) {
 } // namespace
 
 int main(int argc, char** argv) {
-    CLI::App app("Writes sample CAD models: an assembly and a part as STEP, parts as IGES.");
+    CLI::App app("Writes sample CAD models: an assembly and parts as STEP, parts as IGES.");
     app.set_version_flag("--version", "zeq_samples " ZEQ_VERSION);
     std::string directory;
     int instances = 0;

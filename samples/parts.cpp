@@ -6,9 +6,12 @@
 
 #include <BRepAlgoAPI_Cut.hxx>
 #include <BRepAlgoAPI_Fuse.hxx>
+#include <BRepBuilderAPI_MakeEdge.hxx>
 #include <BRepBuilderAPI_MakeFace.hxx>
 #include <BRepBuilderAPI_MakePolygon.hxx>
+#include <BRepBuilderAPI_MakeWire.hxx>
 #include <BRepFilletAPI_MakeFillet.hxx>
+#include <BRepOffsetAPI_ThruSections.hxx>
 #include <BRepPrimAPI_MakeBox.hxx>
 #include <BRepPrimAPI_MakeCone.hxx>
 #include <BRepPrimAPI_MakeCylinder.hxx>
@@ -22,6 +25,7 @@
 #include <TopoDS.hxx>
 #include <TopoDS_Edge.hxx>
 #include <gp_Ax2.hxx>
+#include <gp_Elips.hxx>
 
 namespace samples {
 
@@ -128,6 +132,21 @@ TopoDS_Shape makeBolt() {
 TopoDS_Shape makeWasher() {
     return cut(cylinder({0, 0, -washerThickness}, gp::DZ(), 10, washerThickness),
                {cylinder({0, 0, -washerThickness - 1}, gp::DZ(), 5.25, washerThickness + 2)});
+}
+
+TopoDS_Shape makeGrip() {
+    struct Section {
+        double z, x, width, depth;
+    };
+    BRepOffsetAPI_ThruSections grip(true);
+    for (const Section& section : {Section{0, 0, 16, 12}, Section{25, 2, 19, 14}, Section{55, -1, 15, 13},
+                                   Section{85, 1, 18, 15}, Section{100, 4, 12, 9}}) {
+        const gp_Elips outline(gp_Ax2(gp_Pnt(section.x, 0, section.z), gp::DZ()), section.width,
+                               section.depth);
+        grip.AddWire(BRepBuilderAPI_MakeWire(BRepBuilderAPI_MakeEdge(outline).Edge()));
+    }
+    const TopoDS_Shape dent = BRepPrimAPI_MakeSphere(gp_Pnt(2, 24, 70), 14).Shape();
+    return cut(grip.Shape(), {cylinder({0, 0, -1}, gp::DZ(), 5, 61), dent});
 }
 
 TopoDS_Shape makeBlock(double length, double width, double height) {

@@ -25,6 +25,8 @@ TopoDS_Shape makeKnob();
 TopoDS_Shape makeBolt();
 /// Washer whose upper face lies in z = 0.
 TopoDS_Shape makeWasher();
+/// Handle with a free-form surface along z from 0, a bore from below, and a dent for the thumb.
+TopoDS_Shape makeGrip();
 TopoDS_Shape makeBlock(double length, double width, double height);
 
 constexpr double handleLength = 110;

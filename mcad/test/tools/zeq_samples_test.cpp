@@ -59,7 +59,8 @@ TEST_F(ZeqSamples, GeometryArrivesWholeCompressedOrNot) {
     const std::string plain = dir.file("plain_convexor");
     std::ofstream(plain) << "#!/bin/sh\nexec '" ZEQ_CONVEXOR "' --no-compression\n";
     fs::permissions(plain, fs::perms::owner_all);
-    for (const char* const name : {"bench_vise.stp", "jaw_plate.stp", "fastener.igs", "jaw_plate.igs"}) {
+    for (const char* const name :
+         {"bench_vise.stp", "grip.stp", "jaw_plate.stp", "fastener.igs", "jaw_plate.igs"}) {
         SCOPED_TRACE(name);
         std::uint64_t bytes = 0;
         for (const std::string& translator : {std::string(ZEQ_CONVEXOR), plain}) {
@@ -92,6 +93,7 @@ TEST_F(ZeqSamples, GeometryIsCountedAndCanBeKept) {
         {"bench_vise.stp",
          "11 bodies, 106 faces (67 planes, 37 cylinders and cones, 1 sphere, 1 torus), "
          "240 edges (163 lines, 74 circles and ellipses, 2 B-splines, 1 point), 159 vertices"},
+        {"grip.stp", "1 body, 6 faces (3 planes, 1 cylinder or cone, 1 sphere, 1 B-spline), 7 edges"},
         {"jaw_plate.stp", "1 body, 14 faces (6 planes, 8 cylinders and cones), 34 edges"},
         {"fastener.igs", "2 bodies, 15 faces (11 planes, 4 cylinders and cones), 60 edges"},
     };
