@@ -17,33 +17,28 @@ namespace {
 
 using namespace samples;
 
-void report(const std::filesystem::path& path) { std::cout << path.string() << '\n'; }
+/// Writes a model with one of the writers and prints the file's name.
+void write(Model& model, void (*writer)(Model&, const std::filesystem::path&),
+           const std::filesystem::path& path) {
+    writer(model, path);
+    std::cout << path.string() << '\n';
+}
 
 void writeSamples(const std::filesystem::path& directory) {
     Model vise = makeBenchVise();
-    writeStep(vise, directory / "bench_vise.stp");
-    report(directory / "bench_vise.stp");
-
+    write(vise, writeStep, directory / "bench_vise.stp");
     Model plate = makeJawPlateAlone();
-    writeStep(plate, directory / "jaw_plate.stp");
-    report(directory / "jaw_plate.stp");
-    writeIges(plate, directory / "jaw_plate.igs");
-    report(directory / "jaw_plate.igs");
-
+    write(plate, writeStep, directory / "jaw_plate.stp");
+    write(plate, writeIges, directory / "jaw_plate.igs");
     Model grip = makeGripAlone();
-    writeStep(grip, directory / "grip.stp");
-    report(directory / "grip.stp");
-
+    write(grip, writeStep, directory / "grip.stp");
     Model fastener = makeLooseFastener();
-    writeIges(fastener, directory / "fastener.igs");
-    report(directory / "fastener.igs");
+    write(fastener, writeIges, directory / "fastener.igs");
 }
 
 void writeLattice(const std::filesystem::path& directory, int instances) {
     Model lattice = makeLattice(instances);
-    const std::filesystem::path path = directory / ("lattice_" + std::to_string(instances) + ".stp");
-    writeStep(lattice, path);
-    report(path);
+    write(lattice, writeStep, directory / ("lattice_" + std::to_string(instances) + ".stp"));
 }
 
 } // namespace

@@ -174,7 +174,7 @@ Support support(const TopoDS_Face& face, double tolerance) {
         return {made, vector(du.Crossed(dv)) % normal < 0};
     }
     if (surface->IsKind(STANDARD_TYPE(Geom_OffsetSurface))) {
-        // Nothing else is no B-spline: this one comes as near as it takes.
+        // The one kind of surface for which there is no exact B-spline.
         constexpr int highestDegree = 9;
         constexpr int mostSpans = 400;
         const GeomConvert_ApproxSurface near(
