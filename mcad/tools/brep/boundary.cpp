@@ -37,13 +37,6 @@ bool isDegenerate(const SURFACE& surface, const SPApar_pos& uv) {
 
 bool isNegligible(const SPApar_vec& gap) { return std::abs(gap.du) + std::abs(gap.dv) < 1e-12; }
 
-bool isEvaluable(const COEDGE& coedge, const SURFACE& surface) {
-    const CURVE* const curve = coedge.edge()->geometry();
-    if (!curve) return true;
-    const PCURVE* const pcurve = coedge.geometry();
-    return curve->evaluable() && ((pcurve && pcurve->evaluable()) || surface.invertible());
-}
-
 } // namespace
 
 std::vector<double> smoothPieces(const CURVE& curve, const CurveRange& range) {
@@ -140,7 +133,8 @@ std::optional<Boundary> Boundary::of(const FACE& face) {
     if (!face.geometry() || !face.geometry()->evaluable()) return std::nullopt;
     bool isComplete = true;
     forEachCoedge(face, [&](const COEDGE& coedge) {
-        isComplete = isComplete && isEvaluable(coedge, *face.geometry());
+        const bool isPoint = !coedge.edge()->geometry();
+        isComplete = isComplete && (isPoint || canBeFollowed(coedge, *face.geometry()));
     });
     if (!isComplete) return std::nullopt;
     return Boundary(face);

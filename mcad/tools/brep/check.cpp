@@ -2,6 +2,9 @@
 #include "brep/check.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <limits>
 #include <map>
 
 #include "brep/walk.h"
@@ -21,25 +24,37 @@ public:
             for (const LOOP* loop = face->loop(); loop; loop = loop->next()) checkLoop(*loop, *face);
         }
         checkUses();
+        checkGap("a vertex lies ", m_vertexGap, " from the end of its edge");
+        checkGap("an edge lies ", m_edgeGap, " from the surface of its face");
+        m_result.vertexGap = std::max(m_result.vertexGap, m_vertexGap);
+        m_result.edgeGap = std::max(m_result.edgeGap, m_edgeGap);
     }
 
 private:
     struct Uses {
         int forward = 0;
         int reversed = 0;
+        int partners = 0; ///< coedges in the ring of partners
     };
 
     void checkLoop(const LOOP& loop, const FACE& face);
-    void checkPartners(const COEDGE& coedge);
+    int countPartners(const COEDGE& coedge);
     void checkVertices(const EDGE& edge);
     void checkDistance(const COEDGE& coedge, const SURFACE* surface);
     void checkUses();
+    void checkGap(const char* before, double gap, const char* after);
+    static void widen(double& gap, const SPAvector& distance) {
+        const double length = distance.len();
+        gap = std::max(gap, std::isnan(length) ? std::numeric_limits<double>::infinity() : length);
+    }
     void fault(const std::string& text) { m_result.faults.push_back(text); }
 
     Check& m_result;
     bool m_isSolid = true;
     std::int64_t m_faces = 0;
     std::int64_t m_loops = 0;
+    double m_vertexGap = 0;
+    double m_edgeGap = 0;
     std::map<const EDGE*, Uses> m_uses;
     ENTITY_LIST m_vertices;
 };
@@ -49,11 +64,12 @@ void ShellCheck::checkLoop(const LOOP& loop, const FACE& face) {
     const COEDGE* coedge = loop.start();
     if (!coedge) return fault("a loop has no coedge");
     do {
+        if (!coedge->edge()) return fault("a coedge has no edge");
         if (!coedge->next() || coedge->next()->previous() != coedge)
             return fault("the coedges of a loop form no ring");
         if (coedge->end() != coedge->next()->start()) fault("a loop is not closed");
-        checkPartners(*coedge);
         Uses& uses = m_uses[coedge->edge()];
+        uses.partners = countPartners(*coedge);
         if (uses.forward + uses.reversed == 0) checkVertices(*coedge->edge());
         ++(coedge->sense() == FORWARD ? uses.forward : uses.reversed);
         m_vertices.add(coedge->edge()->start());
@@ -63,12 +79,15 @@ void ShellCheck::checkLoop(const LOOP& loop, const FACE& face) {
     } while (coedge != loop.start());
 }
 
-void ShellCheck::checkPartners(const COEDGE& coedge) {
+int ShellCheck::countPartners(const COEDGE& coedge) {
     constexpr int mostPartners = 1000;
-    int count = 0;
+    int count = 1;
     for (const COEDGE* each = coedge.partner(); each && each != &coedge; each = each->partner())
-        if (each->edge() != coedge.edge() || ++count > mostPartners)
-            return fault("partners of a coedge have other edges");
+        if (each->edge() != coedge.edge() || ++count > mostPartners) {
+            fault("partners of a coedge have other edges");
+            break;
+        }
+    return count;
 }
 
 void ShellCheck::checkVertices(const EDGE& edge) {
@@ -77,8 +96,7 @@ void ShellCheck::checkVertices(const EDGE& edge) {
     const CurveRange range = rangeOf(edge);
     const auto gap = [&](const VERTEX* vertex, double parameter) {
         if (!vertex || !vertex->geometry()) return fault("an edge has no vertex");
-        m_result.vertexGap = std::max(m_result.vertexGap,
-                                      (vertex->geometry()->coords() - curve->eval_position(parameter)).len());
+        widen(m_vertexGap, vertex->geometry()->coords() - curve->eval_position(parameter));
     };
     gap(edge.start(), range.from);
     gap(edge.end(), range.to);
@@ -89,23 +107,34 @@ void ShellCheck::checkDistance(const COEDGE& coedge, const SURFACE* surface) {
     const EDGE& edge = *coedge.edge();
     const CURVE* curve = edge.geometry();
     if (!curve) return; // a point, which the vertices tell
-    const PCURVE* pcurve = coedge.geometry();
-    const bool hasPcurve = pcurve && pcurve->evaluable();
-    if (!surface || !surface->evaluable() || !curve->evaluable() || !(hasPcurve || surface->invertible())) {
+    if (!surface || !canBeFollowed(coedge, *surface)) {
         ++m_result.unchecked;
         return;
     }
+    const PCURVE* pcurve = coedge.geometry();
+    const bool hasPcurve = pcurve && pcurve->evaluable();
     const CurveRange range = rangeOf(edge);
     for (int i = 0; i < samples; ++i) {
         const double part = static_cast<double>(i) / (samples - 1);
         const double parameter = (1 - part) * range.from + part * range.to;
         const SPAposition point = curve->eval_position(parameter);
         const SPApar_pos uv = hasPcurve ? pcurve->eval_position(parameter) : surface->param(point);
-        m_result.edgeGap = std::max(m_result.edgeGap, (surface->eval_position(uv) - point).len());
+        widen(m_edgeGap, surface->eval_position(uv) - point);
     }
 }
 
+void ShellCheck::checkGap(const char* before, double gap, const char* after) {
+    if (gap <= Check::tolerance) return;
+    char number[32];
+    std::snprintf(number, sizeof number, "%.3g", gap);
+    fault(before + std::string(number) + after);
+}
+
 void ShellCheck::checkUses() {
+    const auto isApart = [](const auto& each) {
+        return each.second.partners < each.second.forward + each.second.reversed;
+    };
+    if (std::any_of(m_uses.begin(), m_uses.end(), isApart)) fault("the uses of an edge are not all partners");
     if (!m_isSolid) return;
     std::int64_t edges = 0;
     for (const auto& [edge, uses] : m_uses) {

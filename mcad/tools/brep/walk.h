@@ -18,11 +18,12 @@ void forEachShell(const ENTITY_LIST& entities, const Visit& visit) {
     }
 }
 
-/// Calls `visit(coedge)` for every use of an edge by the loop, in the order of the loop.
+/// Calls `visit(coedge)` for every use of an edge by the loop, in the order of the loop; not for coedges that
+/// have no edge.
 template <class Visit>
 void forEachCoedge(const LOOP& loop, const Visit& visit) {
     for (const COEDGE* coedge = loop.start(); coedge;) {
-        visit(*coedge);
+        if (coedge->edge()) visit(*coedge);
         coedge = coedge->next() == loop.start() ? nullptr : coedge->next();
     }
 }
@@ -42,6 +43,14 @@ struct CurveRange {
 inline CurveRange rangeOf(const EDGE& edge) {
     const double sign = edge.sense() == FORWARD ? 1 : -1;
     return {sign * edge.start_param(), sign * edge.end_param()};
+}
+
+/// Whether the use of an edge can be evaluated, and followed in the parameters of its face's surface.
+inline bool canBeFollowed(const COEDGE& coedge, const SURFACE& surface) {
+    const CURVE* const curve = coedge.edge()->geometry();
+    const PCURVE* const pcurve = coedge.geometry();
+    return curve && curve->evaluable() && surface.evaluable() &&
+           ((pcurve && pcurve->evaluable()) || surface.invertible());
 }
 
 /// The value of a range that is nearest to another one. The range may be the wrong way round.

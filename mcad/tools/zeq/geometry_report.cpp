@@ -51,8 +51,8 @@ std::vector<std::string> GeometryReport::add(std::uint64_t blockId, const ENTITY
     block.measure = brep::measure(entities);
     brep::Check check = brep::check(entities);
     if (block.measure.inverted > 0)
-        check.faults.push_back(text::counted(block.measure.inverted, "face lies", "faces lie") +
-                               " outside of their boundary");
+        check.faults.push_back(text::counted(block.measure.inverted, "face lies outside of its boundary",
+                                             "faces lie outside of their boundaries"));
     m_check.add(check);
     return check.faults;
 }
@@ -68,6 +68,9 @@ std::vector<std::string> GeometryReport::compare(const ExcProductStructure& stru
     // coarse rule.
     const auto unlike = [](double Difference::*kind) { return kind == &Difference::area ? 1e-2 : 1e-6; };
     std::vector<std::string> faults;
+    for (const ExcBlockPtr& block : structure.blocks())
+        if (toldFigures(block.get()) && !m_blocks.contains(block->id()))
+            faults.push_back("geometry of block " + std::to_string(block->id()) + ": it did not arrive");
     for (auto& [id, block] : m_blocks) {
         const ExcMiscPropertiesGroup* const told = toldFigures(structure.getBlockById(id).get());
         if (!told) continue;
