@@ -37,6 +37,7 @@
 #include "zeq_api/exchange_object/messages.h"
 #include "zeq_api/exchange_structure/block.h"
 #include "zeq_api/exchange_structure/product_structure.h"
+#include "zeq_api/exchange_visualization/camera.h"
 #include "zeq_api/format_options/common_options.h"
 #include "zeq_api/format_options/export_modes.h"
 #include "zeq_api/format_options/export_options.h"

@@ -7,7 +7,6 @@
 
 #include "mv_cvx/logger.h"
 #include "support/case_lines.h"
-#include "support/case_runner.h"
 #include "support/json_text.h"
 #include "support/log_capture.h"
 #include "zeq_api/command/format_groups.h"
@@ -20,16 +19,6 @@ namespace {
 using test::readFrom;
 using test::writtenBy;
 using Lines = std::vector<test::LogLine>;
-
-TEST(CommandDocuments, BecomeWhatTheirCasesSay) {
-    test::CaseRunner()
-        .add<ImportOptionsImpl>("ImportOptionsImpl")
-        .add<ExportOptionsImpl>("ExportOptionsImpl")
-        .add<LegacyImportOptionsImpl>("LegacyImportOptionsImpl")
-        .add<LegacyExportOptionsImpl>("LegacyExportOptionsImpl")
-        .add<Result>("Result")
-        .run("commands.jsonl");
-}
 
 TEST(ConvexorOptions, PathsAreLoggedInTheLocale) {
     std::setlocale(LC_ALL, "C.UTF-8");
@@ -137,7 +126,7 @@ void expectAccessorsOf(const JsonValue& document) {
 }
 
 TEST(LegacyOptions, AccessorsSpeakOfWhatIsWritten) {
-    test::forEachLine("commands.jsonl", [](int number, const JsonValue& line) {
+    test::forEachLine("cases/commands.jsonl", [](int number, const JsonValue& line) {
         SCOPED_TRACE(number);
         const std::wstring name = line[L"class"].GetString();
         if (name == L"LegacyImportOptionsImpl")

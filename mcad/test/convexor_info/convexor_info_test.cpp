@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include "support/case_runner.h"
 #include "support/json_text.h"
 #include "support/log_capture.h"
 #include "support/trace.h"
@@ -72,14 +71,6 @@ TEST(ConvexorInfo, ATextThatIsNoObjectIsRefused) {
         EXPECT_EQ(refusalOf([&] { readFrom(info, text); }),
                   "ConvexorInfo::readObject: invalid json document");
     }
-}
-
-TEST(ConvexorInfo, AndItsElementsBecomeWhatTheirCasesSay) {
-    test::CaseRunner()
-        .add<ConvexorInfo>("ConvexorInfo")
-        .add<ThirdpartyCore>("ThirdpartyCore")
-        .add<Format>("Format")
-        .run("convexor_info.jsonl");
 }
 
 TEST(ConvexorInfo, EveryReaderAndWriterLeavesATrace) {

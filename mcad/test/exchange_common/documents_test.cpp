@@ -1,7 +1,6 @@
 // The common value types as documents.
 #include <gtest/gtest.h>
 
-#include "support/case_runner.h"
 #include "support/json_text.h"
 #include "zeq_api/exchange_common/color.h"
 #include "zeq_api/exchange_common/entity.h"
@@ -12,21 +11,6 @@ namespace zeq {
 namespace {
 
 using test::writtenBy;
-
-TEST(CommonTypes, BecomeWhatTheirCasesSay) {
-    test::CaseRunner()
-        .add<ExcVector2d>("ExcVector2d")
-        .add<ExcVector3d>("ExcVector3d")
-        .add<ExcMatrix3d>("ExcMatrix3d")
-        .add<ExcTransformation>("ExcTransformation")
-        .add<ExcColor>("ExcColor")
-        .add<ExcMiscProperty>("ExcMiscProperty")
-        .add<ExcMiscPropertiesGroup>("ExcMiscPropertiesGroup")
-        .add<ExcMiscData>("ExcMiscData")
-        .add<ExcFullSubentPath>("ExcFullSubentPath")
-        .add<ExcEntity>("ExcEntity")
-        .run("exchange_common.jsonl");
-}
 
 TEST(CommonTypes, AreWrittenAsTheyWereSet) {
     ExcVector3d vector(1, 2, 3);

@@ -12,7 +12,6 @@
 
 #include "mp/shared_buffer.h"
 #include "mp/string.h"
-#include "support/case_runner.h"
 #include "support/child_process.h"
 #include "support/json_text.h"
 #include "support/log_capture.h"
@@ -57,10 +56,6 @@ bool errorsAre(LogCapture& log, const std::vector<std::string>& beginnings) {
     for (std::size_t i = 0; same && i < errors.size(); ++i) same = errors[i].starts_with(beginnings[i]);
     EXPECT_TRUE(same) << testing::PrintToString(errors);
     return same;
-}
-
-TEST(BlockGeometry, BecomesWhatItsCasesSay) {
-    test::CaseRunner().add<ExcBlockGeometry>("ExcBlockGeometry").run("exchange_mechanical.jsonl");
 }
 
 TEST(BlockGeometry, ReachesAnotherProcessWithItsTags) {

@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include "support/case_runner.h"
 #include "support/json_text.h"
 #include "support/log_capture.h"
 #include "support/trace.h"
@@ -13,17 +12,6 @@ namespace zeq {
 namespace {
 
 using test::writtenBy;
-
-TEST(ExchangeObjects, BecomeWhatTheirCasesSay) {
-    test::CaseRunner()
-        .add<ExcMessage>("ExcMessage")
-        .add<ExcLog>("ExcLog")
-        .add<ExcProgress>("ExcProgress")
-        .add<ExcStageFinished>("ExcStageFinished")
-        .add<LegacyComponentInstanceNames>("LegacyComponentInstanceNames")
-        .add<LegacyMaterialMap>("LegacyMaterialMap")
-        .run("exchange_object.jsonl");
-}
 
 TEST(Messages, AreMadeFromTheirText) {
     EXPECT_EQ(writtenBy(ExcMessage(L"a")), L"{\"message\":\"a\"}");

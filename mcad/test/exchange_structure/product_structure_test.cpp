@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include "mv_cvx/logger.h"
-#include "support/case_runner.h"
 #include "support/log_capture.h"
 #include "support/trace.h"
 
@@ -31,14 +30,6 @@ Ids idsOf(const std::vector<ExcBlockReferencePtr>& references) {
     Ids ids;
     for (const auto& reference : references) ids.push_back(reference->blockId());
     return ids;
-}
-
-TEST(ProductStructure, BecomesWhatItsCasesSay) {
-    test::CaseRunner()
-        .add<ExcBlockReference>("ExcBlockReference")
-        .add<ExcBlock>("ExcBlock")
-        .add<ExcProductStructure>("ExcProductStructure")
-        .run("exchange_structure.jsonl");
 }
 
 TEST(ProductStructure, FindsTheLastBlockWithAnId) {

@@ -14,7 +14,6 @@
 #include <gtest/gtest.h>
 
 #include "mv_cvx/logger.h"
-#include "support/case_runner.h"
 #include "support/json_text.h"
 #include "support/log_capture.h"
 #include "support/trace.h"
@@ -44,7 +43,6 @@ std::string nameOf(const std::type_index& type) {
 
 template <class... Groups>
 struct GroupList {
-    static void addTo(test::CaseRunner& runner) { (runner.add<Groups>(nameOf(typeid(Groups))), ...); }
     static auto types() {
         return std::map<std::pair<EOperationType, EFormatType>, std::type_index>{
             {{Groups().operationType(), Groups().formatType()}, typeid(Groups)}...};
@@ -58,12 +56,6 @@ using AllGroups =
               imp::OptionsXCGM, exp::Options3DXML, exp::OptionsAcis, exp::OptionsCatiaV4, exp::OptionsCatiaV5,
               exp::OptionsIGES, exp::OptionsParasolid, exp::OptionsPDF, exp::OptionsSTEP, exp::OptionsSTL,
               exp::OptionsXCGM>;
-
-TEST(FormatOptions, BecomeWhatTheirCasesSay) {
-    test::CaseRunner runner;
-    AllGroups::addTo(runner);
-    runner.run("format_options.jsonl");
-}
 
 TEST(FormatOptions, TheFactoryMakesTheGroupOfEachOperationAndFormat) {
     const auto types = AllGroups::types();

@@ -9,9 +9,6 @@ import { join, resolve } from "node:path";
 
 const [zeq, buildDir, dataDir] = process.argv.slice(2);
 
-/// Bases whose members are part of the classes derived from them; no document is one.
-const bases = new Set(["ExcMessageBase", "IFormatOptions"]);
-
 /// Whether the schema takes what it judges by other rules than the linter.
 const judgedOtherwise = new Map([
   ["an integer literal is no floating-point number", true], // to JSON Schema, 1 and 1.0 are the same
@@ -47,7 +44,8 @@ function schemaOf(...words) {
 
 /// Rows of all case files, with where they stand.
 function* rows() {
-  for (const file of readdirSync(dataDir).filter((name) => name.endsWith(".jsonl")))
+  const cases = readdirSync(join(dataDir, "cases")).map((name) => join("cases", name));
+  for (const file of [...cases, "lint.jsonl"])
     for (const [index, line] of readFileSync(join(dataDir, file), "utf8").split("\n").entries())
       if (line) yield { where: `${file}:${index + 1}`, ...JSON.parse(line) };
 }
@@ -139,7 +137,7 @@ for (const row of rows())
   if (row.findings) checkLinted(row);
   else if (row.class) checkWritten(row);
 for (const [name, keys] of inAll) checkAlwaysWritten(name, keys);
-for (const name of withoutDocument) expect(bases.has(name), `no case file has a written ${name}`);
+for (const name of withoutDocument) expect(false, `no case file has a written ${name}`);
 
 const report = schemaOf("--json");
 expect(JSON.stringify(report.documents) === JSON.stringify([all]), "--json does not report the schema");

@@ -5,6 +5,8 @@
 
 #include "mv_cvx/logger.h"
 #include "support/log_capture.h"
+#include "zeq_api/exchange_common/area.h"
+#include "zeq_api/exchange_structure/area.h"
 #include "zeq_api/json/binary_dom.h"
 
 namespace zeq {
@@ -33,12 +35,10 @@ struct Leaf::JsonForm {
     using This = Leaf;
     static constexpr json::Form form{
         json::Head{"Leaf", area::exchangeCommon, json::logsWarning("Leaf::readObject: not an object")},
-        json::field(L"number", &This::number)};
+        json::field(L"number", &This::number),
+    };
 };
-void Leaf::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-void Leaf::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(Leaf)
 
 class Tree : public IJsonObject {
 public:
@@ -63,26 +63,25 @@ public:
 };
 struct Tree::JsonForm {
     using This = Tree;
-    static constexpr json::Form form{json::Head{"Tree", area::exchangeStructure},
-                                     json::computed(L"kind", &This::kind),
-                                     json::field(L"name", &This::name, json::unlessEmpty),
-                                     json::field(L"width", &This::width, json::unless(0.5)),
-                                     json::field(L"id", &This::id),
-                                     json::field(L"offset", &This::offset),
-                                     json::field(L"flag", &This::flag, json::whenSet),
-                                     json::field(L"shade", &This::shade),
-                                     json::field(L"point", &This::point),
-                                     json::field(L"tags", &This::tags, json::unlessEmpty),
-                                     json::field(L"strict", &This::strict),
-                                     json::nested(L"lenient", &This::lenient),
-                                     json::field(L"held", &This::held),
-                                     json::children(L"leaves", &This::leaves, &This::add),
-                                     json::children(L"all", &This::all, json::anyElements, json::always)};
+    static constexpr json::Form form{
+        json::Head{"Tree", area::exchangeStructure},
+        json::computed(L"kind", &This::kind),
+        json::field(L"name", &This::name, json::unlessEmpty),
+        json::field(L"width", &This::width, json::unless(0.5)),
+        json::field(L"id", &This::id),
+        json::field(L"offset", &This::offset),
+        json::field(L"flag", &This::flag, json::whenSet),
+        json::field(L"shade", &This::shade),
+        json::field(L"point", &This::point),
+        json::field(L"tags", &This::tags, json::unlessEmpty),
+        json::field(L"strict", &This::strict),
+        json::nested(L"lenient", &This::lenient),
+        json::field(L"held", &This::held),
+        json::children(L"leaves", &This::leaves, &This::add),
+        json::children(L"all", &This::all, json::anyElements, json::always),
+    };
 };
-void Tree::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-void Tree::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(Tree)
 
 class Grown : public Tree {
 public:
@@ -93,13 +92,13 @@ public:
 };
 struct Grown::JsonForm {
     using This = Grown;
-    static constexpr json::Form form{json::Head{"Grown", area::exchangeStructure}, json::base<Tree>,
-                                     json::field(L"rings", &This::rings)};
+    static constexpr json::Form form{
+        json::Head{"Grown", area::exchangeStructure},
+        json::base<Tree>,
+        json::field(L"rings", &This::rings),
+    };
 };
-void Grown::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-void Grown::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(Grown)
 
 /// A user's class: no form, only the two functions.
 class Foreign : public Leaf {

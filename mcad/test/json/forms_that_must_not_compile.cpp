@@ -1,5 +1,8 @@
 // Wrong forms, one for each value of CASE; 0 is right and shows that the file itself compiles.
 #include "zeq_api/json/form.h"
+#include "zeq_api/json/tree_row.h"
+
+#include "zeq_api/exchange_common/area.h"
 
 namespace zeq {
 
@@ -13,8 +16,15 @@ struct Other {
     int number = 0;
 };
 
+enum class ENameless {
+    one
+};
+
 struct Thing : Base {
     int count = 0;
+    ENameless nameless = ENameless::one;
+    std::vector<std::shared_ptr<Thing>> things;
+    void add(const std::shared_ptr<Thing>& thing) { things.push_back(thing); }
     void readObject(const JsonValue& object) override;
     struct JsonForm;
 };
@@ -33,6 +43,10 @@ struct Thing::JsonForm {
             json::field(L"count", &Other::number)
 #elif CASE == 4
             json::base<Other>
+#elif CASE == 5
+            json::tree(L"things", &This::things, &This::add), json::field(L"count", &This::count)
+#elif CASE == 6
+            json::field(L"nameless", &This::nameless)
 #endif
     };
 };

@@ -1,10 +1,13 @@
 // Reads the JSON Lines files of mcad/test/data.
 #pragma once
 
+#include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "support/json_text.h"
 
@@ -21,6 +24,15 @@ void forEachLine(const std::string& fileName, Visit&& visit) {
         std::wistringstream stream(std::wstring(line.begin(), line.end()));
         visit(number, parse(stream));
     }
+}
+
+/// The case files, by the names that forEachLine takes.
+inline std::vector<std::string> caseFiles() {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(ZEQ_TEST_DATA "/cases"))
+        names.push_back("cases/" + entry.path().filename().string());
+    std::ranges::sort(names);
+    return names;
 }
 
 } // namespace zeq::test

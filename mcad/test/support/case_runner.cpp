@@ -1,13 +1,18 @@
 // The ways in and out of objects, and the comparison with what a case expects.
 #include "support/case_runner.h"
 
+#include <algorithm>
 #include <exception>
+#include <memory>
 #include <set>
 #include <stdexcept>
+#include <typeinfo>
 #include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
+#include "mp/serializable.h"
 #include "support/case_lines.h"
 #include "support/json_text.h"
 #include "support/log_capture.h"
@@ -26,19 +31,19 @@ std::wstring textOf(const JsonValue& value) {
 
 class OverDocument : public CaseSubject {
 public:
-    explicit OverDocument(std::unique_ptr<IJsonObject> object) : m_object(std::move(object)) {}
+    explicit OverDocument(std::shared_ptr<IJsonObject> object) : m_object(std::move(object)) {}
     void read(const JsonValue& document) override { m_object->readObject(document); }
     void write(JsonDocument& document) const override {
         m_object->writeObject(document, document.GetAllocator());
     }
 
 private:
-    std::unique_ptr<IJsonObject> m_object;
+    std::shared_ptr<IJsonObject> m_object;
 };
 
 class OverBytes : public CaseSubject {
 public:
-    explicit OverBytes(std::unique_ptr<IJsonObject> object) : m_object(std::move(object)) {}
+    explicit OverBytes(std::shared_ptr<IJsonObject> object) : m_object(std::move(object)) {}
     void read(const JsonValue& document) override {
         std::string bytes;
         JsonBinaryIO::encode(document, bytes);
@@ -53,12 +58,12 @@ public:
     }
 
 private:
-    std::unique_ptr<IJsonObject> m_object;
+    std::shared_ptr<IJsonObject> m_object;
 };
 
 class OverText : public CaseSubject {
 public:
-    explicit OverText(std::unique_ptr<mp::ISerializable> object) : m_object(std::move(object)) {}
+    explicit OverText(std::shared_ptr<mp::ISerializable> object) : m_object(std::move(object)) {}
     void read(const JsonValue& document) override { readFrom(*m_object, textOf(document)); }
     void write(JsonDocument& document) const override {
         std::wistringstream stream(writtenBy(*m_object));
@@ -66,7 +71,7 @@ public:
     }
 
 private:
-    std::unique_ptr<mp::ISerializable> m_object;
+    std::shared_ptr<mp::ISerializable> m_object;
 };
 
 /// One line of a case file.
@@ -137,44 +142,41 @@ void Case::run(CaseSubject& subject, LogCapture& log) const {
     EXPECT_EQ(testing::PrintToString(textOf(written)), testing::PrintToString(textOf(*expected)));
 }
 
+/// A new object on each of its ways.
+std::vector<std::unique_ptr<CaseSubject>> subjectsOf(const json::FormInfo& form) {
+    std::vector<std::unique_ptr<CaseSubject>> subjects;
+    if (form.isWholeDocument) {
+        subjects.push_back(std::make_unique<OverText>(std::get<1>(form.make())));
+    } else {
+        subjects.push_back(std::make_unique<OverDocument>(std::get<0>(form.make())));
+        subjects.push_back(std::make_unique<OverBytes>(std::get<0>(form.make())));
+    }
+    return subjects;
+}
+
 } // namespace
 
-CaseRunner::Subject CaseRunner::overDocument(std::unique_ptr<IJsonObject> object) {
-    return std::make_unique<OverDocument>(std::move(object));
-}
-
-CaseRunner::Subject CaseRunner::overBytes(std::unique_ptr<IJsonObject> object) {
-    return std::make_unique<OverBytes>(std::move(object));
-}
-
-CaseRunner::Subject CaseRunner::overText(std::unique_ptr<mp::ISerializable> object) {
-    return std::make_unique<OverText>(std::move(object));
-}
-
-void CaseRunner::run(const std::string& fileName) const {
+void runCases(const std::string& fileName) {
     LogCapture log;
-    std::set<std::string> unused;
-    for (const auto& [className, ways] : m_subjects) unused.insert(className);
+    const std::vector<const json::FormInfo*> forms = json::allForms();
     forEachLine(fileName, [&](int number, const JsonValue& line) {
         SCOPED_TRACE(fileName + ":" + std::to_string(number));
         const Case row(line);
         SCOPED_TRACE(row.text(L"case"));
-        const auto subjects = m_subjects.find(row.text(L"class"));
-        if (subjects == m_subjects.end()) {
-            ADD_FAILURE() << "the class was not added";
+        const auto form = std::ranges::find(forms, row.text(L"class"), &json::FormInfo::className);
+        if (form == forms.end() || !(*form)->make) {
+            ADD_FAILURE() << "there is no class '" << row.text(L"class") << "', or it is abstract";
             return;
         }
-        unused.erase(subjects->first);
-        for (std::size_t way = 0; way < subjects->second.size(); ++way) {
-            SCOPED_TRACE(way == 0 ? "as a document" : "as bytes");
+        for (const auto& subject : subjectsOf(**form)) {
+            SCOPED_TRACE(typeid(*subject).name());
             try {
-                row.run(*subjects->second[way](), log);
+                row.run(*subject, log);
             } catch (const std::exception& error) {
                 ADD_FAILURE() << "exception outside of reading: " << error.what();
             }
         }
     });
-    EXPECT_EQ(unused, std::set<std::string>()) << "classes without a case in " << fileName;
 }
 
 } // namespace zeq::test

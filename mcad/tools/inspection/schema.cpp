@@ -136,6 +136,7 @@ JsonDocument SchemaMaker::make(const FormInfo* form) {
     } else {
         JsonValue anyOf(rapidjson::kArrayType);
         for (const FormInfo* each : json::allForms()) {
+            if (!each->make) continue; // no document is of an abstract class
             JsonValue toThis = reference(*each);
             if (each->isWholeDocument) push(anyOf, std::move(toThis));
         }

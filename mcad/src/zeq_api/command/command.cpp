@@ -1,7 +1,8 @@
 // Commands: which options travel for which operation and generation of the protocol.
 #include "zeq_api/command/command.h"
 
-#include "zeq_api/command/document_rows.h"
+#include "zeq_api/command/area.h"
+#include "zeq_api/json/document_rows.h"
 
 namespace zeq {
 
@@ -112,7 +113,9 @@ struct Command::JsonForm {
         detail::exactName(L"convexor_interface", &This::m_internalInterface, detail::becomesDefault),
         detail::exactName(L"command", &This::m_type,
                           detail::refused("Command::readObject: json document has no command type.")),
-        Options{L"options"}, json::field(L"mt_mode", &This::m_useMultiThreading)};
+        Options{L"options"},
+        json::field(L"mt_mode", &This::m_useMultiThreading),
+    };
 };
 
 void Command::writeObject(mp::OutputStream& stream) const {

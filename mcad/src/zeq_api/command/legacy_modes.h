@@ -61,20 +61,26 @@ const EnumTable& enumTable(EExportHiddenPartsMode);
 /// Version of an exported STEP file.
 enum class EExportStepFormatVersion : int {
 };
+void travelsAsNumber(EExportStepFormatVersion); // declared only, as a mark
 /// Version of an exported ACIS file.
 enum class EExportAcisFormatVersion : int {
 };
+void travelsAsNumber(EExportAcisFormatVersion); // declared only, as a mark
 /// Version of an exported CATIA V4 file.
 enum class EExportCatiav4FormatVersion : int {
 };
+void travelsAsNumber(EExportCatiav4FormatVersion); // declared only, as a mark
 /// Version of an exported CATIA V5 file.
 enum class EExportCatiav5FormatVersion : int {
 };
+void travelsAsNumber(EExportCatiav5FormatVersion); // declared only, as a mark
 /// Version of an exported Parasolid file.
 enum class EExportParasolidFormatVersion : int {
 };
+void travelsAsNumber(EExportParasolidFormatVersion); // declared only, as a mark
 /// Version of an exported XCGM file.
 enum class EExportXcgmFormatVersion : int {
 };
+void travelsAsNumber(EExportXcgmFormatVersion); // declared only, as a mark
 
 } // namespace zeq

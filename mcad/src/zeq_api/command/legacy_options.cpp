@@ -1,9 +1,10 @@
 // The options of import and export commands to the legacy interface.
 #include "zeq_api/command/legacy_options.h"
 
-#include "zeq_api/command/document_rows.h"
+#include "zeq_api/command/area.h"
 #include "zeq_api/command/format_groups.h"
 #include "zeq_api/exchange_common/component_maps.h"
+#include "zeq_api/json/document_rows.h"
 
 namespace zeq {
 
@@ -48,14 +49,11 @@ struct LegacyImportOptionsImpl::JsonForm {
             "LegacyImportOptions.AlternateSearchPaths for ",
             json::field(L"alternate_search_paths", &This::m_alternateSearchPaths, json::unlessEmpty)),
         detail::inForce("LegacyImportOptions.PrintDebugLog = ",
-                        json::field(L"debug_log", &This::m_printDebugLog, json::whenSet))};
+                        json::field(L"debug_log", &This::m_printDebugLog, json::whenSet)),
+    };
 };
 
-void LegacyImportOptionsImpl::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void LegacyImportOptionsImpl::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(LegacyImportOptionsImpl)
 
 std::shared_ptr<IFormatOptions> LegacyImportOptionsImpl::formatOptions(EFormatType type) const {
     return detail::findGroup(m_formatOptions, type);
@@ -110,13 +108,10 @@ struct LegacyExportOptionsImpl::JsonForm {
                     json::unless(EExportParasolidFormatVersion{})),
         json::field(L"xcgm_format_version", &This::m_xcgmFormatVersion,
                     json::unless(EExportXcgmFormatVersion{})),
-        json::field(L"debug_log", &This::m_printDebugLog, json::whenSet)};
+        json::field(L"debug_log", &This::m_printDebugLog, json::whenSet),
+    };
 };
 
-void LegacyExportOptionsImpl::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void LegacyExportOptionsImpl::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(LegacyExportOptionsImpl)
 
 } // namespace zeq

@@ -1,8 +1,9 @@
 // The options of import and export commands.
 #include "zeq_api/command/options.h"
 
-#include "zeq_api/command/document_rows.h"
+#include "zeq_api/command/area.h"
 #include "zeq_api/command/format_groups.h"
+#include "zeq_api/json/document_rows.h"
 
 namespace zeq {
 
@@ -19,14 +20,11 @@ struct ImportOptionsImpl::JsonForm {
         json::field(L"translate_world_orientation", &This::m_translateWorldOrientation),
         json::field(L"translate_misc_data", &This::m_translateMiscData),
         detail::formatGroups(L"format_options", &This::m_formatOptions),
-        json::field(L"modeler_version", &This::m_modelerMajorVersion)};
+        json::field(L"modeler_version", &This::m_modelerMajorVersion),
+    };
 };
 
-void ImportOptionsImpl::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void ImportOptionsImpl::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(ImportOptionsImpl)
 
 std::shared_ptr<IFormatOptions> ImportOptionsImpl::formatOptions(EFormatType type) const {
     return detail::findGroup(m_formatOptions, type);
@@ -49,14 +47,11 @@ struct ExportOptionsImpl::JsonForm {
                        json::field(L"format_version", &This::m_formatVersion, json::unlessEmpty)),
         detail::logged("ExportOptions.geometryFlags = ",
                        json::field(L"geometry_flags", &This::m_geometryFlags, json::unless(0))),
-        detail::formatGroups(L"format_options", &This::m_formatOptions)};
+        detail::formatGroups(L"format_options", &This::m_formatOptions),
+    };
 };
 
-void ExportOptionsImpl::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void ExportOptionsImpl::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(ExportOptionsImpl)
 
 std::shared_ptr<IFormatOptions> ExportOptionsImpl::formatOptions(EFormatType type) const {
     return detail::findGroup(m_formatOptions, type);

@@ -1,7 +1,7 @@
 // The translator's answer to a command.
 #include "zeq_api/command/result.h"
 
-#include "zeq_api/command/document_rows.h"
+#include "zeq_api/json/document_rows.h"
 
 namespace zeq {
 
@@ -24,7 +24,8 @@ struct Result::JsonForm {
         detail::exactName(L"code", &This::m_code,
                           detail::refused("Result::readObject: json document has no result code.")),
         json::field(L"message", &This::m_message, json::unlessEmpty),
-        json::field(L"is_finished", &This::m_finished)};
+        json::field(L"is_finished", &This::m_finished),
+    };
 };
 
 void Result::writeObject(mp::OutputStream& stream) const { detail::writeStream<JsonForm>(*this, stream); }

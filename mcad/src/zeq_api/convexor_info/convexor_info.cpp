@@ -1,7 +1,8 @@
 // The translator's description of itself.
 #include "zeq_api/convexor_info/convexor_info.h"
 
-#include "zeq_api/command/document_rows.h"
+#include "zeq_api/convexor_info/area.h"
+#include "zeq_api/json/document_rows.h"
 
 namespace zeq {
 
@@ -31,14 +32,12 @@ struct ThirdpartyCore::JsonForm {
     static constexpr json::Form form{
         json::Head{"ThirdpartyCore", area::convexorInfo,
                    json::throwsInvalid("ThirdpartyCore::readFrom > !jsonObject.IsObject()")},
-        json::field(L"name", &This::m_name), json::field(L"version", &This::m_version)};
+        json::field(L"name", &This::m_name),
+        json::field(L"version", &This::m_version),
+    };
 };
 
-void ThirdpartyCore::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void ThirdpartyCore::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(ThirdpartyCore)
 
 struct ConvexorInfo::JsonForm {
     using This = ConvexorInfo;
@@ -52,7 +51,8 @@ struct ConvexorInfo::JsonForm {
         detail::exactName(L"parasolid_mode", &This::m_parasolidMode),
         json::children(L"import_formats", &This::m_importFormats, &This::addImportFormat),
         json::children(L"export_formats", &This::m_exportFormats, &This::addExportFormat),
-        json::field(L"modeler_version", &This::m_modelerMajorVersion)};
+        json::field(L"modeler_version", &This::m_modelerMajorVersion),
+    };
 };
 
 void ConvexorInfo::writeObject(mp::OutputStream& stream) const {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <locale>
 
+#include "zeq_api/convexor_info/area.h"
 #include "zeq_api/convexor_info/path_pattern.h"
 #include "zeq_api/json/form.h"
 
@@ -68,14 +69,12 @@ struct Format::JsonForm {
     static constexpr json::Form form{
         json::Head{"Format", area::convexorInfo,
                    json::throwsInvalid("Format::readFrom > !jsonObject.IsObject()")},
-        json::field(L"description", &This::m_description), json::field(L"extensions", &This::m_extensions),
-        json::field(L"filters", &This::m_filterExtensions)};
+        json::field(L"description", &This::m_description),
+        json::field(L"extensions", &This::m_extensions),
+        json::field(L"filters", &This::m_filterExtensions),
+    };
 };
 
-void Format::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void Format::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(Format)
 
 } // namespace zeq

@@ -1,6 +1,7 @@
 // The JSON form of colours: null, or an object with the parts that are set.
 #include "zeq_api/exchange_common/color.h"
 
+#include "zeq_api/exchange_common/area.h"
 #include "zeq_api/json/form.h"
 
 namespace zeq {
@@ -51,15 +52,14 @@ struct ExcColor::JsonForm {
     static constexpr json::Form form{
         json::Head{"ExcColor", area::exchangeCommon,
                    json::logsWarning("ExcColor::readObject: input JsonValue is not an object.")},
-        json::nullUnless(&This::isSet, &This::clear), json::custom(L"rgb", Rgb{}, json::when(&This::hasRGB)),
-        json::custom(L"alpha", Alpha{}, json::when(&This::hasAlpha))};
+        json::nullUnless(&This::isSet, &This::clear),
+        json::custom(L"rgb", Rgb{}, json::when(&This::hasRGB)),
+        json::custom(L"alpha", Alpha{}, json::when(&This::hasAlpha)),
+    };
 };
 
 void ExcColor::clear() { m_hasRGB = m_hasAlpha = false; }
 
-void ExcColor::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-void ExcColor::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(ExcColor)
 
 } // namespace zeq

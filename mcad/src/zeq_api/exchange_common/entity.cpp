@@ -3,6 +3,7 @@
 
 #include <string_view>
 
+#include "zeq_api/exchange_common/area.h"
 #include "zeq_api/json/form.h"
 
 namespace zeq {
@@ -28,18 +29,17 @@ struct SubentType {
 
 struct ExcFullSubentPath::JsonForm {
     using This = ExcFullSubentPath;
-    static constexpr json::Form form{json::Head{"ExcFullSubentPath", area::exchangeCommon},
-                                     json::field(L"block_references", &This::m_refs, json::unlessEmpty),
-                                     json::field(L"subent_id", &This::m_subentId),
-                                     json::custom(L"subent_type", SubentType{}),
-                                     json::field(L"visu_id", &This::m_visuId, json::unlessEmpty),
-                                     json::field(L"instance_path", &This::m_instancePath, json::whenSet)};
+    static constexpr json::Form form{
+        json::Head{"ExcFullSubentPath", area::exchangeCommon},
+        json::field(L"block_references", &This::m_refs, json::unlessEmpty),
+        json::field(L"subent_id", &This::m_subentId),
+        json::custom(L"subent_type", SubentType{}),
+        json::field(L"visu_id", &This::m_visuId, json::unlessEmpty),
+        json::field(L"instance_path", &This::m_instancePath, json::whenSet),
+    };
 };
 
-void ExcFullSubentPath::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-void ExcFullSubentPath::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(ExcFullSubentPath)
 
 const EnumTable& enumTable(ExcEntity::EType) {
     using enum ExcEntity::EType;
@@ -56,15 +56,14 @@ struct ExcEntity::JsonForm {
     static constexpr auto ofType =
         [](const This& entity, const auto&) { return ((entity.m_type == types) || ...); };
     static constexpr json::Form form{
-        json::Head{"ExcEntity", area::exchangeCommon}, json::field(L"type", &This::m_type),
+        json::Head{"ExcEntity", area::exchangeCommon},
+        json::field(L"type", &This::m_type),
         json::field(L"description", &This::m_description, ofType<EType::original>),
         json::field(L"id", &This::m_id, ofType<EType::original, EType::mfg>),
-        json::field(L"fsp", &This::m_fsp, ofType<EType::fsp>)};
+        json::field(L"fsp", &This::m_fsp, ofType<EType::fsp>),
+    };
 };
 
-void ExcEntity::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-void ExcEntity::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(ExcEntity)
 
 } // namespace zeq

@@ -1,6 +1,7 @@
 // The JSON forms of vectors, matrices and placements.
 #include "zeq_api/exchange_common/geometry.h"
 
+#include "zeq_api/exchange_common/area.h"
 #include "zeq_api/json/form.h"
 
 namespace zeq {
@@ -14,50 +15,45 @@ constexpr json::Mismatch noVector =
 
 struct ExcVector2d::JsonForm {
     using This = ExcVector2d;
-    static constexpr json::Form form{json::Head{"ExcVectorBase<2>", area::exchangeCommon, noVector},
-                                     json::whole<This, std::array<double, 2>>(&This::m_components)};
+    static constexpr json::Form form{
+        json::Head{"ExcVectorBase<2>", area::exchangeCommon, noVector},
+        json::whole<This, std::array<double, 2>>(&This::m_components),
+    };
 };
 
-void ExcVector2d::readObject(const JsonValue& array) { json::read<JsonForm>(*this, array); }
-void ExcVector2d::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(ExcVector2d)
 
 struct ExcVector3d::JsonForm {
     using This = ExcVector3d;
-    static constexpr json::Form form{json::Head{"ExcVectorBase<3>", area::exchangeCommon, noVector},
-                                     json::whole<This, std::array<double, 3>>(&This::m_components)};
+    static constexpr json::Form form{
+        json::Head{"ExcVectorBase<3>", area::exchangeCommon, noVector},
+        json::whole<This, std::array<double, 3>>(&This::m_components),
+    };
 };
 
-void ExcVector3d::readObject(const JsonValue& array) { json::read<JsonForm>(*this, array); }
-void ExcVector3d::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(ExcVector3d)
 
 struct ExcMatrix3d::JsonForm {
     using This = ExcMatrix3d;
     static constexpr json::Form form{
         json::Head{"ExcMatrix3d", area::exchangeCommon,
                    json::logsWarning("ExcMatrix3d::readObject: input JsonValue is not an array.")},
-        json::whole(&This::m_rows)};
+        json::whole(&This::m_rows),
+    };
 };
 
-void ExcMatrix3d::readObject(const JsonValue& array) { json::read<JsonForm>(*this, array); }
-void ExcMatrix3d::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(ExcMatrix3d)
 
 struct ExcTransformation::JsonForm {
     using This = ExcTransformation;
     static constexpr json::Form form{
         json::Head{"ExcTransformation", area::exchangeCommon,
                    json::logsWarning("ExcTransformation::readObject: input JsonValue is not an object.")},
-        json::nested(L"affine", &This::m_affine), json::nested(L"translation", &This::m_translation)};
+        json::nested(L"affine", &This::m_affine),
+        json::nested(L"translation", &This::m_translation),
+    };
 };
 
-void ExcTransformation::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-void ExcTransformation::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(ExcTransformation)
 
 } // namespace zeq

@@ -1,6 +1,7 @@
 // The JSON forms of properties.
 #include "zeq_api/exchange_common/misc_data.h"
 
+#include "zeq_api/exchange_common/area.h"
 #include "zeq_api/json/form.h"
 
 namespace zeq {
@@ -23,13 +24,11 @@ struct ExcMiscProperty::JsonForm {
         json::field(L"type", &This::m_type),
         json::field(L"unit", &This::m_unit, json::unlessEmpty),
         json::field(L"value", &This::m_value),
-        json::field(L"value_type", &This::m_valueType, json::unless(EValueType::unknown_value_type))};
+        json::field(L"value_type", &This::m_valueType, json::unless(EValueType::unknown_value_type)),
+    };
 };
 
-void ExcMiscProperty::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-void ExcMiscProperty::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(ExcMiscProperty)
 
 struct ExcMiscPropertiesGroup::JsonForm {
     using This = ExcMiscPropertiesGroup;
@@ -37,26 +36,23 @@ struct ExcMiscPropertiesGroup::JsonForm {
         json::Head{
             "ExcMiscPropertiesGroup", area::exchangeCommon,
             json::logsWarning("ExcMiscPropertiesGroup::readObject: input JsonValue is not an object.")},
-        json::field(L"name", &This::m_name), json::field(L"is_bim", &This::m_bim),
-        json::children(L"properties", &This::m_properties, json::anyElements, json::always)};
+        json::field(L"name", &This::m_name),
+        json::field(L"is_bim", &This::m_bim),
+        json::children(L"properties", &This::m_properties, json::anyElements, json::always),
+    };
 };
 
-void ExcMiscPropertiesGroup::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-void ExcMiscPropertiesGroup::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(ExcMiscPropertiesGroup)
 
 struct ExcMiscData::JsonForm {
     using This = ExcMiscData;
     static constexpr json::Form form{
         json::Head{"ExcMiscData", area::exchangeCommon,
                    json::logsWarning("ExcMiscData::readObject: input JsonValue is not an array.")},
-        json::wholeList(&This::m_groups)};
+        json::wholeList(&This::m_groups),
+    };
 };
 
-void ExcMiscData::readObject(const JsonValue& array) { json::read<JsonForm>(*this, array); }
-void ExcMiscData::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(ExcMiscData)
 
 } // namespace zeq

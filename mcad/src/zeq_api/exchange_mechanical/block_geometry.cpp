@@ -6,6 +6,7 @@
 
 #include "mp/exception.h"
 #include "mv_cvx/logger.h"
+#include "zeq_api/exchange_common/area.h"
 #include "zeq_api/exchange_object/exchange_object_registry.h"
 #include "zeq_api/json/form.h"
 
@@ -74,16 +75,14 @@ struct ExcBlockGeometry::JsonForm {
         json::MemberShape describe() const { return {key, {json::StringShape{}, true}}; }
     };
 
-    static constexpr json::Form form{json::Head{"ExcBlockGeometry", area::exchangeCommon},
-                                     BlockId{{L"block_id", &This::m_blockId, json::always}},
-                                     BufferName{L"shared_acis_buffer_name"}};
+    static constexpr json::Form form{
+        json::Head{"ExcBlockGeometry", area::exchangeCommon},
+        BlockId{{L"block_id", &This::m_blockId, json::always}},
+        BufferName{L"shared_acis_buffer_name"},
+    };
 };
 
-void ExcBlockGeometry::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void ExcBlockGeometry::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(ExcBlockGeometry)
 
 const std::wstring& ExcBlockGeometry::objName() {
     static const std::wstring name = L"exc_block_geometry";

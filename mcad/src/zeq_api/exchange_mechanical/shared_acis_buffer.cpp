@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "zeq_api/codec/compressor.h"
+#include "zeq_api/exchange_common/area.h"
 #include "zeq_api/json/form_registry.h"
 
 namespace zeq {

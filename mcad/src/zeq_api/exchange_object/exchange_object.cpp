@@ -9,6 +9,7 @@
 #include "mp/shared_buffer.h"
 #include "zeq_api/codec/binary_json.h"
 #include "zeq_api/codec/compressor.h"
+#include "zeq_api/exchange_object/area.h"
 #include "zeq_api/json/codecs.h"
 
 namespace zeq {

@@ -7,6 +7,7 @@
 #include "mp/shared_buffer.h"
 #include "mv_cvx/logger.h"
 #include "zeq_api/codec/compressor.h"
+#include "zeq_api/exchange_object/area.h"
 #include "zeq_api/exchange_object/exchange_object_registry.h"
 #include "zeq_api/json/form.h"
 #include "zeq_api/json/text_io.h"
@@ -135,7 +136,10 @@ struct ExchangeObjectWrapper::JsonForm {
         json::Head{"ExchangeObjectWrapper",
                    area::untraced, // the stream's functions have their own trace lines
                    json::throwsInvalid("ExchangeObjectWrapper::readObject: invalid json document")},
-        Name{nameKey}, Mark{binaryKey}, Data{dataKey}};
+        Name{nameKey},
+        Mark{binaryKey},
+        Data{dataKey},
+    };
 };
 
 void ExchangeObjectWrapper::writeObject(mp::OutputStream& stream) const {

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "zeq_api/exchange_common/component_maps.h"
+#include "zeq_api/exchange_object/area.h"
 #include "zeq_api/exchange_object/exchange_object_registry.h"
 #include "zeq_api/json/form.h"
 
@@ -69,13 +70,11 @@ struct LegacyComponentInstanceNames::JsonForm {
         json::Head{"LegacyComponentInstanceNames", area::exchangeObject,
                    json::throwsInvalid(
                        "LegacyComponentInstanceNames::readObject(): Input json object is not an array")},
-        json::whole(&This::m_map)};
+        json::whole(&This::m_map),
+    };
 };
 
-void LegacyComponentInstanceNames::readObject(const JsonValue& array) { json::read<JsonForm>(*this, array); }
-void LegacyComponentInstanceNames::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(LegacyComponentInstanceNames)
 
 const std::wstring& LegacyComponentInstanceNames::objName() {
     static const std::wstring name = L"legacy_component_instance_names";
@@ -100,13 +99,11 @@ struct LegacyMaterialMap::JsonForm {
     static constexpr json::Form form{
         json::Head{"LegacyMaterialMap", area::exchangeObject,
                    json::throwsInvalid("LegacyMaterialMap::readObject(): Input json object is not an array")},
-        json::wholeArray(Materials{})};
+        json::wholeArray(Materials{}),
+    };
 };
 
-void LegacyMaterialMap::readObject(const JsonValue& array) { json::read<JsonForm>(*this, array); }
-void LegacyMaterialMap::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(LegacyMaterialMap)
 
 const std::wstring& LegacyMaterialMap::objName() {
     static const std::wstring name = L"legacy_component_material_map";

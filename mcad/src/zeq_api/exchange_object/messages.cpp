@@ -1,6 +1,7 @@
 // The JSON forms of reports, which are silent about input of the wrong type.
 #include "zeq_api/exchange_object/messages.h"
 
+#include "zeq_api/exchange_common/area.h"
 #include "zeq_api/exchange_object/exchange_object_registry.h"
 #include "zeq_api/json/form.h"
 
@@ -17,25 +18,23 @@ StaticExchangeObject<ExcStageFinished> stagePrototype;
 
 struct ExcMessageBase::JsonForm {
     using This = ExcMessageBase;
-    static constexpr json::Form form{json::Head{"ExcMessageBase", area::untraced, json::silently},
-                                     json::field(L"message", &This::m_message)};
+    static constexpr json::Form form{
+        json::Head{"ExcMessageBase", area::untraced, json::silently},
+        json::field(L"message", &This::m_message),
+    };
 };
 
-void ExcMessageBase::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-void ExcMessageBase::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(ExcMessageBase)
 
 struct ExcMessage::JsonForm {
     using This = ExcMessage;
-    static constexpr json::Form form{json::Head{"ExcMessage", area::untraced, json::silently},
-                                     json::base<ExcMessageBase>};
+    static constexpr json::Form form{
+        json::Head{"ExcMessage", area::untraced, json::silently},
+        json::base<ExcMessageBase>,
+    };
 };
 
-void ExcMessage::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-void ExcMessage::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(ExcMessage)
 
 const std::wstring& ExcMessage::objName() {
     static const std::wstring name = L"exc_message";
@@ -46,14 +45,13 @@ std::shared_ptr<IExchangeObject> ExcMessage::clone() const { return std::make_sh
 
 struct ExcLog::JsonForm {
     using This = ExcLog;
-    static constexpr json::Form form{json::Head{"ExcLog", area::untraced, json::silently},
-                                     json::base<ExcMessageBase>};
+    static constexpr json::Form form{
+        json::Head{"ExcLog", area::untraced, json::silently},
+        json::base<ExcMessageBase>,
+    };
 };
 
-void ExcLog::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-void ExcLog::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(ExcLog)
 
 const std::wstring& ExcLog::objName() {
     static const std::wstring name = L"exc_log";
@@ -66,14 +64,14 @@ struct ExcProgress::JsonForm {
     using This = ExcProgress;
     static constexpr json::Form form{
         json::Head{"ExcProgress", area::untraced, json::silently},
-        json::field(L"progress", &This::m_progress), json::field(L"progress_max", &This::m_progressMax),
-        json::field(L"pulse", &This::m_pulse), json::field(L"stage", &This::m_stage)};
+        json::field(L"progress", &This::m_progress),
+        json::field(L"progress_max", &This::m_progressMax),
+        json::field(L"pulse", &This::m_pulse),
+        json::field(L"stage", &This::m_stage),
+    };
 };
 
-void ExcProgress::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-void ExcProgress::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(ExcProgress)
 
 const std::wstring& ExcProgress::objName() {
     static const std::wstring name = L"exc_progress";
@@ -101,14 +99,13 @@ const EnumTable& enumTable(ExcStageFinished::EStage) {
 
 struct ExcStageFinished::JsonForm {
     using This = ExcStageFinished;
-    static constexpr json::Form form{json::Head{"ExcStageFinished", area::exchangeCommon, json::silently},
-                                     json::whole(&This::m_stage)};
+    static constexpr json::Form form{
+        json::Head{"ExcStageFinished", area::exchangeCommon, json::silently},
+        json::whole(&This::m_stage),
+    };
 };
 
-void ExcStageFinished::readObject(const JsonValue& text) { json::read<JsonForm>(*this, text); }
-void ExcStageFinished::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(ExcStageFinished)
 
 const std::wstring& ExcStageFinished::objName() {
     static const std::wstring name = L"exc_stage_finished";

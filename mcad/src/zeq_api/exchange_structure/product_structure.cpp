@@ -5,6 +5,8 @@
 
 #include "mv_cvx/logger.h"
 #include "zeq_api/exchange_object/exchange_object_registry.h"
+#include "zeq_api/exchange_common/child_list.h"
+#include "zeq_api/exchange_structure/area.h"
 #include "zeq_api/exchange_structure/reference_list.h"
 #include "zeq_api/json/form.h"
 
@@ -26,14 +28,11 @@ struct ExcProductStructure::JsonForm {
         json::field(L"units", &This::m_units),
         json::field(L"world_orientation", &This::m_worldOrientation),
         json::children(L"blocks", &This::m_blocks, &This::addBlock, json::anyElements),
-        json::children(L"root_block_references", &This::m_rootBlockReferences, &This::addRootBlockReference)};
+        json::children(L"root_block_references", &This::m_rootBlockReferences, &This::addRootBlockReference),
+    };
 };
 
-void ExcProductStructure::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void ExcProductStructure::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(ExcProductStructure)
 
 const std::wstring& ExcProductStructure::objName() {
     static const std::wstring name = L"exc_product_structure";
@@ -66,8 +65,8 @@ void ExcProductStructure::addBlock(ExcBlockPtr block) {
 }
 
 void ExcProductStructure::addRootBlockReference(ExcBlockReferencePtr reference) {
-    detail::appendReference(m_rootBlockReferences, std::move(reference),
-                            "ExcProductStructure: attempt to add null Root Block Reference object.");
+    detail::appendChild(m_rootBlockReferences, std::move(reference),
+                        "ExcProductStructure: attempt to add null Root Block Reference object.");
 }
 
 void ExcProductStructure::removeRootBlockReference(int blockId) {

@@ -1,6 +1,7 @@
 // Names and JSON forms of the option groups that are not tied to a file format.
 #include "zeq_api/format_options/common_options.h"
 
+#include "zeq_api/format_options/area.h"
 #include "zeq_api/json/form.h"
 
 namespace zeq {
@@ -166,14 +167,11 @@ struct OptionsGeneral::JsonForm {
         json::field(L"log_file_name", &This::m_logFileName),
         json::field(L"logging_mode_type", &This::m_loggingMode),
         json::field(L"logging_output_directory", &This::m_loggingOutputDirectory),
-        json::field(L"memory_management_mode", &This::m_memoryManagementMode)};
+        json::field(L"memory_management_mode", &This::m_memoryManagementMode),
+    };
 };
 
-void OptionsGeneral::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void OptionsGeneral::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(OptionsGeneral)
 
 struct OptionsGraphical::JsonForm {
     using This = OptionsGraphical;
@@ -184,28 +182,23 @@ struct OptionsGraphical::JsonForm {
         json::field(L"translate_reference_geometry_mode", &This::m_translateReferenceGeometryMode),
         json::field(L"visu_brep_tesselation_mode", &This::m_visuBRepTessellationMode), // sic
         json::field(L"visu_text_data_mode", &This::m_visuTextDataMode),
-        json::field(L"visu_text_stroking_mode", &This::m_visuTextStrokingMode)};
+        json::field(L"visu_text_stroking_mode", &This::m_visuTextStrokingMode),
+    };
 };
 
-void OptionsGraphical::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void OptionsGraphical::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(OptionsGraphical)
 
 struct OptionsMechanical::JsonForm {
     using This = OptionsMechanical;
     static constexpr json::Form form{
-        json::Head{"OptionsMechanical", area::formatOptions}, json::base<IFormatOptions>,
+        json::Head{"OptionsMechanical", area::formatOptions},
+        json::base<IFormatOptions>,
         json::field(L"feature_tolerance_processing_mode", &This::m_featureToleranceProcessingMode),
-        json::field(L"misc_data_processing_mode", &This::m_miscDataProcessingMode)};
+        json::field(L"misc_data_processing_mode", &This::m_miscDataProcessingMode),
+    };
 };
 
-void OptionsMechanical::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void OptionsMechanical::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(OptionsMechanical)
 
 struct OptionsModeler::JsonForm {
     using This = OptionsModeler;
@@ -220,13 +213,10 @@ struct OptionsModeler::JsonForm {
         json::field(L"preserve_mfg_mode", &This::m_preserveMfgMode),
         json::field(L"preserve_model_associativity_mode", &This::m_preserveModelAssociativityMode),
         json::field(L"preserve_pmi_mode", &This::m_preservePMIMode),
-        json::field(L"topological_entity_inspector_mode", &This::m_topologicalEntityInspectorMode)};
+        json::field(L"topological_entity_inspector_mode", &This::m_topologicalEntityInspectorMode),
+    };
 };
 
-void OptionsModeler::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void OptionsModeler::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(OptionsModeler)
 
 } // namespace zeq

@@ -1,6 +1,7 @@
 // JSON forms of the option groups for exporting.
 #include "zeq_api/format_options/export_options.h"
 
+#include "zeq_api/format_options/area.h"
 #include "zeq_api/json/form.h"
 
 namespace zeq::exp {
@@ -18,11 +19,7 @@ struct OptionsSTEP::JsonForm {
     };
 };
 
-void OptionsSTEP::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void OptionsSTEP::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(OptionsSTEP)
 
 struct OptionsAcis::JsonForm {
     using This = OptionsAcis;
@@ -34,11 +31,7 @@ struct OptionsAcis::JsonForm {
     };
 };
 
-void OptionsAcis::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void OptionsAcis::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(OptionsAcis)
 
 struct OptionsParasolid::JsonForm {
     using This = OptionsParasolid;
@@ -49,11 +42,7 @@ struct OptionsParasolid::JsonForm {
     };
 };
 
-void OptionsParasolid::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void OptionsParasolid::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(OptionsParasolid)
 
 struct OptionsCatiaV5::JsonForm {
     using This = OptionsCatiaV5;
@@ -66,11 +55,7 @@ struct OptionsCatiaV5::JsonForm {
     };
 };
 
-void OptionsCatiaV5::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void OptionsCatiaV5::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(OptionsCatiaV5)
 
 struct OptionsCatiaV4::JsonForm {
     using This = OptionsCatiaV4;
@@ -84,11 +69,7 @@ struct OptionsCatiaV4::JsonForm {
     };
 };
 
-void OptionsCatiaV4::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void OptionsCatiaV4::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(OptionsCatiaV4)
 
 struct OptionsIGES::JsonForm {
     using This = OptionsIGES;
@@ -100,11 +81,7 @@ struct OptionsIGES::JsonForm {
     };
 };
 
-void OptionsIGES::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void OptionsIGES::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(OptionsIGES)
 
 struct OptionsSTL::JsonForm {
     using This = OptionsSTL;
@@ -115,11 +92,7 @@ struct OptionsSTL::JsonForm {
     };
 };
 
-void OptionsSTL::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void OptionsSTL::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(OptionsSTL)
 
 struct OptionsPDF::JsonForm {
     using This = OptionsPDF;
@@ -130,11 +103,7 @@ struct OptionsPDF::JsonForm {
     };
 };
 
-void OptionsPDF::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void OptionsPDF::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(OptionsPDF)
 
 struct Options3DXML::JsonForm {
     using This = Options3DXML;
@@ -146,11 +115,7 @@ struct Options3DXML::JsonForm {
     };
 };
 
-void Options3DXML::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void Options3DXML::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(Options3DXML)
 
 struct OptionsXCGM::JsonForm {
     using This = OptionsXCGM;
@@ -163,10 +128,6 @@ struct OptionsXCGM::JsonForm {
     };
 };
 
-void OptionsXCGM::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void OptionsXCGM::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(OptionsXCGM)
 
 } // namespace zeq::exp

@@ -2,6 +2,7 @@
 #include "zeq_api/format_options/format_options.h"
 
 #include "mv_cvx/logger.h"
+#include "zeq_api/format_options/area.h"
 #include "zeq_api/json/form.h"
 
 namespace zeq {
@@ -93,13 +94,11 @@ struct IFormatOptions::JsonForm {
     static constexpr json::Form form{
         json::Head{"IFormatOptions", area::formatOptions,
                    json::logsError("FormatOptions object should have a JSON object type.")},
-        OperationType{L"operation_type", &This::operationType}, Purpose{L"format_type"}};
+        OperationType{L"operation_type", &This::operationType},
+        Purpose{L"format_type"},
+    };
 };
 
-void IFormatOptions::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void IFormatOptions::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(IFormatOptions)
 
 } // namespace zeq

@@ -1,6 +1,7 @@
 // JSON forms of the option groups for importing.
 #include "zeq_api/format_options/import_options.h"
 
+#include "zeq_api/format_options/area.h"
 #include "zeq_api/json/form.h"
 
 namespace zeq::imp {
@@ -24,11 +25,7 @@ struct OptionsNX::JsonForm {
     };
 };
 
-void OptionsNX::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void OptionsNX::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(OptionsNX)
 
 struct Options3DXML::JsonForm {
     using This = Options3DXML;
@@ -39,11 +36,7 @@ struct Options3DXML::JsonForm {
     };
 };
 
-void Options3DXML::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void Options3DXML::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(Options3DXML)
 
 struct OptionsCatiaV4::JsonForm {
     using This = OptionsCatiaV4;
@@ -56,11 +49,7 @@ struct OptionsCatiaV4::JsonForm {
     };
 };
 
-void OptionsCatiaV4::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void OptionsCatiaV4::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(OptionsCatiaV4)
 
 struct OptionsCatiaV5::JsonForm {
     using This = OptionsCatiaV5;
@@ -84,11 +73,7 @@ struct OptionsCatiaV5::JsonForm {
     };
 };
 
-void OptionsCatiaV5::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void OptionsCatiaV5::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(OptionsCatiaV5)
 
 struct OptionsCatiaV5Drawing::JsonForm {
     using This = OptionsCatiaV5Drawing;
@@ -100,11 +85,7 @@ struct OptionsCatiaV5Drawing::JsonForm {
     };
 };
 
-void OptionsCatiaV5Drawing::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void OptionsCatiaV5Drawing::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(OptionsCatiaV5Drawing)
 
 struct OptionsCreo::JsonForm {
     using This = OptionsCreo;
@@ -126,11 +107,7 @@ struct OptionsCreo::JsonForm {
     };
 };
 
-void OptionsCreo::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void OptionsCreo::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(OptionsCreo)
 
 struct OptionsIGES::JsonForm {
     using This = OptionsIGES;
@@ -144,11 +121,7 @@ struct OptionsIGES::JsonForm {
     };
 };
 
-void OptionsIGES::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void OptionsIGES::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(OptionsIGES)
 
 struct OptionsInventor::JsonForm {
     using This = OptionsInventor;
@@ -167,11 +140,7 @@ struct OptionsInventor::JsonForm {
     };
 };
 
-void OptionsInventor::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void OptionsInventor::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(OptionsInventor)
 
 struct OptionsJT::JsonForm {
     using This = OptionsJT;
@@ -188,11 +157,7 @@ struct OptionsJT::JsonForm {
     };
 };
 
-void OptionsJT::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void OptionsJT::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(OptionsJT)
 
 struct OptionsParasolid::JsonForm {
     using This = OptionsParasolid;
@@ -203,11 +168,7 @@ struct OptionsParasolid::JsonForm {
     };
 };
 
-void OptionsParasolid::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void OptionsParasolid::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(OptionsParasolid)
 
 struct OptionsSolidEdge::JsonForm {
     using This = OptionsSolidEdge;
@@ -224,11 +185,7 @@ struct OptionsSolidEdge::JsonForm {
     };
 };
 
-void OptionsSolidEdge::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void OptionsSolidEdge::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(OptionsSolidEdge)
 
 struct OptionsSolidWorks::JsonForm {
     using This = OptionsSolidWorks;
@@ -248,11 +205,7 @@ struct OptionsSolidWorks::JsonForm {
     };
 };
 
-void OptionsSolidWorks::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void OptionsSolidWorks::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(OptionsSolidWorks)
 
 struct OptionsSolidWorksDrawing::JsonForm {
     using This = OptionsSolidWorksDrawing;
@@ -262,11 +215,7 @@ struct OptionsSolidWorksDrawing::JsonForm {
     };
 };
 
-void OptionsSolidWorksDrawing::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void OptionsSolidWorksDrawing::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(OptionsSolidWorksDrawing)
 
 struct OptionsSTEP::JsonForm {
     using This = OptionsSTEP;
@@ -281,11 +230,7 @@ struct OptionsSTEP::JsonForm {
     };
 };
 
-void OptionsSTEP::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void OptionsSTEP::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(OptionsSTEP)
 
 struct OptionsXCGM::JsonForm {
     using This = OptionsXCGM;
@@ -299,10 +244,6 @@ struct OptionsXCGM::JsonForm {
     };
 };
 
-void OptionsXCGM::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-
-void OptionsXCGM::writeObject(JsonValue& out, JsonAllocator& alloc) const {
-    json::write<JsonForm>(*this, out, alloc);
-}
+ZEQ_JSON_OBJECT(OptionsXCGM)
 
 } // namespace zeq::imp

@@ -36,21 +36,19 @@ void ByteSink::value(std::wstring_view v) {
     m_out->append(reinterpret_cast<const char*>(v.data()), v.size() * sizeof(wchar_t));
 }
 
-void ByteSink::dom(const JsonValue& value) {
-    if (value.IsObject() || value.IsArray()) m_body = m_out->size() + headSize;
-    JsonBinaryIOImpl::encode(value, *m_out);
-}
+void ByteSink::dom(const JsonValue& value) { JsonBinaryIOImpl::encode(value, *m_out); }
 
 std::size_t ByteSink::open(Tag kind) {
     number(kind, Length{0});
     return m_out->size();
 }
 
-void ByteSink::patch(std::size_t body) {
+void ByteSink::close(std::size_t body) {
     const Length length = m_out->size() - body;
     std::memcpy(m_out->data() + body - sizeof length, &length, sizeof length);
-    m_body = body;
 }
+
+std::size_t ByteSink::nextBody() const { return m_out->size() + headSize; }
 
 bool ByteView::isExact(const char* data, std::size_t size) {
     struct Container {

@@ -2,6 +2,7 @@
 // model between.
 #pragma once
 
+#include <algorithm>
 #include <cstring>
 #include <optional>
 #include <string>
@@ -26,20 +27,30 @@ public:
     void value(double v) { number(Tag::real, v); }
     void value(std::wstring_view v);
 
+    /// A string; `fill(bytes, first, count)` writes so many of its units, in order, as bytes.
+    template <class Fill>
+    void text(std::size_t units, Fill&& fill) {
+        number(Tag::string, static_cast<unsigned long long>(units));
+        char chunk[4096 * sizeof(wchar_t)]; // appended as it is made, so that nothing is cleared first
+        constexpr std::size_t most = sizeof chunk / sizeof(wchar_t);
+        for (std::size_t first = 0; first < units; first += most) {
+            const std::size_t count = std::min(most, units - first);
+            fill(chunk, first, count);
+            m_out->append(chunk, count * sizeof(wchar_t));
+        }
+    }
+
     template <class Fill>
     void object(Fill&& fill) {
-        container(Tag::object, fill);
-    }
-    /// Adds members to the object that was written last.
-    template <class Fill>
-    void extend(Fill&& fill) {
-        const std::size_t body = m_body;
+        const std::size_t body = open(Tag::object);
         fill(*this);
-        patch(body);
+        close(body);
     }
     template <class Fill>
     void array(Fill&& fill) {
-        container(Tag::array, fill);
+        const std::size_t body = open(Tag::array);
+        fill(*this);
+        close(body);
     }
     template <class Give>
     void member(std::wstring_view key, Give&& give) {
@@ -55,16 +66,19 @@ public:
     void element(Give&& give) {
         give(*this);
     }
+
+    /// Starts an object or an array, for a writer that cannot nest: its content follows, then close().
+    /// @return where its body starts
+    std::size_t open(Tag kind);
+    /// Sets the length of the body that started there; the last time counts.
+    void close(std::size_t body);
+    /// Where the body of an object or array will start that is written next.
+    std::size_t nextBody() const;
+
     /// Appends a value of the document model.
     void dom(const JsonValue& value);
 
 private:
-    template <class Fill>
-    void container(Tag kind, Fill& fill) {
-        const std::size_t body = open(kind);
-        fill(*this);
-        patch(body);
-    }
     void tag(Tag t) { m_out->push_back(static_cast<char>(t)); }
     template <class Number>
     void number(Tag t, Number v) {
@@ -73,11 +87,8 @@ private:
         std::memcpy(bytes + 1, &v, sizeof v);
         m_out->append(bytes, sizeof bytes);
     }
-    std::size_t open(Tag kind);
-    void patch(std::size_t body);
 
     std::string* m_out;
-    std::size_t m_body = 0; // where the body of the last container starts
 };
 
 /// Reads one value of a byte stream that isExact() has accepted.
@@ -99,6 +110,7 @@ public:
     bool take(std::wstring& out) const;
 
     std::size_t size() const;
+    Units units() const { return {body(), static_cast<std::size_t>(load<unsigned long long>())}; }
 
     template <class Visit>
     void forEach(Visit&& visit) const {

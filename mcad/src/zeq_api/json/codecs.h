@@ -20,7 +20,17 @@ namespace zeq::json {
 /// `take(view, out)` assigns when the value is of the type's JSON form and tells whether it was; `give(sink,
 /// value)` writes; `shape()` says what is taken.
 template <class T>
-struct Codec;
+struct Codec {
+    static_assert(sizeof(T) == 0,
+                  "this type has no JSON form: a class derives from IJsonObject, an enumeration "
+                  "has an enumTable() or travelsAsNumber() beside it, others have a Codec");
+    // Declared so that the assertion is all that the compiler says.
+    template <class View>
+    static bool take(const View& view, T& out);
+    template <class Sink>
+    static void give(Sink&& sink, const T& value);
+    static Shape shape();
+};
 
 template <class T>
 concept Scalar = std::same_as<T, bool> || std::same_as<T, int> || std::same_as<T, unsigned> ||
@@ -98,11 +108,13 @@ Condition isName(std::wstring_view key, E value, bool unknownIsZero = false) {
     return {key, enumToString(value), NameShape{&enumTable(E{}), unknownIsZero}};
 }
 
+/// An enumeration with a declaration of `void travelsAsNumber(E)` beside it.
 template <class E>
-concept NamelessEnum = std::is_enum_v<E> && !NamedEnum<E>;
+concept NumberedEnum = std::is_enum_v<E> && requires(E value) {
+    travelsAsNumber(value);
+};
 
-/// An enumeration without names travels as its number.
-template <NamelessEnum E>
+template <NumberedEnum E>
 struct Codec<E> {
     template <class View>
     static bool take(const View& view, E& out) {
@@ -137,9 +149,18 @@ struct Codec<std::array<T, N>> {
     static Shape shape() { return arrayShape(Codec<T>::shape(), N); }
 };
 
+/// Takes the elements of an array into as many values; an element of another type leaves its value alone.
+template <class View, class T, std::size_t N>
+void takeEach(const View& array, std::array<T, N>& out) {
+    std::size_t i = 0;
+    array.forEach([&](const auto& element) {
+        if (i < N) Codec<T>::take(element, out[i]);
+        return ++i < N;
+    });
+}
+
 /// Every element that is taken is appended; the others are skipped.
 template <class T>
-requires Scalar<T> || std::same_as<T, unsigned long> || std::same_as<T, std::wstring> || NamedEnum<T>
 struct Codec<std::vector<T>> {
     template <class View>
     static bool take(const View& view, std::vector<T>& out) {

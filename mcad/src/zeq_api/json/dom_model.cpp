@@ -1,6 +1,9 @@
 // The strict rules by which a value of the document model is taken or refused.
 #include "zeq_api/json/dom_model.h"
 
+#include <limits>
+#include <new>
+
 namespace zeq::json {
 
 namespace {
@@ -88,5 +91,31 @@ bool DomView::take(std::wstring& out) const {
 void DomSink::value(std::wstring_view v) {
     m_out->SetString(v.data(), static_cast<rapidjson::SizeType>(v.size()), *m_allocator);
 }
+
+char* DomSink::allocateText(std::size_t units) {
+    if (units >= std::numeric_limits<rapidjson::SizeType>::max()) throw std::bad_alloc();
+    if (units == 0) {
+        m_out->SetString(L"", 0);
+        return nullptr;
+    }
+    // The pool keeps the text as long as the document, which therefore may refer to it.
+    auto* text = static_cast<wchar_t*>(m_allocator->Malloc((units + 1) * sizeof(wchar_t)));
+    text[units] = L'\0';
+    m_out->SetString(rapidjson::StringRef(text, static_cast<rapidjson::SizeType>(units)));
+    return reinterpret_cast<char*>(text);
+}
+
+void DomSink::addMember(std::wstring_view key, JsonValue& value) {
+    m_out->AddMember(
+        JsonValue(rapidjson::StringRef(key.data(), static_cast<rapidjson::SizeType>(key.size()))), value,
+        *m_allocator);
+}
+
+void DomSink::addOwnedMember(std::wstring_view key, JsonValue& value) {
+    m_out->AddMember(JsonValue(key.data(), static_cast<rapidjson::SizeType>(key.size()), *m_allocator), value,
+                     *m_allocator);
+}
+
+void DomSink::addElement(JsonValue& value) { m_out->PushBack(value, *m_allocator); }
 
 } // namespace zeq::json

@@ -1,6 +1,7 @@
 // The document model as a sink and a view of forms: what readObject and writeObject work on.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -17,6 +18,12 @@ enum class Kind {
     string,
     array,
     object
+};
+
+/// Code units as bytes, at any address.
+struct Units {
+    const char* bytes;
+    std::size_t count;
 };
 
 /// Looks members up in the order in which the form asks for them. While the document has that order too, each
@@ -54,6 +61,10 @@ public:
 
     /// Number of elements of an array.
     std::size_t size() const { return m_value->Size(); }
+    /// The code units of a string, where they lie.
+    Units units() const {
+        return {reinterpret_cast<const char*>(m_value->GetString()), m_value->GetStringLength()};
+    }
 
     /// Calls `visit(DomView)` for each element of an array until it returns false.
     template <class Visit>
@@ -106,15 +117,16 @@ public:
     void value(double v) { m_out->SetDouble(v); }
     void value(std::wstring_view v);
 
+    /// Makes the value a string; `fill(bytes, first, count)` writes so many of its units, in order, as bytes.
+    template <class Fill>
+    void text(std::size_t units, Fill&& fill) {
+        fill(allocateText(units), std::size_t{0}, units);
+    }
+
     /// Makes the value an object; `fill(sink)` adds its members with member().
     template <class Fill>
     void object(Fill&& fill) {
         m_out->SetObject();
-        fill(*this);
-    }
-    /// Adds members to the object that the value already is.
-    template <class Fill>
-    void extend(Fill&& fill) {
         fill(*this);
     }
     /// Makes the value an array; `fill(sink)` adds its elements with element().
@@ -126,31 +138,33 @@ public:
     /// Adds a member, whose name must be a constant; `give(sink)` makes its value.
     template <class Give>
     void member(std::wstring_view key, Give&& give) {
-        addMember(JsonValue(rapidjson::StringRef(key.data(), static_cast<rapidjson::SizeType>(key.size()))),
-                  give);
+        JsonValue made;
+        give(DomSink(made, *m_allocator));
+        addMember(key, made);
     }
     /// The same with a copy of the name.
     template <class Give>
     void ownedMember(std::wstring_view key, Give&& give) {
-        addMember(JsonValue(key.data(), static_cast<rapidjson::SizeType>(key.size()), *m_allocator), give);
+        JsonValue made;
+        give(DomSink(made, *m_allocator));
+        addOwnedMember(key, made);
     }
     template <class Give>
     void element(Give&& give) {
         JsonValue made;
         give(DomSink(made, *m_allocator));
-        m_out->PushBack(made, *m_allocator);
+        addElement(made);
     }
 
     JsonValue& out() { return *m_out; }
     JsonAllocator& allocator() { return *m_allocator; }
 
 private:
-    template <class Give>
-    void addMember(JsonValue name, Give& give) {
-        JsonValue made;
-        give(DomSink(made, *m_allocator));
-        m_out->AddMember(name, made, *m_allocator);
-    }
+    // Out of line: every row of every form would have a copy.
+    char* allocateText(std::size_t units);
+    void addMember(std::wstring_view key, JsonValue& value);
+    void addOwnedMember(std::wstring_view key, JsonValue& value);
+    void addElement(JsonValue& value);
 
     JsonValue* m_out;
     JsonAllocator* m_allocator;

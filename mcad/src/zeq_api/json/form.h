@@ -9,9 +9,7 @@
 //             json::field(L"name", &This::m_name, json::unlessEmpty),
 //             json::children(L"block_references", &This::m_references, &This::addBlockReference)};
 //     };
-//     void ExcBlock::readObject(const JsonValue& object) { json::read<JsonForm>(*this, object); }
-//     void ExcBlock::writeObject(JsonValue& out, JsonAllocator& alloc) const { json::write<JsonForm>(*this,
-//     out, alloc); }
+//     ZEQ_JSON_OBJECT(ExcBlock)
 //
 // Rows are read and written in the order of the table. A row says where a member lives and, as its last
 // argument, the rule by which it is written. Using a form registers it, so that its objects cross to bytes
@@ -21,236 +19,15 @@
 #include <string_view>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
-#include "mp/serializable.h"
-#include "zeq_api/json/codecs.h"
+#include "zeq_api/json/rows.h"
 
 namespace zeq::json {
 
-// Rules: whether a member is written, given its object and its value.
-
-inline constexpr auto always = [](const auto&, const auto&) { return true; };
-inline constexpr auto unlessEmpty = [](const auto&, const auto& value) {
-    if constexpr (requires { value.empty(); })
-        return !value.empty();
-    else
-        return !value.isEmpty();
-};
-/// Written only when it is true, or a pointer that is not null.
-inline constexpr auto whenSet = [](const auto&, const auto& value) { return static_cast<bool>(value); };
-/// Written unless it has this value.
-template <class T>
-constexpr auto unless(T excluded) {
-    return [excluded](const auto&, const auto& value) { return value != excluded; };
-}
-/// Written only when the object says so.
-template <class This>
-constexpr auto when(bool (This::*predicate)() const) {
-    return [predicate](const This& object, const auto&) { return (object.*predicate)(); };
-}
-
-namespace detail {
-
-template <class Rule>
-inline constexpr bool isAlways = std::is_same_v<const Rule, decltype(always)>;
-
-} // namespace detail
-
-// Rows. `Owner` is the class whose member a row names; `describe` says what stands in documents.
-
-template <class This, class Member, class Rule>
-struct Field {
-    using Owner = This;
-    std::wstring_view key;
-    Member This::*member;
-    Rule rule;
-
-    /// Whether the member was taken.
-    template <class Members>
-    bool read(This& object, Members& members) const {
-        const auto value = members.find(key);
-        return value && Codec<Member>::take(*value, object.*member);
-    }
-    /// Whether the member was written.
-    template <class Sink>
-    bool write(const This& object, Sink& sink) const {
-        if (!rule(object, object.*member)) return false;
-        sink.member(key, [&](auto&& to) { Codec<Member>::give(to, object.*member); });
-        return true;
-    }
-    MemberShape describe() const { return {key, Codec<Member>::shape(), detail::isAlways<Rule>}; }
-};
-
-/// A member that is taken when it has its type's JSON form, nested objects included.
-template <class This, class Member, class Rule = decltype(always)>
-consteval auto field(std::wstring_view key, Member This::*member, Rule rule = always) {
-    return Field<This, Member, Rule>{key, member, rule};
-}
-
-template <class This, class Member, class Rule>
-struct Nested : Field<This, Member, Rule> {
-    template <class Members>
-    void read(This& object, Members& members) const {
-        if (const auto value = members.find(this->key)) readNested(object.*(this->member), *value);
-    }
-};
-
-/// A nested object whose own reader is given whatever stands there, and complains of a wrong type itself.
-template <class This, class Member, class Rule = decltype(always)>
-consteval auto nested(std::wstring_view key, Member This::*member, Rule rule = always) {
-    return Nested<This, Member, Rule>{{key, member, rule}};
-}
-
-template <class This, class Value>
-struct Computed {
-    using Owner = This;
-    std::wstring_view key;
-    Value (This::*getter)() const;
-
-    template <class Members>
-    void read(This&, Members&) const {}
-    template <class Sink>
-    void write(const This& object, Sink& sink) const {
-        sink.member(key, [&](auto&& to) { Codec<std::remove_cvref_t<Value>>::give(to, (object.*getter)()); });
-    }
-    MemberShape describe() const { return {key, Codec<std::remove_cvref_t<Value>>::shape(), true, false}; }
-};
-
-/// A member that is written and never read.
-template <class This, class Value>
-consteval auto computed(std::wstring_view key, Value (This::*getter)() const) {
-    return Computed<This, Value>{key, getter};
-}
-
-/// Which elements of an array become children: JSON objects only, the others skipped silently; or all of
-/// them, so that the child's own reader complains of a wrong one and stays at its defaults.
-enum class Elements {
-    objects,
-    any
-};
-inline constexpr Elements objectElements = Elements::objects;
-inline constexpr Elements anyElements = Elements::any;
-
-namespace detail {
-
-template <class T>
-struct ChildOf {
-    using Type = T;
-    static T make() { return {}; }
-    static T& object(T& child) { return child; }
-    static const T* find(const T& child) { return &child; }
-};
-template <class T>
-struct ChildOf<std::shared_ptr<T>> {
-    using Type = T;
-    static std::shared_ptr<T> make() { return std::make_shared<T>(); }
-    static T& object(const std::shared_ptr<T>& child) { return *child; }
-    static const T* find(const std::shared_ptr<T>& child) { return child.get(); }
-};
-
-/// Reads the elements of an array into new children, each given to `add`.
-template <class Child, class View, class Add>
-void readChildren(const View& array, Elements elements, Add&& add) {
-    array.forEach([&](const auto& element) {
-        if (elements == Elements::any || element.kind() == Kind::object) {
-            auto child = ChildOf<Child>::make();
-            readNested(ChildOf<Child>::object(child), element);
-            add(std::move(child));
-        }
-        return true;
-    });
-}
-
-/// Writes children as an array; empty pointers are skipped.
-template <class List, class Sink>
-void writeChildren(const List& list, Sink& sink) {
-    using Child = typename List::value_type;
-    sink.array([&](auto& array) {
-        for (const Child& child : list)
-            if (const auto* object = ChildOf<Child>::find(child))
-                array.element([&](auto&& to) { writeNested(*object, to); });
-    });
-}
-
-template <class Child>
-Shape childrenShape() {
-    return arrayShape({ClassShape{&typeid(typename ChildOf<Child>::Type)}});
-}
-
-} // namespace detail
-
-template <class This, class List, class Add, class Rule>
-struct Children {
-    using Owner = This;
-    std::wstring_view key;
-    List This::*list;
-    Add add;
-    Elements elements;
-    Rule rule;
-
-    template <class Members>
-    void read(This& object, Members& members) const {
-        const auto array = members.find(key);
-        if (!array || array->kind() != Kind::array) return;
-        detail::readChildren<typename List::value_type>(*array, elements, [&](auto child) {
-            if constexpr (std::is_member_function_pointer_v<Add>)
-                (object.*add)(std::move(child));
-            else
-                (object.*list).push_back(std::move(child));
-        });
-    }
-    template <class Sink>
-    void write(const This& object, Sink& sink) const {
-        if (rule(object, object.*list))
-            sink.member(key, [&](auto&& to) { detail::writeChildren(object.*list, to); });
-    }
-    MemberShape describe() const {
-        return {key, detail::childrenShape<typename List::value_type>(), detail::isAlways<Rule>};
-    }
-};
-
-/// A list of nested objects, or of pointers to them; a new child goes through `add` of the class.
-template <class This, class List, class Argument, class Rule = decltype(unlessEmpty)>
-consteval auto children(std::wstring_view key, List This::*list, void (This::*add)(Argument),
-                        Elements elements = objectElements, Rule rule = unlessEmpty) {
-    return Children<This, List, void (This::*)(Argument), Rule>{key, list, add, elements, rule};
-}
-
-struct Append {};
-/// The same for a class whose list needs no more than push_back.
-template <class This, class List, class Rule = decltype(unlessEmpty)>
-consteval auto children(std::wstring_view key, List This::*list, Elements elements = objectElements,
-                        Rule rule = unlessEmpty) {
-    return Children<This, List, Append, Rule>{key, list, {}, elements, rule};
-}
-
-template <class Special, class Rule>
-struct Custom {
-    std::wstring_view key;
-    Special special;
-    Rule rule;
-
-    template <class This, class Members>
-    void read(This& object, Members& members) const {
-        if (const auto value = members.find(key)) special.take(*value, object);
-    }
-    template <class This, class Sink>
-    void write(const This& object, Sink& sink) const {
-        if (rule(object, object)) sink.member(key, [&](auto&& to) { special.give(to, object); });
-    }
-    MemberShape describe() const { return {key, special.shape(), detail::isAlways<Rule>}; }
-};
-
-/// A member that no codec can say. `Special` has `static void take(const auto& view, This&)`, `static void
-/// give(auto& sink, const This&)` and `static json::Shape shape()`.
-template <class Special, class Rule = decltype(always)>
-consteval auto custom(std::wstring_view key, Special special, Rule rule = always) {
-    return Custom<Special, Rule>{key, special, rule};
-}
-
 template <class Base>
 struct BaseRow {};
-/// First row of a derived class: B's own reading and writing, qualified.
+/// First row of a derived class: the rows of its base, which has a form.
 template <class Base>
 inline constexpr BaseRow<Base> base{};
 
@@ -260,9 +37,9 @@ struct OptionalObject {
     bool (This::*isSet)() const;
     void (This::*clear)();
 };
-/// The class is written as null unless `isSet`, and cleared before anything is read.
+/// The class is written as null unless `isSet`; with `clear`, that is called before anything is read.
 template <class This>
-consteval auto nullUnless(bool (This::*isSet)() const, void (This::*clear)()) {
+consteval auto nullUnless(bool (This::*isSet)() const, void (This::*clear)() = nullptr) {
     return OptionalObject<This>{isSet, clear};
 }
 
@@ -314,12 +91,24 @@ template <class This, class List>
 inline constexpr bool isWhole<WholeList<This, List>> = true;
 
 template <class Row>
-concept MemberRow = requires(const Row& row) {
+concept KeyedRow = requires(const Row& row) {
     row.key;
 };
+/// A row with several members.
+template <class Row>
+concept SpreadRow = requires(const Row& row, std::vector<MemberShape>& members) {
+    row.describe(members);
+};
+template <class Row>
+concept MemberRow = KeyedRow<Row> || SpreadRow<Row>;
 template <class Row>
 concept ObjectState = requires(const Row& row) {
     row.clear;
+};
+/// A row that goes on after the object's other members, as tree() does.
+template <class Row>
+concept LastRow = requires(const Row& row) {
+    row.mustBeLast;
 };
 
 template <class Row, class This>
@@ -351,7 +140,8 @@ struct Slots<std::index_sequence<I...>, Rows...> : detail::Slot<I, Rows>... {
     }
 };
 
-/// The JSON form of a class. Two rows of one key, and a base row that is not the first, do not compile.
+/// The JSON form of a class. Two rows of one key, a base row that is not the first, and a tree row that is not
+/// the last do not compile.
 template <class... Rows>
 struct Form : Slots<std::index_sequence_for<Rows...>, Rows...> {
     consteval explicit Form(Head formHead, Rows... rows)
@@ -360,10 +150,13 @@ struct Form : Slots<std::index_sequence_for<Rows...>, Rows...> {
         const bool isBase[n] = {detail::isBase<Rows>...};
         for (std::size_t i = 1; i < n; ++i)
             if (isBase[i]) throw "a base row must be the first row";
+        const bool isLast[n] = {detail::LastRow<Rows>...};
+        for (std::size_t i = 0; i + 1 < n; ++i)
+            if (isLast[i]) throw "a tree row must be the last row";
         std::wstring_view keys[n];
         std::size_t count = 0;
         this->forEach([&](const auto& row) {
-            if constexpr (detail::MemberRow<std::remove_cvref_t<decltype(row)>>) keys[count++] = row.key;
+            if constexpr (detail::KeyedRow<std::remove_cvref_t<decltype(row)>>) keys[count++] = row.key;
         });
         for (std::size_t i = 0; i < count; ++i)
             for (std::size_t k = 0; k < i; ++k)
@@ -383,26 +176,17 @@ Form(Head, Rows...) -> Form<Rows...>;
 
 namespace detail {
 
-template <class Base>
-void readBase(Base& object, const DomView& view) {
-    object.Base::readObject(view.value());
+inline void readMembers(const FormInfo& form, void* object, DomView::Members& members) {
+    form.readDomMembers(object, members);
 }
-template <class Base>
-void readBase(Base& object, const ByteView& view) {
-    if (const FormInfo* form = findForm(typeid(Base))) return form->read(&object, view);
-    JsonDocument scratch;
-    object.Base::readObject(view.dom(scratch));
+inline void readMembers(const FormInfo& form, void* object, ByteView::Members& members) {
+    form.readByteMembers(object, members);
 }
-template <class Base>
-void writeBase(const Base& object, DomSink& sink) {
-    object.Base::writeObject(sink.out(), sink.allocator());
+inline void writeMembers(const FormInfo& form, const void* object, DomSink& sink) {
+    form.writeDomMembers(object, sink);
 }
-template <class Base>
-void writeBase(const Base& object, ByteSink& sink) {
-    if (const FormInfo* form = findForm(typeid(Base))) return form->write(&object, sink);
-    JsonDocument scratch;
-    object.Base::writeObject(scratch, scratch.GetAllocator());
-    sink.dom(scratch);
+inline void writeMembers(const FormInfo& form, const void* object, ByteSink& sink) {
+    form.writeByteMembers(object, sink);
 }
 
 template <class This, class View, class Special>
@@ -436,61 +220,79 @@ void writeWhole(const This& object, Sink& sink, const WholeList<This, List>& row
     writeChildren(object.*row.list, sink);
 }
 
+/// What happens before anything is read.
+template <class JsonForm>
+void beginReading(typename JsonForm::This& object) {
+    traceRead(JsonForm::form.head);
+    JsonForm::form.forEach([&](const auto& row) {
+        if constexpr (ObjectState<std::remove_cvref_t<decltype(row)>>)
+            if (row.clear) (object.*row.clear)();
+    });
+}
+
+/// Reads the members of the base, then those of the class, all with one cursor.
+template <class JsonForm, class Members>
+void readMembers(typename JsonForm::This& object, Members& members) {
+    beginReading<JsonForm>(object);
+    JsonForm::form.forEach([&]<class Row>(const Row& row) {
+        if constexpr (isBase<Row>)
+            [&]<class Base>(const BaseRow<Base>&) {
+                readMembers(*formOf<Base>(), static_cast<Base*>(&object), members);
+            }(row);
+        else if constexpr (MemberRow<Row>)
+            row.read(object, members);
+    });
+}
+
+template <class JsonForm, class Sink>
+void writeMembers(const typename JsonForm::This& object, Sink& sink) {
+    traceWrite(JsonForm::form.head);
+    JsonForm::form.forEach([&]<class Row>(const Row& row) {
+        if constexpr (isBase<Row>)
+            [&]<class Base>(const BaseRow<Base>&) {
+                writeMembers(*formOf<Base>(), static_cast<const Base*>(&object), sink);
+            }(row);
+        else if constexpr (MemberRow<Row>)
+            row.write(object, sink);
+    });
+}
+
 template <class JsonForm, class View>
 void readForm(typename JsonForm::This& object, const View& view) {
     using This = typename JsonForm::This;
-    constexpr const auto& form = JsonForm::form;
-    using FormType = std::remove_cvref_t<decltype(form)>;
+    using FormType = std::remove_cvref_t<decltype(JsonForm::form)>;
     static_assert(FormType::template belongsTo<This>, "a row of the form belongs to another class");
 
-    traceRead(form.head);
-    form.forEach([&](const auto& row) {
-        if constexpr (ObjectState<std::remove_cvref_t<decltype(row)>>) (object.*row.clear)();
-    });
     if constexpr (FormType::isWhole) {
-        form.forEach([&](const auto& row) {
+        beginReading<JsonForm>(object);
+        JsonForm::form.forEach([&](const auto& row) {
             if (!readWhole(object, view, row)) reportMismatch(JsonForm::form.head);
         });
-    } else {
-        if (view.kind() != Kind::object) return reportMismatch(form.head);
+    } else if (view.kind() == Kind::object) {
         auto members = view.members();
-        form.forEach([&]<class Row>(const Row& row) {
-            if constexpr (isBase<Row>)
-                [&]<class Base>(const BaseRow<Base>&) { readBase<Base>(object, view); }(row);
-            else if constexpr (MemberRow<Row>)
-                row.read(object, members);
-        });
+        readMembers<JsonForm>(object, members);
+    } else {
+        beginReading<JsonForm>(object);
+        reportMismatch(JsonForm::form.head);
     }
 }
 
 template <class JsonForm, class Sink>
 void writeForm(const typename JsonForm::This& object, Sink& sink) {
-    constexpr const auto& form = JsonForm::form;
-    using FormType = std::remove_cvref_t<decltype(form)>;
-
-    traceWrite(form.head);
-    if constexpr (FormType::isWhole) {
-        form.forEach([&](const auto& row) { writeWhole(object, sink, row); });
+    if constexpr (std::remove_cvref_t<decltype(JsonForm::form)>::isWhole) {
+        traceWrite(JsonForm::form.head);
+        JsonForm::form.forEach([&](const auto& row) { writeWhole(object, sink, row); });
     } else {
         bool isNull = false;
-        bool isExtension = false;
-        form.forEach([&]<class Row>(const Row& row) {
-            if constexpr (ObjectState<Row>) isNull = !(object.*row.isSet)();
-            if constexpr (isBase<Row>) {
-                [&]<class Base>(const BaseRow<Base>&) { writeBase<Base>(object, sink); }(row);
-                isExtension = true;
-            }
+        JsonForm::form.forEach([&](const auto& row) {
+            if constexpr (ObjectState<std::remove_cvref_t<decltype(row)>>) isNull = !(object.*row.isSet)();
         });
-        if (isNull) return sink.null();
-        const auto fill = [&object](auto& to) {
-            JsonForm::form.forEach([&]<class Row>(const Row& row) {
-                if constexpr (MemberRow<Row>) row.write(object, to);
-            });
-        };
-        if (isExtension)
-            sink.extend(fill);
-        else
-            sink.object(fill);
+        if (isNull) {
+            traceWrite(JsonForm::form.head);
+            sink.null();
+        } else {
+            sink.object([&object](auto& to) { writeMembers<JsonForm>(object, to); });
+        }
     }
 }
 
@@ -519,9 +321,10 @@ Shape describeForm() {
             shape.mayBeNull = true;
         } else if constexpr (isBase<Row>) {
             [&]<class Base>(const BaseRow<Base>&) {
-                if (const FormInfo* form = findForm(typeid(Base)))
-                    object = std::get<ObjectShape>(form->shape().is);
+                object = std::get<ObjectShape>(formOf<Base>()->shape().is);
             }(row);
+        } else if constexpr (SpreadRow<Row>) {
+            row.describe(object.members);
         } else {
             object.members.push_back(row.describe());
         }
@@ -547,17 +350,61 @@ constexpr Kind kindOfForm() {
     return kind;
 }
 
+template <class JsonForm>
+constexpr const std::type_info* baseOfForm() {
+    const std::type_info* found = nullptr;
+    JsonForm::form.forEach([&found]<class Row>(const Row& row) {
+        if constexpr (isBase<Row>) [&found]<class Base>(const BaseRow<Base>&) { found = &typeid(Base); }(row);
+    });
+    return found;
+}
+
+template <class This>
+constexpr auto maker() -> MadeObject (*)() {
+    if constexpr (std::is_default_constructible_v<This>)
+        return [] { return MadeObject(std::make_shared<This>()); };
+    else
+        return nullptr;
+}
+
 /// Registers the form once, during static initialisation, wherever it is used.
 template <class JsonForm>
 struct Registration {
     using This = typename JsonForm::This;
-    static inline const bool done = registerForm(
-        {&typeid(This), &JsonForm::form.head, kindOfForm<JsonForm>(),
-         [](void* object, const ByteView& view) { readForm<JsonForm>(*static_cast<This*>(object), view); },
-         [](const void* object, ByteSink& sink) {
-             writeForm<JsonForm>(*static_cast<const This*>(object), sink);
-         },
-         &describeForm<JsonForm>, std::is_base_of_v<mp::ISerializable, This>});
+
+    static FormInfo info() {
+        FormInfo info{};
+        info.type = &typeid(This);
+        info.base = baseOfForm<JsonForm>();
+        info.head = &JsonForm::form.head;
+        info.kind = kindOfForm<JsonForm>();
+        info.shape = &describeForm<JsonForm>;
+        info.make = maker<This>();
+        info.isWholeDocument = std::is_base_of_v<mp::ISerializable, This>;
+        info.read = [](void* object, const ByteView& view) {
+            readForm<JsonForm>(*static_cast<This*>(object), view);
+        };
+        info.write = [](const void* object, ByteSink& sink) {
+            writeForm<JsonForm>(*static_cast<const This*>(object), sink);
+        };
+        if constexpr (!std::remove_cvref_t<decltype(JsonForm::form)>::isWhole) {
+            info.readDomMembers = [](void* object, DomView::Members& members) {
+                readMembers<JsonForm>(*static_cast<This*>(object), members);
+            };
+            info.readByteMembers = [](void* object, ByteView::Members& members) {
+                readMembers<JsonForm>(*static_cast<This*>(object), members);
+            };
+            info.writeDomMembers = [](const void* object, DomSink& sink) {
+                writeMembers<JsonForm>(*static_cast<const This*>(object), sink);
+            };
+            info.writeByteMembers = [](const void* object, ByteSink& sink) {
+                writeMembers<JsonForm>(*static_cast<const This*>(object), sink);
+            };
+        }
+        return info;
+    }
+
+    static inline const bool done = registerForm(info());
 };
 
 } // namespace detail
@@ -578,3 +425,10 @@ void write(const typename JsonForm::This& object, JsonValue& out, JsonAllocator&
 }
 
 } // namespace zeq::json
+
+/// The bodies of readObject and writeObject of a class with a form.
+#define ZEQ_JSON_OBJECT(Class)                                                                               \
+    void Class::readObject(const JsonValue& value) { json::read<Class::JsonForm>(*this, value); }            \
+    void Class::writeObject(JsonValue& out, JsonAllocator& alloc) const {                                    \
+        json::write<Class::JsonForm>(*this, out, alloc);                                                     \
+    }

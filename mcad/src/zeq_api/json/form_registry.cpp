@@ -2,6 +2,7 @@
 #include "zeq_api/json/form_registry.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cstdlib>
 #include <memory>
 #include <stdexcept>
@@ -42,10 +43,11 @@ std::string FormInfo::className() const {
     struct Free {
         void operator()(char* text) const { std::free(text); }
     };
-    const std::unique_ptr<char, Free> name(abi::__cxa_demangle(type->name(), nullptr, nullptr, nullptr));
+    const std::unique_ptr<char, Free> demangled(abi::__cxa_demangle(type->name(), nullptr, nullptr, nullptr));
     constexpr std::string_view scope = "zeq::";
-    const std::string_view whole = name ? name.get() : type->name();
-    return std::string(whole.starts_with(scope) ? whole.substr(scope.size()) : whole);
+    std::string name = demangled ? demangled.get() : type->name();
+    for (auto at = name.find(scope); at != name.npos; at = name.find(scope)) name.erase(at, scope.size());
+    return name;
 }
 
 void traceRead(const Head& head) {
@@ -71,8 +73,10 @@ void reportMismatch(const Head& head) {
         if (mismatch.message) {
             ZEQ_LOG(Error) << mismatch.message;
         } else {
-            const std::string_view name = head.name; // without its namespace
-            ZEQ_LOG(Error) << name.substr(name.rfind(':') + 1) << " object should have a JSON object type.";
+            std::string_view name = head.name; // without its namespace, whose name is in lower case
+            if (std::islower(static_cast<unsigned char>(name.front())))
+                name.remove_prefix(name.find(':') + 2);
+            ZEQ_LOG(Error) << name << " object should have a JSON object type.";
         }
         break;
     case Mismatch::Action::warning:

@@ -2,23 +2,21 @@
 // log lines and errors that all forms share.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <typeinfo>
+#include <variant>
 #include <vector>
 
+#include "mp/serializable.h"
 #include "zeq_api/json/byte_model.h"
 #include "zeq_api/json/dom_model.h"
+#include "zeq_api/json/json_object.h"
 #include "zeq_api/json/shape.h"
 
-/// The files that trace lines name, one for each area of the library.
 namespace zeq::area {
-inline constexpr const char* exchangeCommon = "mcad/src/zeq_api/zeq_api_exchange_common";
-inline constexpr const char* exchangeObject = "mcad/src/zeq_api/zeq_api_exchange_object";
-inline constexpr const char* exchangeStructure = "mcad/src/zeq_api/zeq_api_exchange_structure";
-inline constexpr const char* command = "mcad/src/zeq_api/zeq_api_command";
-inline constexpr const char* convexorInfo = "mcad/src/zeq_api/zeq_api_convexor_info";
-inline constexpr const char* formatOptions = "mcad/src/zeq_api/format_options";
-/// For the few classes that log no trace lines.
+/// In place of the file that trace lines name, for the few classes that log none. Each folder with documents
+/// declares its own in an area.h.
 inline constexpr const char* untraced = nullptr;
 } // namespace zeq::area
 
@@ -34,7 +32,7 @@ struct Mismatch {
     };
 
     Action action = Action::error;
-    /// Empty stands for "<Class> object should have a JSON object type."
+    /// Null stands for "<Class> object should have a JSON object type."
     const char* message = nullptr;
 };
 
@@ -65,14 +63,24 @@ void trace(const char* area, const char* signature, unsigned line = __builtin_LI
 /// Does what the head says of a value that is not of the form's JSON type.
 void reportMismatch(const Head& head);
 
+/// A new object of a class with a form, by the interface that it is read and written through.
+using MadeObject = std::variant<std::shared_ptr<IJsonObject>, std::shared_ptr<mp::ISerializable>>;
+
 /// A form with its types erased. Objects are passed by the address of the class's own subobject.
 struct FormInfo {
     const std::type_info* type;
+    const std::type_info* base; ///< the class of the base row; null without one
     const Head* head;
-    Kind kind; // the JSON type of the form
+    Kind kind; ///< the JSON type of the form
     void (*read)(void* object, const ByteView& view);
     void (*write)(const void* object, ByteSink& sink);
+    /// The members alone, of an object that a derived class reads or writes.
+    void (*readDomMembers)(void* object, DomView::Members& members);
+    void (*readByteMembers)(void* object, ByteView::Members& members);
+    void (*writeDomMembers)(const void* object, DomSink& sink);
+    void (*writeByteMembers)(const void* object, ByteSink& sink);
     Shape (*shape)();
+    MadeObject (*make)(); ///< null for an abstract class
     bool isWholeDocument; ///< it crosses a stream on its own, and not inside another one
 
     /// The name of the class inside namespace zeq.

@@ -1,0 +1,160 @@
+// The row of a class whose children are of that class again. However deeply they are nested, they are read and
+// written without recursion: what is below an object waits in a list until that object is done.
+#pragma once
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "zeq_api/json/rows.h"
+
+namespace zeq::json {
+
+namespace detail {
+
+/// The list of the reader or writer that is at work on this thread; the first row makes it and works it off.
+template <class Pending>
+class Worklist {
+public:
+    Worklist() : m_isOutermost(!active()) {
+        if (m_isOutermost) active() = &m_pending;
+    }
+    ~Worklist() {
+        if (m_isOutermost) active() = nullptr;
+    }
+    Worklist(const Worklist&) = delete;
+    Worklist& operator=(const Worklist&) = delete;
+
+    bool isOutermost() const { return m_isOutermost; }
+    static std::vector<Pending>& pending() { return *active(); }
+
+private:
+    static std::vector<Pending>*& active() {
+        static thread_local std::vector<Pending>* list = nullptr;
+        return list;
+    }
+
+    std::vector<Pending> m_pending;
+    bool m_isOutermost;
+};
+
+/// A child that has been made and is to be read.
+template <class This, class View>
+struct Unread {
+    This* child;
+    View view;
+};
+
+/// A child that is to be written into an element of an array.
+template <class This>
+struct Unwritten {
+    const This* child;
+    JsonValue* element;
+};
+
+/// An array of which some children are written. With it ends the object that holds it.
+template <class This>
+struct OpenArray {
+    const std::vector<std::shared_ptr<This>>* children;
+    std::size_t next;
+    std::size_t body;
+    std::size_t objectBody; ///< 0 for the outermost object, which its own writer ends
+};
+
+} // namespace detail
+
+template <class This>
+struct Tree {
+    using Owner = This;
+    using List = std::vector<std::shared_ptr<This>>;
+    static constexpr bool mustBeLast = true;
+    std::wstring_view key;
+    List This::*list;
+    void (This::*add)(const std::shared_ptr<This>&);
+
+    template <class Members>
+    void read(This& object, Members& members) const {
+        const auto array = members.find(key);
+        if (!array || array->kind() != Kind::array) return;
+        using View = std::remove_cvref_t<decltype(*array)>;
+        using Unread = detail::Unread<This, View>;
+        const detail::Worklist<Unread> worklist;
+        std::vector<Unread>& pending = worklist.pending();
+        const auto first = static_cast<std::ptrdiff_t>(pending.size());
+        array->forEach([&](const View& element) {
+            if (element.kind() == kindOf<This>()) {
+                auto child = std::make_shared<This>();
+                (object.*add)(child);
+                pending.push_back({child.get(), element});
+            }
+            return true;
+        });
+        std::reverse(pending.begin() + first,
+                     pending.end()); // the first child is read next, then what it holds
+        if (!worklist.isOutermost()) return;
+        while (!pending.empty()) {
+            const Unread next = pending.back();
+            pending.pop_back();
+            readNested(*next.child, next.view);
+        }
+    }
+
+    void write(const This& object, DomSink& sink) const {
+        if ((object.*list).empty()) return;
+        using Unwritten = detail::Unwritten<This>;
+        const detail::Worklist<Unwritten> worklist;
+        std::vector<Unwritten>& pending = worklist.pending();
+        const auto first = static_cast<std::ptrdiff_t>(pending.size());
+        sink.member(key, [&](DomSink&& to) {
+            to.array([&](DomSink& array) {
+                for (const auto& child : object.*list)
+                    if (child) array.element([](DomSink&& element) { element.null(); });
+            });
+            JsonValue* element = to.out().Begin(); // where the elements stay from now on
+            for (const auto& child : object.*list)
+                if (child) pending.push_back({child.get(), element++});
+        });
+        std::reverse(pending.begin() + first, pending.end());
+        if (!worklist.isOutermost()) return;
+        while (!pending.empty()) {
+            const Unwritten next = pending.back();
+            pending.pop_back();
+            DomSink element(*next.element, sink.allocator());
+            writeNested(*next.child, element);
+        }
+    }
+
+    void write(const This& object, ByteSink& sink) const {
+        if ((object.*list).empty()) return;
+        const detail::Worklist<detail::OpenArray<This>> worklist;
+        auto& open = worklist.pending();
+        sink.value(key);
+        open.push_back({&(object.*list), 0, sink.open(Tag::array), 0});
+        if (!worklist.isOutermost()) return;
+        while (!open.empty()) {
+            const std::size_t depth = open.size();
+            auto& array = open.back();
+            if (array.next == array.children->size()) {
+                sink.close(array.body);
+                if (array.objectBody != 0) sink.close(array.objectBody);
+                open.pop_back();
+            } else if (const auto& child = (*array.children)[array.next++]) {
+                const std::size_t body = sink.nextBody();
+                writeNested(*child, sink);
+                if (open.size() > depth) open.back().objectBody = body; // it is not at its end yet
+            }
+        }
+    }
+
+    MemberShape describe() const { return {key, arrayShape({ClassShape{&typeid(This)}}), false}; }
+};
+
+/// The children of a class that are of that class too, nested as deeply as they like. The last row of a form.
+template <class This>
+consteval auto tree(std::wstring_view key, std::vector<std::shared_ptr<This>> This::*list,
+                    void (This::*add)(const std::shared_ptr<This>&)) {
+    return Tree<This>{key, list, add};
+}
+
+} // namespace zeq::json
