@@ -24,6 +24,7 @@ void addTables(const json::Shape& shape, Tables& tables) {
     } else if (const auto* array = std::get_if<json::ArrayShape>(&shape.is)) {
         addTables(*array->element, tables);
     } else if (const auto* map = std::get_if<json::MapShape>(&shape.is)) {
+        if (map->names) tables.emplace(map->names->enumeration(), map->names);
         addTables(*map->value, tables);
     } else if (const auto* object = std::get_if<json::ObjectShape>(&shape.is)) {
         for (const json::MemberShape& member : object->members) addTables(member.shape, tables);

@@ -154,11 +154,12 @@ void probe(const JsonDocument& document, const Steps& steps, const std::wstring&
     if (findings.empty()) {
         std::wistringstream stream(written);
         JsonDocument back = test::parse(stream);
-        // A member at its default may be left out, an object is more than what it reads, and elements may be
-        // sorted.
+        // A member at its default may be left out, an object is more than what it reads, elements may be
+        // sorted, and a bulk array is written as text.
         const JsonValue* member = steps.size() == 1 ? follow(back, steps) : nullptr;
         if (member) {
-            EXPECT_TRUE(*member == replacement || replacement.IsObject())
+            EXPECT_TRUE(*member == replacement || replacement.IsObject() ||
+                        (replacement.IsArray() && member->IsString()))
                 << pointer << " is clean but is not read";
         }
     } else if (findings.front().pointer == pointer && findings.front().text.ends_with("it is not read")) {

@@ -17,6 +17,7 @@
 #include "mp/shared_buffer.h"
 #include "text/text.h"
 #include "transport/utf8.h"
+#include "zeq_api/codec/base64.h"
 #include "zeq_api/codec/binary_json.h"
 #include "zeq_api/codec/compressor.h"
 
@@ -95,15 +96,37 @@ std::string token(std::wstring_view key) {
     return text::validUtf8(escaped);
 }
 
-/// A place of the document. Its pointer is put together only when something is found there.
-struct Path {
-    const std::string* parent; ///< null for the root
-    std::wstring_view key;
-    std::optional<std::size_t> index;
+/// A member or an element within its parent; neither for the document itself.
+struct Step {
+    std::wstring_view key{};
+    std::optional<std::size_t> index{};
+    bool isRoot = false;
 
     std::string text() const {
-        if (!parent) return {};
-        return *parent + '/' + (index ? std::to_string(*index) : token(key));
+        return isRoot ? std::string() : '/' + (index ? std::to_string(*index) : token(key));
+    }
+};
+
+/// An object or an array that is being looked into.
+struct Frame {
+    const JsonValue* value;
+    const Shape* shape; ///< an ObjectShape, an ArrayShape or a MapShape
+    const std::string* className;
+    Step step;
+    rapidjson::SizeType next = 0; ///< the member or element to be visited next
+    std::vector<bool> seen{};     ///< the members of an ObjectShape
+};
+
+/// A place of the document. Its pointer is put together only when something is found there: documents may be
+/// nested too deeply for one to be kept at each level.
+struct Path {
+    const std::deque<Frame>& parents;
+    Step step{};
+
+    std::string text() const {
+        std::string pointer;
+        for (const Frame& frame : parents) pointer += frame.step.text();
+        return pointer + step.text();
     }
 };
 
@@ -120,21 +143,11 @@ public:
     void check(const JsonValue& document, const FormInfo& form);
 
 private:
-    /// An object or an array that is being looked into.
-    struct Frame {
-        const JsonValue* value;
-        const Shape* shape; ///< an ObjectShape, an ArrayShape or a MapShape
-        const std::string* className;
-        std::string pointer;
-        rapidjson::SizeType next = 0; ///< the member or element to be visited next
-        std::vector<bool> seen{};     ///< the members of an ObjectShape
-    };
-
     const KnownClass* knownClass(const std::type_info& type);
 
     void visit(const JsonValue& value, const Shape& shape, const std::string& className,
                const JsonValue& siblings, const Path& path);
-    void enter(const JsonValue& value, const Shape& shape, const std::string& className, std::string pointer);
+    void enter(const JsonValue& value, const Shape& shape, const std::string& className, const Step& step);
     void visitNext(Frame& place);
     void visitMember(Frame& place, const JsonValue::Member& member);
 
@@ -142,11 +155,16 @@ private:
     void checkReal(const JsonValue& value, const Path& path);
     void checkString(const JsonValue& value, const json::StringShape& shape, const Path& path);
     void checkName(const JsonValue& value, const json::NameShape& shape, const Path& path);
+    void checkKey(const JsonValue::Member& member, const EnumTable& names, const Path& path);
+    void checkBulk(const JsonValue& value, const json::BulkShape& bulk, const std::string& className,
+                   const Path& path);
     void checkRequired(const Frame& place, const ObjectShape& object);
     void checkBuffer(const JsonValue& value, const json::BufferShape& shape, const Path& path);
     void visitChoice(const JsonValue& value, const ChoiceShape& choice, const std::string& className,
                      const JsonValue& siblings, const Path& path);
 
+    /// The pointer of the object or array that is being looked into.
+    std::string here() const { return Path{m_frames, {.isRoot = true}}.text(); }
     void mistyped(const std::string& expected, const JsonValue& value, const Path& path);
     void report(Severity severity, std::string pointer, std::string text, const std::string& word = {},
                 std::vector<std::string> allowed = {});
@@ -167,7 +185,7 @@ const KnownClass* Linter::knownClass(const std::type_info& type) {
 
 void Linter::check(const JsonValue& document, const FormInfo& form) {
     const KnownClass& root = *knownClass(*form.type);
-    visit(document, root.shape, root.name, document, {nullptr, {}, {}});
+    visit(document, root.shape, root.name, document, {m_frames, {.isRoot = true}});
     while (!m_frames.empty()) {
         Frame& place = m_frames.back();
         const auto size = place.value->IsArray() ? place.value->Size() : place.value->MemberCount();
@@ -183,7 +201,7 @@ void Linter::visit(const JsonValue& value, const Shape& shape, const std::string
     if (value.IsNull() && shape.mayBeNull) return;
     const auto enterIf = [&](bool isOfType, const char* expected) {
         if (isOfType)
-            enter(value, shape, className, path.text());
+            enter(value, shape, className, path.step);
         else
             mistyped(expected, value, path);
     };
@@ -198,6 +216,7 @@ void Linter::visit(const JsonValue& value, const Shape& shape, const std::string
                    [&](const json::NameShape& name) { checkName(value, name, path); },
                    [&](const json::ArrayShape&) { enterIf(value.IsArray(), "an array"); },
                    [&](const json::MapShape&) { enterIf(value.IsObject(), "an object"); },
+                   [&](const json::BulkShape& bulk) { checkBulk(value, bulk, className, path); },
                    [&](const ObjectShape&) { enterIf(value.IsObject(), "an object"); },
                    [&](const json::ClassShape& named) {
                        if (const KnownClass* known = knownClass(*named.type))
@@ -209,21 +228,21 @@ void Linter::visit(const JsonValue& value, const Shape& shape, const std::string
 }
 
 void Linter::enter(const JsonValue& value, const Shape& shape, const std::string& className,
-                   std::string pointer) {
-    Frame& place = m_frames.emplace_back(Frame{&value, &shape, &className, std::move(pointer)});
+                   const Step& step) {
+    Frame& place = m_frames.emplace_back(Frame{&value, &shape, &className, step});
     if (const auto* object = std::get_if<ObjectShape>(&shape.is)) {
         place.seen.resize(object->members.size());
         checkRequired(place, *object);
     } else if (const auto* array = std::get_if<json::ArrayShape>(&shape.is)) {
         if (array->size && value.Size() != *array->size)
-            report(Severity::error, place.pointer,
+            report(Severity::error, here(),
                    "should have " + std::to_string(*array->size) + " elements, but has " +
                        std::to_string(value.Size()));
     } else {
         std::unordered_set<std::wstring_view> names;
         for (const auto& member : value.GetObject())
             if (!names.insert(keyOf(member)).second)
-                report(Severity::warning, Path{&place.pointer, keyOf(member), {}}.text(),
+                report(Severity::warning, Path{m_frames, {keyOf(member)}}.text(),
                        "the member appears again; only the last one is read");
     }
 }
@@ -232,17 +251,19 @@ void Linter::visitNext(Frame& place) {
     const JsonValue& value = *place.value;
     const rapidjson::SizeType i = place.next++;
     if (const auto* array = std::get_if<json::ArrayShape>(&place.shape->is))
-        return visit(value[i], *array->element, *place.className, value, {&place.pointer, {}, i});
+        return visit(value[i], *array->element, *place.className, value, {m_frames, {.index = i}});
     const JsonValue::Member& member = value.MemberBegin()[i];
     const auto* map = std::get_if<json::MapShape>(&place.shape->is);
     if (!map) return visitMember(place, member);
-    visit(member.value, *map->value, *place.className, value, {&place.pointer, keyOf(member), {}});
+    const Path path{m_frames, {keyOf(member)}};
+    if (map->names) checkKey(member, *map->names, path);
+    visit(member.value, *map->value, *place.className, value, path);
 }
 
 void Linter::visitMember(Frame& place, const JsonValue::Member& member) {
     const auto& members = std::get<ObjectShape>(place.shape->is).members;
     const std::wstring_view key = keyOf(member);
-    const Path path{&place.pointer, key, {}};
+    const Path path{m_frames, {key}};
     const auto known = std::ranges::find(members, key, &MemberShape::key);
     if (known == members.end()) {
         std::vector<std::string> names;
@@ -311,6 +332,26 @@ void Linter::checkName(const JsonValue& value, const json::NameShape& shape, con
            text::printable(name), namesIn(*shape.names));
 }
 
+void Linter::checkKey(const JsonValue::Member& member, const EnumTable& names, const Path& path) {
+    checkName(member.name, {&names}, path);
+}
+
+void Linter::checkBulk(const JsonValue& value, const json::BulkShape& bulk, const std::string& className,
+                       const Path& path) {
+    if (value.IsArray()) return enter(value, *bulk.array, className, path.step);
+    if (!value.IsString()) return mistyped("Base64 text or an array", value, path);
+    const std::wstring text = wide(value);
+    std::vector<char> bytes(Base64::decodedSize(text.size()) + 2);
+    const auto [size, read] = Base64::decodeWide(bytes.data(), text.data(), text.size());
+    if (text.find_first_not_of(L'=', read) != text.npos)
+        report(Severity::error, path.text(),
+               "the character at " + std::to_string(read) + " is not of Base64; what follows is not read");
+    else if (size % 4 != 0)
+        report(Severity::error, path.text(),
+               "should encode numbers of 4 bytes, but encodes " + std::to_string(size) +
+                   " bytes; the last ones are not read");
+}
+
 /// The alternative whose conditions the members of `object` fulfil; null when there is none.
 const json::Alternative* choose(const ChoiceShape& choice, const JsonValue& object) {
     const auto holds = [&object](const json::Condition& condition) {
@@ -348,7 +389,8 @@ void Linter::visitChoice(const JsonValue& value, const ChoiceShape& choice, cons
     if (const json::Alternative* chosen = choose(choice, asked))
         return visit(value, chosen->shape, className, siblings, path);
     // A name that is not registered has been reported where it stands.
-    if (choice.alternatives.empty() || !choice.alternatives.front().conditions.front().names) return;
+    if (choice.alternatives.empty() || (!asksItself && !choice.alternatives.front().conditions.front().names))
+        return;
     if (!asksItself)
         return report(Severity::warning, path.text(), "is not read when " + answers(choice, asked));
     std::vector<std::string> allowed;
@@ -366,7 +408,7 @@ void Linter::checkRequired(const Frame& place, const ObjectShape& object) {
         if (!member.isRequired || json::findMember(*place.value, member.key)) continue;
         const auto* choice = std::get_if<ChoiceShape>(&member.shape.is);
         if (choice && !choose(*choice, *place.value)) continue;
-        report(Severity::error, place.pointer,
+        report(Severity::error, here(),
                "the member " + inQuotes(member.key) + " is missing; without it this " + *place.className +
                    " is not read");
     }

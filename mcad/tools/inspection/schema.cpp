@@ -110,6 +110,7 @@ private:
     JsonValue schemaOf(const json::NameShape& name);
     JsonValue schemaOf(const json::ArrayShape& array);
     JsonValue schemaOf(const json::MapShape& map);
+    JsonValue schemaOf(const json::BulkShape& bulk);
     JsonValue schemaOf(const json::ObjectShape& object);
     JsonValue schemaOf(const json::ClassShape& named);
     JsonValue schemaOf(const json::BufferShape& buffer);
@@ -238,8 +239,19 @@ JsonValue SchemaMaker::schemaOf(const json::ArrayShape& array) {
 
 JsonValue SchemaMaker::schemaOf(const json::MapShape& map) {
     JsonValue schema = typed(L"object");
+    if (map.names) add(schema, L"propertyNames", reference(*map.names));
     add(schema, L"additionalProperties", schemaOf(*map.value));
     return schema;
+}
+
+JsonValue SchemaMaker::schemaOf(const json::BulkShape& bulk) {
+    JsonValue text = typed(L"string");
+    add(text, L"contentEncoding", this->text(L"base64"));
+    comment(text, L"Numbers of 4 bytes, the low one first.");
+    JsonValue anyOf(rapidjson::kArrayType);
+    push(anyOf, std::move(text));
+    push(anyOf, schemaOf(*bulk.array));
+    return with(L"anyOf", std::move(anyOf));
 }
 
 JsonValue SchemaMaker::schemaOf(const json::ObjectShape& object) {

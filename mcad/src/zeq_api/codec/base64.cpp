@@ -3,7 +3,9 @@
 
 #include <array>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
+#include <type_traits>
 
 namespace zeq {
 
@@ -22,66 +24,79 @@ constexpr auto digits = [] {
     return table;
 }();
 
+/// Characters of the type `Char` in bytes at any address.
 template <class Char>
-std::uint32_t digitOf(Char c) {
-    if constexpr (sizeof(Char) > 1) {
-        if (c < 0 || c > 0xFF) return foreign;
+struct Text {
+    char* bytes;
+    void put(std::size_t i, char c) const {
+        const auto unit = static_cast<Char>(c);
+        std::memcpy(bytes + i * sizeof unit, &unit, sizeof unit);
     }
-    return digits[static_cast<unsigned char>(c)];
-}
+};
+template <class Char>
+struct ConstText {
+    const char* bytes;
+    std::uint32_t digit(std::size_t i) const {
+        std::make_unsigned_t<Char> unit;
+        std::memcpy(&unit, bytes + i * sizeof unit, sizeof unit);
+        if constexpr (sizeof unit > 1) {
+            if (unit > 0xFF) return foreign;
+        }
+        return digits[unit];
+    }
+};
 
 template <class Char>
-std::size_t encodeBytes(Char* dst, const std::uint8_t* src, std::size_t n) {
-    Char* out = dst;
-    const auto put = [&out](std::uint32_t group, int characters) {
-        for (int i = 0; i < characters; ++i) *out++ = static_cast<Char>(alphabet[group >> (18 - 6 * i) & 63]);
+std::size_t encodeBytes(Text<Char> text, const std::uint8_t* src, std::size_t n) {
+    std::size_t out = 0;
+    const auto put = [&](std::uint32_t group, int characters) {
+        for (int i = 0; i < characters; ++i) text.put(out++, alphabet[group >> (18 - 6 * i) & 63]);
     };
     for (; n >= 3; n -= 3, src += 3) put(std::uint32_t{src[0]} << 16 | src[1] << 8 | src[2], 4);
-    if (n == 0) return static_cast<std::size_t>(out - dst);
+    if (n == 0) return out;
 
     put(std::uint32_t{src[0]} << 16 | (n == 2 ? src[1] << 8 : 0), static_cast<int>(n) + 1);
-    for (; n < 3; ++n) *out++ = Char{'='};
-    return static_cast<std::size_t>(out - dst);
+    for (; n < 3; ++n) text.put(out++, '=');
+    return out;
 }
 
 template <class Char>
-std::pair<std::size_t, std::size_t> decodeCharacters(std::uint8_t* dst, const Char* src, std::size_t n) {
+std::pair<std::size_t, std::size_t> decodeCharacters(std::uint8_t* dst, ConstText<Char> text, std::size_t n) {
     std::uint8_t* out = dst;
-    const Char* in = src;
-    const Char* const end = src + n;
+    std::size_t in = 0;
     const auto put = [&out](std::uint32_t group, int bytes) {
         for (int i = 0; i < bytes; ++i) *out++ = static_cast<std::uint8_t>(group >> (16 - 8 * i));
     };
-    while (end - in >= 4) {
-        const std::uint32_t a = digitOf(in[0]), b = digitOf(in[1]), c = digitOf(in[2]), d = digitOf(in[3]);
+    for (; n - in >= 4; in += 4) {
+        const std::uint32_t a = text.digit(in), b = text.digit(in + 1), c = text.digit(in + 2),
+                            d = text.digit(in + 3);
         if ((a | b | c | d) > 63) break;
         put(a << 18 | b << 12 | c << 6 | d, 3);
-        in += 4;
     }
     // What is left is a last group of at most three characters of the alphabet.
     std::uint32_t group = 0;
     int count = 0;
-    for (; in != end && digitOf(*in) != foreign; ++in, ++count) group |= digitOf(*in) << (18 - 6 * count);
+    for (; in != n && text.digit(in) != foreign; ++in, ++count) group |= text.digit(in) << (18 - 6 * count);
     if (count > 1) put(group, count - 1);
-    return {static_cast<std::size_t>(out - dst), static_cast<std::size_t>(in - src)};
+    return {static_cast<std::size_t>(out - dst), in};
 }
 
 } // namespace
 
 std::size_t Base64::encodeImpl(void* dst, const void* src, std::size_t n) {
-    return encodeBytes(static_cast<char*>(dst), static_cast<const std::uint8_t*>(src), n);
+    return encodeBytes(Text<char>{static_cast<char*>(dst)}, static_cast<const std::uint8_t*>(src), n);
 }
 
-std::size_t Base64::encodeWide(wchar_t* dst, const void* src, std::size_t n) {
-    return encodeBytes(dst, static_cast<const std::uint8_t*>(src), n);
+std::size_t Base64::encodeUnits(char* dst, const void* src, std::size_t n) {
+    return encodeBytes(Text<wchar_t>{dst}, static_cast<const std::uint8_t*>(src), n);
 }
 
 std::pair<std::size_t, std::size_t> Base64::decodeImpl(void* dst, const char* src, std::size_t n) {
-    return decodeCharacters(static_cast<std::uint8_t*>(dst), src, n);
+    return decodeCharacters(static_cast<std::uint8_t*>(dst), ConstText<char>{src}, n);
 }
 
-std::pair<std::size_t, std::size_t> Base64::decodeWide(void* dst, const wchar_t* src, std::size_t n) {
-    return decodeCharacters(static_cast<std::uint8_t*>(dst), src, n);
+std::pair<std::size_t, std::size_t> Base64::decodeUnits(void* dst, const char* src, std::size_t n) {
+    return decodeCharacters(static_cast<std::uint8_t*>(dst), ConstText<wchar_t>{src}, n);
 }
 
 template void Base64::encode<float>(const std::vector<float>&, std::wstring&);

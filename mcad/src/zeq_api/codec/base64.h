@@ -25,8 +25,17 @@ public:
     static std::pair<std::size_t, std::size_t> decodeImpl(void* dst, const char* src, std::size_t n);
 
     /// The same for wide characters.
-    static std::size_t encodeWide(wchar_t* dst, const void* src, std::size_t n);
-    static std::pair<std::size_t, std::size_t> decodeWide(void* dst, const wchar_t* src, std::size_t n);
+    static std::size_t encodeWide(wchar_t* dst, const void* src, std::size_t n) {
+        return encodeUnits(reinterpret_cast<char*>(dst), src, n);
+    }
+    static std::pair<std::size_t, std::size_t> decodeWide(void* dst, const wchar_t* src, std::size_t n) {
+        return decodeUnits(dst, reinterpret_cast<const char*>(src), n);
+    }
+
+    /// The same for the bytes of wide characters at any address. `n` and the results count bytes of the
+    /// array and characters of the text, as above.
+    static std::size_t encodeUnits(char* dst, const void* src, std::size_t n);
+    static std::pair<std::size_t, std::size_t> decodeUnits(void* dst, const char* src, std::size_t n);
 
     /// Makes `text` the encoding of the elements' bytes as they lie in memory.
     template <class T>

@@ -55,9 +55,15 @@ struct ArrayShape {
     std::optional<std::size_t> size; ///< exactly so many elements; any number without it
 };
 
-/// An object whose members have names of the user's.
+/// An object whose members have names of the user's, or those of an enumeration.
 struct MapShape {
     std::shared_ptr<const Shape> value;
+    const EnumTable* names = nullptr;
+};
+
+/// Base64 text of an array of 4-byte numbers, or an array.
+struct BulkShape {
+    std::shared_ptr<const Shape> array;
 };
 
 struct ObjectShape {
@@ -88,7 +94,7 @@ struct ChoiceShape {
 
 struct Shape {
     std::variant<AnyShape, BooleanShape, IntegerShape, RealShape, StringShape, NameShape, ArrayShape,
-                 MapShape, ObjectShape, ClassShape, BufferShape, ChoiceShape>
+                 MapShape, BulkShape, ObjectShape, ClassShape, BufferShape, ChoiceShape>
         is;
     bool mayBeNull = false; ///< null stands for an object that is not set
 };
@@ -124,6 +130,12 @@ inline Shape arrayShape(Shape element, std::optional<std::size_t> size = {}) {
     return {ArrayShape{std::make_shared<Shape>(std::move(element)), size}};
 }
 
-inline Shape mapShape(Shape value) { return {MapShape{std::make_shared<Shape>(std::move(value))}}; }
+inline Shape mapShape(Shape value, const EnumTable* names = nullptr) {
+    return {MapShape{std::make_shared<Shape>(std::move(value)), names}};
+}
+
+inline Shape bulkShape(Shape element) {
+    return {BulkShape{std::make_shared<Shape>(arrayShape(std::move(element)))}};
+}
 
 } // namespace zeq::json
