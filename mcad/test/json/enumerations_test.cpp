@@ -2,8 +2,8 @@
 #include "zeq_api/json/enum_names.h"
 
 #include <map>
-#include <set>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -16,42 +16,13 @@ namespace {
 /// The rows of an enumeration, the smallest value first.
 using Names = std::multimap<int, std::wstring>;
 
-template <NamedEnum E>
-void compare(const Names& expected) {
-    Names rows;
-    for (const EnumEntry& entry : enumTable(E{}).entries()) rows.emplace(entry.value, entry.name);
-    EXPECT_EQ(rows, expected);
-
-    std::map<std::wstring, int> values;
-    for (const auto& [value, name] : expected) {
-        values.emplace(name, value);
-        EXPECT_EQ(enumToString(static_cast<E>(value)), expected.find(value)->second);
-        EXPECT_EQ(static_cast<int>(enumFromString<E>(name)), values[name]);
-    }
-    EXPECT_EQ(enumToString(static_cast<E>(-1)), expected.begin()->second);
-    for (const wchar_t* unknown : {L"", L"no such name", L"UNKNOWN"})
-        EXPECT_EQ(static_cast<int>(enumFromString<E>(unknown)), values.begin()->second);
-
-    JsonDocument object;
-    object.Parse(L"{\"name\":\"no such name\",\"number\":1}");
-    E out = static_cast<E>(expected.rbegin()->first);
-    EXPECT_FALSE(readEnum(object, L"number", out));
-    EXPECT_FALSE(readEnum(object, L"missing", out));
-    EXPECT_FALSE(readEnum(object[L"name"], L"name", out));
-    EXPECT_EQ(static_cast<int>(out), expected.rbegin()->first);
-    EXPECT_TRUE(readEnum(object, L"name", out));
-    EXPECT_EQ(static_cast<int>(out), values.begin()->second);
-}
-
-using Comparisons = std::map<std::string, void (*)(const Names&)>;
-
 template <NamedEnum... Enums>
-Comparisons comparisonsOf() {
-    return {{enumTable(Enums{}).enumeration(), &compare<Enums>}...};
+std::vector<const EnumTable*> tablesOf() {
+    return {&enumTable(Enums{})...};
 }
 
-TEST(Enumerations, HaveTheNamesOfTheDataFile) {
-    const Comparisons comparisons = comparisonsOf<
+std::vector<const EnumTable*> allTables() {
+    return tablesOf<
         Command::EType, EAcisHealType, EAcisSplineResurfacingModeType, EActiveStateProcessingModeType,
         EAssemblyPathPrefType, EAssemblyUnfoldedViewMode, EAttributeProcessingModeType, EConvexorInterface,
         ECopiousDataModeType, EDefaultColorMode, EDocumentDelayLoadingMode, EEdgeAttributeModeType,
@@ -73,20 +44,57 @@ TEST(Enumerations, HaveTheNamesOfTheDataFile) {
         EVisuPMIProcessingMode, EVisuTextDataMode, EVisuTextStrokingMode, EWorldOrientation, ExcEntity::EType,
         ExcMiscProperty::EType, ExcMiscProperty::EValueType, ExcStageFinished::EStage, OdDb::UnitsValue,
         Result::ECode>();
-    std::set<std::string> missing;
-    for (const auto& [name, comparison] : comparisons) missing.insert(name);
+}
+
+void compare(const EnumTable& table, const Names& expected) {
+    Names rows;
+    for (const EnumEntry& entry : table.entries()) rows.emplace(entry.value, entry.name);
+    EXPECT_EQ(rows, expected);
+
+    std::map<std::wstring, int> values;
+    for (const auto& [value, name] : expected) {
+        values.emplace(name, value);
+        EXPECT_EQ(table.nameOf(value), expected.find(value)->second);
+        EXPECT_EQ(table.valueOf(name), values[name]);
+        EXPECT_TRUE(table.hasName(name));
+    }
+    EXPECT_EQ(table.nameOf(-1), expected.begin()->second);
+    for (const wchar_t* unknown : {L"", L"no such name", L"UNKNOWN"}) {
+        EXPECT_EQ(table.valueOf(unknown), values.begin()->second);
+        EXPECT_FALSE(table.hasName(unknown));
+    }
+}
+
+TEST(Enumerations, HaveTheNamesOfTheDataFile) {
+    std::map<std::string, const EnumTable*> tables;
+    for (const EnumTable* table : allTables())
+        EXPECT_TRUE(tables.emplace(table->enumeration(), table).second);
     test::forEachLine("enumerations.jsonl", [&](int, const JsonValue& line) {
         const std::wstring wide = line[L"enumeration"].GetString();
         const std::string name(wide.begin(), wide.end());
         SCOPED_TRACE(name);
-        ASSERT_TRUE(comparisons.contains(name));
-        missing.erase(name);
+        const auto table = tables.extract(name);
+        ASSERT_TRUE(table);
         Names names;
         for (const JsonValue& row : line[L"names"].GetArray())
             names.emplace(row[0].GetInt(), row[1].GetString());
-        comparisons.at(name)(names);
+        compare(*table.mapped(), names);
     });
-    EXPECT_EQ(missing, std::set<std::string>()) << "not in the data file";
+    for (const auto& [name, table] : tables) ADD_FAILURE() << name << " is not in the data file";
+}
+
+TEST(Enumerations, AreReadFromTheStringsOfObjects) {
+    JsonDocument object;
+    object.Parse(L"{\"known\":\"kilogram\",\"unknown\":\"no such name\",\"number\":1}");
+    EMassUnitType out = EMassUnitType::centigram;
+    EXPECT_FALSE(readEnum(object, L"number", out));
+    EXPECT_FALSE(readEnum(object, L"missing", out));
+    EXPECT_FALSE(readEnum(object[L"known"], L"known", out));
+    EXPECT_EQ(out, EMassUnitType::centigram);
+    EXPECT_TRUE(readEnum(object, L"known", out));
+    EXPECT_EQ(out, EMassUnitType::kilogram);
+    EXPECT_TRUE(readEnum(object, L"unknown", out));
+    EXPECT_EQ(out, EMassUnitType::centigram) << "the name that comes first";
 }
 
 TEST(Enumerations, OfTwoEqualNamesTheFirstIsRead) {
