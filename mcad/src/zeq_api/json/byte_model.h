@@ -12,7 +12,8 @@
 
 namespace zeq::json {
 
-/// Appends values to a byte buffer; lengths of objects and arrays are patched in when they end.
+/// Appends values to a byte buffer, integers in the narrowest kind that holds them; lengths of objects and
+/// arrays are patched in when they end.
 class ByteSink {
 public:
     explicit ByteSink(std::string& out) : m_out(&out) {}
@@ -58,6 +59,12 @@ public:
     /// Appends a value of the document model.
     void dom(const JsonValue& value);
 
+    /// Begins an object or an array, whose content follows.
+    /// @return where that starts, for patch()
+    std::size_t open(Tag kind);
+    /// Ends it.
+    void patch(std::size_t body);
+
 private:
     template <class Fill>
     void container(Tag kind, Fill& fill) {
@@ -73,8 +80,6 @@ private:
         std::memcpy(bytes + 1, &v, sizeof v);
         m_out->append(bytes, sizeof bytes);
     }
-    std::size_t open(Tag kind);
-    void patch(std::size_t body);
 
     std::string* m_out;
     std::size_t m_body = 0; // where the body of the last container starts
