@@ -18,6 +18,14 @@ if(ZEQ_BUILD_FUZZ)
   target_compile_options(zeq_build_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
+# A shared library keeps its inline functions to itself. Nor has it unique symbols, with which it could not be
+# unloaded. The sanitizers compare symbols between the library and a program, so with them everything stays visible.
+set(ZEQ_HIDE_INTERNALS OFF)
+if(BUILD_SHARED_LIBS AND NOT ZEQ_SANITIZE)
+  set(ZEQ_HIDE_INTERNALS ON)
+  set(hiding_flags -fvisibility-inlines-hidden $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
+endif()
+
 define_property(GLOBAL PROPERTY ZEQ_SUBSYSTEMS)
 define_property(GLOBAL PROPERTY ZEQ_HEADERS)
 
@@ -26,6 +34,7 @@ function(zeq_subsystem name)
   add_library(zeq_${name} OBJECT ${arg_SOURCES} ${arg_HEADERS})
   set_target_properties(zeq_${name} PROPERTIES LINKER_LANGUAGE CXX) # for a folder of headers only
   target_include_directories(zeq_${name} PUBLIC ${PROJECT_SOURCE_DIR}/mcad/src)
+  target_compile_options(zeq_${name} PRIVATE ${hiding_flags})
   list(TRANSFORM arg_DEPENDS PREPEND zeq_)
   target_link_libraries(zeq_${name} PUBLIC ${arg_DEPENDS} PRIVATE zeq_build_flags ${arg_LINK})
   list(TRANSFORM arg_HEADERS PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/)

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <functional>
 #include <numbers>
+#include <thread>
 
 #include <gtest/gtest.h>
 
@@ -178,13 +179,17 @@ TEST(Copies, AreWholeAndSaveAlike) {
     api_del_entity_list(copied);
 }
 
-TEST(Saving, WithoutProductIdIsRefused) {
-    FileInfo nameless;
-    api_set_file_info(FileIdent, nameless);
-    ENTITY_LIST entities;
-    test::MemoryFile file;
-    EXPECT_EQ(api_save_entity_list_file(&file, entities).error_number(), ACIS_SAVE_FAILED);
-    EXPECT_EQ(file.bytes, "");
+TEST(Saving, NeedsAProductIdOfItsThread) {
+    const ENTITY_LIST entities;
+    EXPECT_TRUE(test::saved(entities).starts_with("ACIS BinaryFile"));
+    const auto expectRefused = [&entities] {
+        test::MemoryFile file;
+        EXPECT_EQ(api_save_entity_list_file(&file, entities).error_number(), ACIS_SAVE_FAILED);
+        EXPECT_EQ(file.bytes, "");
+    };
+    std::jthread(expectRefused).join();
+    api_set_file_info(FileIdent, FileInfo());
+    expectRefused();
 }
 
 /// From low to high in steps.

@@ -197,6 +197,9 @@ TEST(Compressor, DamageIsReportedAsZlibReportsIt) {
 TEST(Compressor, AFalseSizeInTheTrailerIsOnlyAnError) {
     std::string packed = compressed("short");
     packed.replace(packed.size() - 4, 4, "\xFF\xFF\xFF\xFF");
+    std::string out;
+    EXPECT_THROW(Compressor::decompress(out, packed.data(), packed.size()), std::runtime_error);
+    EXPECT_LT(out.capacity(), 1u << 20) << "the size was believed";
     EXPECT_EQ(decompressed(packed), "error: incorrect length check");
 }
 

@@ -16,6 +16,7 @@
 #include "support/child_process.h"
 #include "support/json_text.h"
 #include "support/log_capture.h"
+#include "support/own_tmp.h"
 #include "support/temp_dir.h"
 #include "support/trace.h"
 #include "zeq_api/codec/binary_json.h"
@@ -420,6 +421,15 @@ TEST(ExchangeObjectWrapper, CarriesClassesOfItsUsers) {
     const Buffer wrong(encoded(L"5"));
     EXPECT_THROW(unwrapped(binaryDocument(wrong.name(), prototype.objectName())), std::runtime_error);
     EXPECT_FALSE(wrong.exists());
+}
+
+TEST(ExchangeObjectWrapper, LeavesNoBufferThatCannotBeWritten) {
+    test::withOwnTmp([] {
+        const auto large = std::make_shared<Plain>();
+        large->content.assign(1 << 20, L'x');
+        EXPECT_THROW(wrapped(large), mp::SharedMemoryException);
+        EXPECT_TRUE(fs::is_empty(mp::sharedDirectory()));
+    });
 }
 
 TEST(ExchangeObjectWrapper, TracesItsWork) {

@@ -1,6 +1,7 @@
 #!/bin/bash
 # install_test.sh BUILD CXX [SOURCE ARGUMENT...]: installs the build directory BUILD into a temporary prefix,
-# then builds and runs the program beside this script against it, through find_package and through pkg-config.
+# then builds and runs the programs beside this script against it, through find_package and through pkg-config, and
+# looks at what the library exports.
 # With SOURCE, BUILD is first configured from there with these arguments of cmake, and built.
 set -euo pipefail
 build=$1 cxx=$2
@@ -18,14 +19,30 @@ mv "$work/made" "$work/prefix" # an installation may be moved
 cmake -S "$here" -B "$work/consumer" -DCMAKE_PREFIX_PATH="$work/prefix" -DCMAKE_CXX_COMPILER="$cxx" \
     -DCMAKE_BUILD_TYPE=Release
 cmake --build "$work/consumer"
-"$work/consumer/consumer"
+for program in "$work"/consumer/bin/*; do # bound at once, as a host may want it: every symbol is looked up
+    LD_BIND_NOW=1 "$program"
+done
 
 PKG_CONFIG_PATH=$(dirname "$(find "$work/prefix" -name zeq_api.pc)"):${PKG_CONFIG_PATH-}
 export PKG_CONFIG_PATH
 read -ra flags < <(pkg-config --cflags --libs zeq_api)
-"$cxx" -std=c++20 "$here/main.cpp" "${flags[@]}" -o "$work/by-pkg-config"
+"$cxx" -std=c++20 "$here/main.cpp" "$here/use_library.cpp" "${flags[@]}" -o "$work/by-pkg-config"
 LD_LIBRARY_PATH=$(pkg-config --variable=libdir zeq_api) "$work/by-pkg-config"
 
 for program in zeq convexor; do # the installed programs find the library
     [[ ! -e $work/prefix/bin/$program ]] || "$work/prefix/bin/$program" --version
 done
+
+library=$(find "$work/prefix" -name libzeq_api.so)
+[[ -n $library ]] || exit 0
+own='(zeq|mp|mv_cvx|OdDb)::|(is_)?ATTRIB_CONVEXOR'
+kernel='[A-Z][A-Z_]+\b|(FileInfo|BinaryFile|acis_detail)\b|entity_of<|(bs[23]|restore|subtype|kept|unknown)_[a-z]+\b'
+kernel+='|(api|read|write)_[a-z_]+[[(]'
+pkg-config --print-requires zeq_api | grep -q zeq_acis || own+="|$kernel"
+foreign=$(nm -DC --defined-only "$library" |
+    sed -E 's/^[0-9a-f]+ //; s/^(.) ((vtable|VTT|typeinfo( name)?|guard variable) for|.* thunk to) /\1 /' |
+    grep -vE "^([^u] ($own))" || true)
+if [[ -n $foreign ]]; then
+    printf 'the library exports names that are not its own, or unique ones:\n%s\n' "$foreign" | head -50 >&2
+    exit 1
+fi

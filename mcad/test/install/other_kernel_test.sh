@@ -13,9 +13,11 @@ cd "$kernel"
 for file in "$source"/mcad/src/platform/acis/*; do
     sed 's:"platform/acis/:"other_kernel/:' "$file" >"other_kernel/${file##*/}"
 done
+flags=(-std=c++20 -fPIC)
+[[ $("$cxx" --version) == *clang* ]] || flags+=(-fno-gnu-unique) # it can be unloaded
 printf '%s\0' other_kernel/*.cpp |
     xargs -0 -P "$(nproc)" -I FILE ${CMAKE_CXX_COMPILER_LAUNCHER:+"$CMAKE_CXX_COMPILER_LAUNCHER"} \
-        "$cxx" -std=c++20 -fPIC -I. -c FILE -o FILE.o
+        "$cxx" "${flags[@]}" -I. -c FILE -o FILE.o
 "$cxx" -shared -Wl,-soname,libother_kernel.so other_kernel/*.o -o libother_kernel.so
 
 sed -n 's:^#include "platform/acis/:#include "other_kernel/:p' "$source/mcad/src/platform/acis/acis.h" \

@@ -1,6 +1,8 @@
 // The form engine: rules, inheritance, children, duplicates, and the byte stream against the document model.
 #include "zeq_api/json/form.h"
 
+#include <climits>
+
 #include <gtest/gtest.h>
 
 #include "mv_cvx/logger.h"
@@ -226,12 +228,29 @@ TEST(Form, AClassWithoutAFormTakesPartThroughItsFunctions) {
     Tree tree;
     tree.held = std::make_shared<Foreign>();
     tree.leaves = {nullptr, std::make_shared<Foreign>()};
-    EXPECT_EQ(writtenAsBytes(tree), encoded(written(tree)));
+    const JsonDocument document = written(tree);
+    EXPECT_EQ(writtenAsBytes(tree), encoded(document));
+    EXPECT_EQ(encoded(document[L"leaves"]), encoded(parse(LR"([{"foreign":true}])"))) << "null is no child";
 
     Foreign foreign;
     const std::string bytes = encoded(parse(L"{}"));
     json::readNested(foreign, json::ByteView(bytes.data()));
     EXPECT_EQ(foreign.number, -1);
+}
+
+TEST(ByteSink, NumbersOfAnyTypeTakeTheirNarrowestKind) {
+    const auto bytesOf = [](auto... numbers) {
+        std::string bytes;
+        json::ByteSink sink(bytes);
+        sink.array([&](auto& array) { (array.element([=](auto&& to) { to.value(numbers); }), ...); });
+        return bytes;
+    };
+    constexpr long long wide = INT_MAX;
+    EXPECT_EQ(bytesOf(INT_MIN, INT_MAX, unsigned{INT_MAX}, UINT_MAX, LLONG_MIN, wide, wide + 1, LLONG_MAX,
+                      0ULL + INT_MAX, 0ULL + UINT_MAX, 0ULL + LLONG_MAX, 1ULL + LLONG_MAX, ULLONG_MAX),
+              encoded(parse(LR"([-2147483648,2147483647,2147483647,4294967295,-9223372036854775808,2147483647,
+                  2147483648,9223372036854775807,2147483647,4294967295,9223372036854775807,
+                  9223372036854775808,18446744073709551615])")));
 }
 
 TEST(ByteView, AcceptsOnlyWholeValuesWithExactLengths) {
@@ -241,6 +260,11 @@ TEST(ByteView, AcceptsOnlyWholeValuesWithExactLengths) {
     EXPECT_TRUE(json::ByteView::isExact((good + "tail").data(), good.size() + 4));
     for (std::size_t size = 0; size < good.size(); ++size)
         EXPECT_FALSE(json::ByteView::isExact(good.data(), size)) << size;
+
+    const std::string text = encoded(parse(LR"("ab")"));
+    for (std::size_t size = 0; size < text.size(); ++size)
+        EXPECT_FALSE(json::ByteView::isExact(text.data(), size))
+            << "a string counts units, not bytes: " << size;
 
     const auto object = [](const std::string& body) {
         const unsigned long long length = body.size();

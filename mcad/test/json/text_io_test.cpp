@@ -1,6 +1,7 @@
 // JSON text: what is kept, what is refused, and what must not crash.
 #include "zeq_api/json/text_io.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdint>
@@ -8,6 +9,7 @@
 #include <sstream>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -158,10 +160,28 @@ TEST(JsonText, RefusesWhatIsNotExactlyOneDocument) {
         EXPECT_FALSE(readText(text, document)) << text;
         EXPECT_EQ(document.GetInt(), 7);
     }
-    std::wistringstream failed(L"1");
-    failed.setstate(std::ios::badbit);
+}
+
+/// Gives a whole document and fails where its end should be.
+class BrokenSource : public std::wstreambuf {
+protected:
+    std::streamsize xsgetn(wchar_t* out, std::streamsize count) override {
+        if (std::exchange(m_isRead, true)) throw std::runtime_error("the disk is gone");
+        std::fill_n(out, count, L' ');
+        *out = L'1';
+        return count;
+    }
+
+private:
+    bool m_isRead = false;
+};
+
+TEST(JsonText, AStreamThatFailsIsNotReadAsWhole) {
+    BrokenSource source;
+    std::wistream stream(&source);
     JsonDocument document;
-    EXPECT_FALSE(JsonTextIO::read(failed, document));
+    EXPECT_FALSE(JsonTextIO::read(stream, document));
+    EXPECT_TRUE(document.IsNull());
 }
 
 TEST(JsonText, AnyPrefixOfADocumentIsRefused) {

@@ -4,10 +4,13 @@
 #include "platform/acis/attrib.h"
 #include "platform/acis/byte_block.h"
 #include "platform/acis/image.h"
-#include <cstdlib>
 #include <exception>
-#include <memory>
+#include <list>
+#include <mutex>
 #include <new>
+#include <pthread.h>
+#include <stdexcept>
+#include <system_error>
 
 using acis_detail::byte_block;
 using acis_detail::image_reader;
@@ -16,8 +19,46 @@ using acis_detail::restore_level;
 using acis_detail::width;
 
 namespace {
-thread_local FileInfo info_to_save;
-thread_local FileInfo restored_info;
+struct file_infos {
+    FileInfo to_save;
+    FileInfo restored;
+};
+
+/// Gives each thread its own. As thread_local objects, whose destructors wait for the end of the thread, they
+/// would keep the library from being unloaded until then.
+class infos_by_thread {
+public:
+    static file_infos& current() {
+        static infos_by_thread all;
+        auto* infos = static_cast<entry*>(pthread_getspecific(all.m_key));
+        if (infos) return *infos;
+        const std::lock_guard lock(all.m_mutex);
+        all.m_infos.push_back({{}, &all});
+        pthread_setspecific(all.m_key, &all.m_infos.back());
+        return all.m_infos.back();
+    }
+
+private:
+    struct entry : file_infos {
+        infos_by_thread* owner;
+    };
+
+    infos_by_thread() {
+        if (const int error = pthread_key_create(&m_key, end_of_thread))
+            throw std::system_error(error, std::generic_category(), "the kernel has no key for its threads");
+    }
+    ~infos_by_thread() { pthread_key_delete(m_key); }
+
+    static void end_of_thread(void* infos) {
+        infos_by_thread& all = *static_cast<entry*>(infos)->owner;
+        const std::lock_guard lock(all.m_mutex);
+        all.m_infos.remove_if([infos](const entry& each) { return &each == infos; });
+    }
+
+    pthread_key_t m_key = 0;
+    std::mutex m_mutex;
+    std::list<entry> m_infos;
+};
 
 /// Runs an operation and gives its outcome.
 template <class Operation>
@@ -54,7 +95,7 @@ std::size_t restore(const char* bytes, std::size_t size, ENTITY_LIST& entities) 
             if (reader.version() <= acis_detail::format_version) break;
             continue;
         }
-        restored_info = reader.info();
+        infos_by_thread::current().restored = reader.info();
         entities.reserve(std::size_t(entities.count()) + reader.top_count());
         for (ENTITY* entity : reader.release()) entities.add(entity);
         return reader.length();
@@ -84,20 +125,22 @@ outcome acis_detail::outcome_of_exception(int number) {
 
 outcome api_set_file_info(unsigned long fields, const FileInfo& info) {
     return guarded(ACIS_BAD_ARGUMENT, [&] {
-        if (fields & FileIdent) info_to_save.set_product_id(info.product_id());
-        if (fields & FileUnits) info_to_save.set_units(info.units());
+        FileInfo& to_save = infos_by_thread::current().to_save;
+        if (fields & FileIdent) to_save.set_product_id(info.product_id());
+        if (fields & FileUnits) to_save.set_units(info.units());
     });
 }
 
-const FileInfo& api_restored_file_info() { return restored_info; }
+const FileInfo& api_restored_file_info() { return infos_by_thread::current().restored; }
 
 outcome api_save_entity_list_file(BinaryFile* file, const ENTITY_LIST& entities, AcisOptions*) {
     if (!file) return {ACIS_BAD_ARGUMENT, "there is no file to save to"};
-    if (info_to_save.product_id().empty())
-        return {ACIS_SAVE_FAILED, "the product id has to be set before saving (api_set_file_info)"};
     return guarded(ACIS_SAVE_FAILED, [&] {
+        const FileInfo& info = infos_by_thread::current().to_save;
+        if (info.product_id().empty())
+            throw std::logic_error("the product id has to be set before saving (api_set_file_info)");
         for (width integers : {width::narrow, width::wide}) {
-            image_writer writer(info_to_save, integers);
+            image_writer writer(info, integers);
             writer.save(entities);
             if (writer.records().overflowed()) continue;
             file->write(writer.records().data(), writer.records().size(), 1);

@@ -63,6 +63,8 @@ struct IFormatOptions::JsonForm {
     }
 
     struct OperationType : json::Computed<IFormatOptions, EOperationType> {
+        template <class Members>
+        void read(IFormatOptions&, Members&) const {} // left for Purpose to look at
         json::MemberShape describe() const { return purposeShape<EOperationType>(key); }
     };
 

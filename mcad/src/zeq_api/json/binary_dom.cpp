@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "zeq_api/json/binary_format.h"
+#include "zeq_api/json/byte_model.h"
 #include "zeq_api/json/dom_walk.h"
 
 namespace zeq {
@@ -17,86 +18,47 @@ namespace zeq {
 using json::Tag;
 namespace binary_error = json::binary_error;
 
-namespace {
-
-template <class To>
-bool fits(std::int64_t number) {
-    return number >= std::numeric_limits<To>::min() && number <= std::numeric_limits<To>::max();
-}
-
-} // namespace
-
 class JsonBinaryIOImpl::Writer {
 public:
-    explicit Writer(std::string& out) : m_out(out) {}
+    explicit Writer(std::string& out) : m_sink(out) {}
 
     void onValue(const JsonValue& value) {
         switch (value.GetType()) {
         case rapidjson::kNullType:
-            return put(Tag::null);
+            return m_sink.null();
         case rapidjson::kFalseType:
-            return put(Tag::boolFalse);
         case rapidjson::kTrueType:
-            return put(Tag::boolTrue);
+            return m_sink.value(value.IsTrue());
         case rapidjson::kObjectType:
-            return onObject();
+            return m_bodies.push_back(m_sink.open(Tag::object));
         case rapidjson::kArrayType:
-            return onArray();
+            return m_bodies.push_back(m_sink.open(Tag::array));
         case rapidjson::kStringType:
-            return onString({value.GetString(), value.GetStringLength()});
+            return onName(value);
         case rapidjson::kNumberType:
             break;
         }
         if (value.IsInt64())
-            onInt64(value.GetInt64());
+            m_sink.value(static_cast<long long>(value.GetInt64()));
         else if (value.IsUint64())
-            onUint64(value.GetUint64());
+            m_sink.value(static_cast<unsigned long long>(value.GetUint64()));
         else if (value.IsDouble())
-            onDouble(value.GetDouble());
+            m_sink.value(value.GetDouble());
         else
             throw std::invalid_argument(binary_error::unknownNumber);
     }
 
-    void onName(const JsonValue& name) { onString({name.GetString(), name.GetStringLength()}); }
+    void onName(const JsonValue& name) {
+        m_sink.value(std::wstring_view(name.GetString(), name.GetStringLength()));
+    }
 
     void onEnd(const JsonValue& /*container*/) {
-        const std::size_t body = m_bodies.back();
+        m_sink.close(m_bodies.back());
         m_bodies.pop_back();
-        const std::uint64_t length = m_out.size() - body;
-        std::memcpy(m_out.data() + body - sizeof length, &length, sizeof length);
     }
 
 private:
-    void onObject() { open(Tag::object); }
-    void onArray() { open(Tag::array); }
-    void onString(std::wstring_view text) {
-        put(Tag::string, std::uint64_t{text.size()});
-        m_out.append(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t));
-    }
-    void onInt64(std::int64_t number) {
-        if (fits<std::int32_t>(number))
-            put(Tag::int32, static_cast<std::int32_t>(number));
-        else if (fits<std::uint32_t>(number))
-            put(Tag::uint32, static_cast<std::uint32_t>(number));
-        else
-            put(Tag::int64, number);
-    }
-    void onUint64(std::uint64_t number) { put(Tag::uint64, number); }
-    void onDouble(double number) { put(Tag::real, number); }
-
-    void put(Tag tag) { m_out.push_back(static_cast<char>(tag)); }
-    template <class Field>
-    void put(Tag tag, Field field) {
-        char bytes[1 + sizeof field] = {static_cast<char>(tag)};
-        std::memcpy(bytes + 1, &field, sizeof field);
-        m_out.append(bytes, sizeof bytes);
-    }
-    void open(Tag tag) {
-        put(tag, std::uint64_t{0});
-        m_bodies.push_back(m_out.size());
-    }
-
-    std::string& m_out;
+    json::ByteSink m_sink;
     std::vector<std::size_t> m_bodies; // where the bodies of the open containers start
 };
 

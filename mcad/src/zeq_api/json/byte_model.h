@@ -13,7 +13,8 @@
 
 namespace zeq::json {
 
-/// Appends values to a byte buffer; lengths of objects and arrays are patched in when they end.
+/// Appends values to a byte buffer, integers in the narrowest kind that holds them; lengths of objects and
+/// arrays are patched in when they end.
 class ByteSink {
 public:
     explicit ByteSink(std::string& out) : m_out(&out) {}
