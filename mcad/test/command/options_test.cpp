@@ -10,6 +10,7 @@
 #include "support/case_runner.h"
 #include "support/json_text.h"
 #include "support/log_capture.h"
+#include "zeq_api/command/command.h"
 #include "zeq_api/command/format_groups.h"
 #include "zeq_api/command/result.h"
 #include "zeq_api/format_options/common_options.h"
@@ -27,6 +28,7 @@ TEST(CommandDocuments, BecomeWhatTheirCasesSay) {
         .add<ExportOptionsImpl>("ExportOptionsImpl")
         .add<LegacyImportOptionsImpl>("LegacyImportOptionsImpl")
         .add<LegacyExportOptionsImpl>("LegacyExportOptionsImpl")
+        .add<Command>("Command")
         .add<Result>("Result")
         .run("commands.jsonl");
 }
