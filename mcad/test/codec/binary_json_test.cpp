@@ -123,23 +123,16 @@ TEST(BinaryJson, EncodingAppends) {
 }
 
 TEST(BinaryJson, NumbersAreReadWithTheirNarrowestKind) {
-    const struct {
-        std::string bytes;
-        const char* expected;
-    } cases[] = {
-        {'\x08' + raw(std::int64_t{5}), "5 9"},
-        {'\x09' + raw(std::uint64_t{5}), "5 9"},
-        {'\x07' + raw(std::uint32_t{5}), "5 5"},
-    };
-    for (const auto& [bytes, expected] : cases) {
-        EXPECT_EQ(decoded(bytes), expected);
-        JsonDocument document;
-        JsonBinaryIO::decode(bytes.data(), bytes.size(), document, document.GetAllocator());
-        EXPECT_TRUE(document.IsInt() && document.IsUint64());
-    }
     JsonDocument document;
-    const std::string notANumber = '\x0A' + raw(std::nan(""));
-    JsonBinaryIO::decode(notANumber.data(), notANumber.size(), document, document.GetAllocator());
+    const auto decode = [&document](const std::string& bytes) {
+        JsonBinaryIO::decode(bytes.data(), bytes.size(), document, document.GetAllocator());
+    };
+    for (const std::string& five :
+         {'\x08' + raw(std::int64_t{5}), '\x09' + raw(std::uint64_t{5}), '\x07' + raw(std::uint32_t{5})}) {
+        decode(five);
+        EXPECT_TRUE(document.IsInt() && document.IsUint64() && document.GetInt() == 5);
+    }
+    decode('\x0A' + raw(std::nan("")));
     EXPECT_TRUE(document.IsDouble() && std::isnan(document.GetDouble()));
 }
 
@@ -186,26 +179,6 @@ TEST(BinaryJson, AnyTruncationIsALengthError) {
     const std::string bytes = encoded(parsed(richText()));
     for (std::size_t size = 0; size < bytes.size(); ++size)
         EXPECT_EQ(decoded(bytes.substr(0, size)).find("length_error: JsonBinaryIO: Failed to"), 0u) << size;
-}
-
-TEST(BinaryJson, AnyDamagedByteGivesAValueOrADocumentedError) {
-    std::string bytes = encoded(parsed(richText()));
-    for (char& byte : bytes) {
-        const char original = byte;
-        for (int value = 0; value < 256; ++value) {
-            byte = static_cast<char>(value);
-            JsonDocument document;
-            try {
-                JsonBinaryIO::decode(bytes.data(), bytes.size(), document, document.GetAllocator());
-                encoded(document);
-            } catch (const std::length_error& error) {
-                ASSERT_TRUE(std::string(error.what()).starts_with("JsonBinaryIO: Failed to "));
-            } catch (const std::invalid_argument& error) {
-                ASSERT_TRUE(std::string(error.what()).starts_with("JsonBinaryIO: "));
-            }
-        }
-        byte = original;
-    }
 }
 
 TEST(BinaryJson, AMillionLevelsGoBothWays) {

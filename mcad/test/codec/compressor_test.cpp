@@ -12,6 +12,7 @@
 #include <sys/mman.h>
 #include <zlib.h>
 
+#include "codec/zlib_inflate.h"
 #include "support/log_capture.h"
 
 namespace zeq {
@@ -52,26 +53,7 @@ std::string zlibDeflate(const std::string& data, int level, int windowBits, gz_h
     return out;
 }
 
-/// The reference: what zlib alone makes of the data, as decompressed() says it.
-std::string zlibInflate(const std::string& data) {
-    z_stream stream{};
-    EXPECT_EQ(inflateInit2(&stream, 47), Z_OK);
-    std::string out;
-    std::vector<char> chunk(1 << 16);
-    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(data.data()));
-    stream.avail_in = static_cast<uInt>(data.size());
-    int result;
-    do {
-        stream.next_out = reinterpret_cast<Bytef*>(chunk.data());
-        stream.avail_out = static_cast<uInt>(chunk.size());
-        result = inflate(&stream, Z_FINISH);
-        out.append(chunk.data(), chunk.size() - stream.avail_out);
-    } while ((result == Z_OK || result == Z_BUF_ERROR) && stream.avail_out == 0);
-    const bool isDamaged = result != Z_OK && result != Z_BUF_ERROR && result != Z_STREAM_END;
-    if (isDamaged) out = std::string("error: ") + (stream.msg ? stream.msg : "inflate failed");
-    inflateEnd(&stream);
-    return out;
-}
+std::string zlibInflate(const std::string& data) { return test::zlibInflate(data.data(), data.size()); }
 
 std::string noise(std::size_t size) {
     std::mt19937 random(size);

@@ -110,30 +110,6 @@ TEST(Command, AFailedStreamIsARuntimeError) {
     EXPECT_THROW(Command().writeObject(stream), std::runtime_error);
 }
 
-TEST(Command, ReadsTypeAndInterface) {
-    const struct {
-        const wchar_t* members;
-        EType type;
-        EConvexorInterface interface;
-    } cases[] = {
-        {LR"("command":"ping")", EType::ping, uconnect},
-        {LR"("command":"info","convexor_interface":"connect")", EType::info, connect},
-        {LR"("convexor_interface":"legacy","command":"ping")", EType::ping, legacy},
-        {LR"("convexor_interface":"Legacy","command":"Ping")", EType::unknown, uconnect},
-        {LR"("convexor_interface":1,"command":"reboot")", EType::unknown, uconnect},
-        {LR"("convexor_interface":null,"command":"unknown")", EType::unknown, uconnect},
-        {LR"("command":"info","command":"ping","options":7)", EType::info, uconnect},
-        {LR"("options":{"file":"f"},"command":"import")", EType::import, uconnect},
-        {LR"("command":"export","options":{"file":"f"})", EType::export_, uconnect},
-    };
-    for (const auto& [members, type, interface] : cases) {
-        Command command = make(EType::export_, legacy);
-        readFrom(command, L"{" + std::wstring(members) + L"}");
-        EXPECT_EQ(command.type(), type) << testing::PrintToString(members);
-        EXPECT_EQ(command.internalInterface(), interface) << testing::PrintToString(members);
-    }
-}
-
 TEST(Command, ADocumentThatCannotBeReadIsRefused) {
     const struct {
         const wchar_t* text;
@@ -209,25 +185,6 @@ TEST(Command, ReplacesOnlyTheOptionsThatItReads) {
     EXPECT_EQ(command.importOptions()->file(), L"part.stp");
 }
 
-TEST(Command, KeepsMultiThreadingUnlessToldByABoolean) {
-    for (const bool before : {false, true}) {
-        const struct {
-            const wchar_t* member;
-            bool after;
-        } cases[] = {{L"", before},
-                     {LR"(,"mt_mode":1)", before},
-                     {LR"(,"mt_mode":"true")", before},
-                     {LR"(,"mt_mode":true)", true},
-                     {LR"(,"mt_mode":false)", false}};
-        for (const auto& [member, after] : cases) {
-            Command command;
-            command.setUseMultiThreading(before);
-            readFrom(command, LR"({"command":"ping")" + std::wstring(member) + L"}");
-            EXPECT_EQ(command.useMultiThreading(), after) << testing::PrintToString(member);
-        }
-    }
-}
-
 /// Options that are no ImportOptionsImpl, or no ExportOptionsImpl.
 template <class Options>
 struct Foreign : Options {
@@ -277,30 +234,18 @@ TEST(Command, AcceptsOnlyTheLibrarysOwnOptions) {
     EXPECT_EQ(command.exportOptions(), nullptr);
 }
 
-TEST(Command, NewOptionsAreNotAttached) {
+TEST(Command, NewOptionsAreNotAttachedAndLegacyOnesMayBeTakenAway) {
     Command command;
     EXPECT_EQ(command.newImportOptions()->operationType(), EOperationType::import);
     EXPECT_EQ(command.newExportOptions()->operationType(), EOperationType::export_);
-    EXPECT_EQ(command.newLegacyImportOptions()->operationType(), EOperationType::import);
-    EXPECT_EQ(command.newLegacyExportOptions()->operationType(), EOperationType::export_);
-    EXPECT_EQ(command.importOptions(), nullptr);
-    EXPECT_EQ(command.exportOptions(), nullptr);
-    EXPECT_EQ(command.legacyImportOptions(), nullptr);
-    EXPECT_EQ(command.legacyExportOptions(), nullptr);
-}
-
-TEST(Command, LegacyOptionsAreHeldAsGiven) {
-    const auto importOptions = Command::newLegacyImportOptions();
-    const auto exportOptions = Command::newLegacyExportOptions();
-    Command command;
-    command.setLegacyImportOptions(importOptions);
-    command.setLegacyExportOptions(exportOptions);
-    EXPECT_EQ(command.legacyImportOptions(), importOptions);
-    EXPECT_EQ(command.legacyExportOptions(), exportOptions);
+    command.setLegacyImportOptions(command.newLegacyImportOptions());
+    command.setLegacyExportOptions(command.newLegacyExportOptions());
+    EXPECT_EQ(command.legacyImportOptions()->operationType(), EOperationType::import);
+    EXPECT_EQ(command.legacyExportOptions()->operationType(), EOperationType::export_);
     command.setLegacyImportOptions(nullptr);
     command.setLegacyExportOptions(nullptr);
-    EXPECT_EQ(command.legacyImportOptions(), nullptr);
-    EXPECT_EQ(command.legacyExportOptions(), nullptr);
+    EXPECT_FALSE(command.importOptions() || command.exportOptions() || command.legacyImportOptions() ||
+                 command.legacyExportOptions());
 }
 
 TEST(Command, EveryReaderAndWriterLeavesATrace) {

@@ -9,6 +9,7 @@
 #include "support/case_lines.h"
 #include "support/json_text.h"
 #include "support/log_capture.h"
+#include "zeq_api/command/command.h"
 #include "zeq_api/command/format_groups.h"
 #include "zeq_api/command/result.h"
 #include "zeq_api/format_options/common_options.h"

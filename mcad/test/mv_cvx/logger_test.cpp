@@ -57,8 +57,8 @@ TEST(Logger, StartLinesHaveNoThreadFieldAndPassAnyLevel) {
 
 TEST(Logger, LevelsUpToItsOwnAreEnabled) {
     const LogCapture log(3);
-    for (const int level : {1, 2, 3}) EXPECT_TRUE(LoggerHolder::levelEnabled(level)) << level;
-    for (const int level : {4, 5, 6, 7}) EXPECT_FALSE(LoggerHolder::levelEnabled(level)) << level;
+    for (int level = 1; level <= 7; ++level)
+        EXPECT_EQ(LoggerHolder::levelEnabled(level), level <= 3) << level;
 }
 
 TEST(Logger, ALevelThatChangesNothingKeepsTheLogger) {
@@ -154,28 +154,21 @@ TEST(Logger, AFileThatCannotBeOpenedTurnsLoggingOff) {
 }
 
 TEST(Logger, LinesOfSixteenThreadsDoNotMix) {
-    constexpr int threads = 16;
-    constexpr int linesEach = 200;
+    const auto forEachLineOf = [](int thread, auto&& visit) {
+        for (int line = 0; line < 200; ++line)
+            visit(std::to_string(thread) + ':' + std::to_string(line) + ' ' + std::string(100, 'x') + " end");
+    };
+    std::multiset<std::string> expected, found;
     LogCapture log;
     {
         std::vector<std::jthread> running;
-        running.reserve(threads);
-        for (int thread = 0; thread < threads; ++thread) {
-            running.emplace_back([thread] {
-                for (int line = 0; line < linesEach; ++line) {
-                    ZEQ_LOG(Info) << thread << ':' << line << ' ' << std::string(100, 'x') << " end";
-                }
+        for (int thread = 0; thread < 16; ++thread) {
+            forEachLineOf(thread, [&](std::string line) { expected.insert(std::move(line)); });
+            running.emplace_back([&forEachLineOf, thread] {
+                forEachLineOf(thread, [](const std::string& line) { ZEQ_LOG(Info) << line; });
             });
         }
     }
-    std::multiset<std::string> expected;
-    for (int thread = 0; thread < threads; ++thread) {
-        for (int line = 0; line < linesEach; ++line) {
-            expected.insert(std::to_string(thread) + ':' + std::to_string(line) + ' ' +
-                            std::string(100, 'x') + " end");
-        }
-    }
-    std::multiset<std::string> found;
     for (const LogLine& line : log.take()) found.insert(line.text);
     EXPECT_EQ(found, expected);
 }

@@ -23,12 +23,6 @@ namespace zeq::test {
 
 namespace {
 
-std::wstring textOf(const JsonValue& value) {
-    JsonDocument document;
-    document.CopyFrom(value, document.GetAllocator());
-    return test::textOf(document);
-}
-
 class OverDocument : public CaseSubject {
 public:
     explicit OverDocument(std::shared_ptr<IJsonObject> object) : m_object(std::move(object)) {}

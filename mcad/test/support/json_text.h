@@ -23,6 +23,12 @@ inline std::wstring textOf(const JsonDocument& document) {
     return text.str();
 }
 
+inline std::wstring textOf(const JsonValue& value) {
+    JsonDocument document;
+    document.CopyFrom(value, document.GetAllocator());
+    return textOf(document);
+}
+
 /// The same document without blanks.
 inline std::wstring compact(const std::wstring& text) {
     std::wistringstream stream(text);
