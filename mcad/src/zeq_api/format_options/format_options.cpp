@@ -62,7 +62,10 @@ struct IFormatOptions::JsonForm {
         return {key, json::Codec<E>::shape(), true, true, true};
     }
 
+    /// The operation type; it is read together with the format type.
     struct OperationType : json::Computed<IFormatOptions, EOperationType> {
+        template <class Members>
+        void read(const IFormatOptions&, Members&) const {}
         json::MemberShape describe() const { return purposeShape<EOperationType>(key); }
     };
 

@@ -94,7 +94,9 @@ struct Computed {
     Value (This::*getter)() const;
 
     template <class Members>
-    void read(This&, Members&) const {}
+    void read(This&, Members& members) const {
+        members.find(key); // passed by, so that what follows is found without a search
+    }
     template <class Sink>
     void write(const This& object, Sink& sink) const {
         sink.member(key, [&](auto&& to) { Codec<std::remove_cvref_t<Value>>::give(to, (object.*getter)()); });
