@@ -62,9 +62,10 @@ struct IFormatOptions::JsonForm {
         return {key, json::Codec<E>::shape(), true, true, true};
     }
 
+    /// The operation type; it is read together with the format type.
     struct OperationType : json::Computed<IFormatOptions, EOperationType> {
         template <class Members>
-        void read(IFormatOptions&, Members&) const {} // left for Purpose to look at
+        void read(const IFormatOptions&, Members&) const {}
         json::MemberShape describe() const { return purposeShape<EOperationType>(key); }
     };
 
