@@ -1,0 +1,152 @@
+// A scene of 100 meshes of 10,000 triangles through the wrapper and its shared buffer, there and back; the same
+// through the document model; and copying the arrays, for scale.
+#include <cstring>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <benchmark/benchmark.h>
+
+#include "zeq_api/codec/binary_json.h"
+#include "zeq_api/json/codecs.h"
+#include "zeq_api/zeq_api.h"
+
+namespace {
+
+constexpr int meshes = 100;
+constexpr int triangles = 10'000;
+
+/// A wavy sheet of triangles with normals, one face a mesh, one polygon a triangle.
+zeq::ExcVisuFacePtr sheet(int number) {
+    constexpr int side = 71; // 2 * 70 * 71.4 triangles
+    std::vector<float> vertices;
+    std::vector<float> normals;
+    for (int y = 0; y <= side; ++y)
+        for (int x = 0; x <= side + 1; ++x) {
+            const auto at = static_cast<float>(x * 37 + y * 11 + number) / 100;
+            vertices.insert(vertices.end(),
+                            {static_cast<float>(x) / 7, static_cast<float>(y) / 3, at * (2 - at)});
+            normals.insert(normals.end(), {at / 50, 1 - at / 50, 0.5F});
+        }
+    std::vector<zeq::ExcVisuFace::Polygon> polygons;
+    for (int i = 0; i < triangles; ++i) {
+        const int corner = i / 2 % (side * (side + 1));
+        polygons.push_back({4, {corner, corner + 1 + i % 2, corner + side + 2}});
+    }
+    auto face = std::make_shared<zeq::ExcVisuFace>();
+    face->setVertices(std::move(vertices));
+    face->setNormals(std::move(normals));
+    face->setPolygons(std::move(polygons));
+    face->setMechanicalId(std::to_wstring(number));
+    return face;
+}
+
+const std::shared_ptr<zeq::ExcBlockVisualization>& scene() {
+    static const auto made = [] {
+        auto root = std::make_shared<zeq::ExcVisuNode>();
+        for (int i = 0; i < meshes; ++i) {
+            auto mesh = std::make_shared<zeq::ExcVisuMesh>();
+            mesh->addFace(sheet(i));
+            auto node = std::make_shared<zeq::ExcVisuNode>();
+            node->setMesh(mesh);
+            root->addChildNode(node);
+        }
+        auto data = std::make_shared<zeq::ExcVisualizationData>();
+        data->addSceneRootNode(root);
+        auto object = std::make_shared<zeq::ExcBlockVisualization>();
+        object->setVisualizationData(data);
+        return object;
+    }();
+    return made;
+}
+
+template <class Visit>
+void forEachFace(const zeq::ExcBlockVisualization& object, Visit visit) {
+    for (const auto& node : object.visualizationData()->sceneRootNodes().front()->childNodes())
+        visit(*node->mesh()->faces().front());
+}
+
+std::int64_t arrayBytes() {
+    std::size_t size = 0;
+    forEachFace(*scene(), [&size](const zeq::ExcVisuFace& face) {
+        size += 4 * (face.vertices().size() + face.normals().size());
+        for (const auto& polygon : face.polygons()) size += 4 * (2 + polygon.indices.size());
+    });
+    return static_cast<std::int64_t>(size);
+}
+
+/// Copies every array into new memory once.
+void sceneCopied(benchmark::State& state) {
+    for (auto _ : state) {
+        forEachFace(*scene(), [](const zeq::ExcVisuFace& face) {
+            for (const auto* array : {&face.vertices(), &face.normals()}) {
+                std::vector<float> copy(array->size());
+                std::memcpy(copy.data(), array->data(), 4 * copy.size());
+                benchmark::DoNotOptimize(copy.data());
+            }
+            std::vector<int> indices(5 * face.polygons().size());
+            std::size_t at = 0;
+            for (const auto& polygon : face.polygons()) {
+                std::memcpy(&indices[at], polygon.indices.data(), 4 * polygon.indices.size());
+                at += 5;
+            }
+            benchmark::DoNotOptimize(indices.data());
+        });
+    }
+    state.SetBytesProcessed(state.iterations() * arrayBytes());
+}
+BENCHMARK(sceneCopied)->Unit(benchmark::kMillisecond);
+
+void sceneThroughTheWrapper(benchmark::State& state) {
+    zeq::ExchangeObjectWrapper wrapper;
+    wrapper.set(scene());
+    for (auto _ : state) {
+        std::wstringstream stream;
+        wrapper.writeObject(stream);
+        zeq::ExchangeObjectWrapper received;
+        received.readObject(stream);
+        benchmark::DoNotOptimize(received.get());
+    }
+    state.SetBytesProcessed(state.iterations() * arrayBytes());
+}
+BENCHMARK(sceneThroughTheWrapper)->Unit(benchmark::kMillisecond);
+
+/// What the wrapper does, with a document model on either side.
+void sceneThroughDocuments(benchmark::State& state) {
+    for (auto _ : state) {
+        std::string compressed;
+        {
+            zeq::JsonDocument document;
+            scene()->writeObject(document, document.GetAllocator());
+            std::string bytes;
+            zeq::JsonBinaryIO::encode(document, bytes);
+            zeq::Compressor::compress(compressed, bytes.data(), bytes.size(), -1);
+        }
+        std::string bytes;
+        zeq::Compressor::decompress(bytes, compressed.data(), compressed.size());
+        zeq::JsonDocument document;
+        zeq::JsonBinaryIO::decode(bytes.data(), bytes.size(), document, document.GetAllocator());
+        zeq::ExcBlockVisualization received;
+        received.readObject(document);
+        benchmark::DoNotOptimize(received.visualizationData());
+    }
+    state.SetBytesProcessed(state.iterations() * arrayBytes());
+}
+BENCHMARK(sceneThroughDocuments)->Unit(benchmark::kMillisecond);
+
+/// Without compression and buffer: what the forms and Base64 take.
+void sceneToBytesAndBack(benchmark::State& state) {
+    for (auto _ : state) {
+        std::string bytes;
+        zeq::json::ByteSink sink(bytes);
+        zeq::json::writeNested(*scene(), sink);
+        zeq::ExcBlockVisualization received;
+        zeq::json::readNested(received, zeq::json::ByteView(bytes.data()));
+        benchmark::DoNotOptimize(received.visualizationData());
+    }
+    state.SetBytesProcessed(state.iterations() * arrayBytes());
+}
+BENCHMARK(sceneToBytesAndBack)->Unit(benchmark::kMillisecond);
+
+} // namespace
