@@ -1,4 +1,4 @@
-// The exceptions of the shared-memory layer, which carry wide messages.
+// The exceptions of the shared-memory layer, which carry wide messages. Any thread may throw them.
 #pragma once
 
 #include <exception>

@@ -1,4 +1,5 @@
-// The interface of the documents that travel as a whole stream of wide characters.
+// The interface of the documents that travel as a whole stream of wide characters. Objects are used by one
+// thread at a time.
 #pragma once
 
 #include <istream>

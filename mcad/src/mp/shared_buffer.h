@@ -1,4 +1,5 @@
 // Named, resizable blocks of bytes that two processes share: files of the shared directory under /tmp.
+// Objects are used by one thread at a time.
 #pragma once
 
 #include <cstddef>

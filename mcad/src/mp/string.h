@@ -1,5 +1,5 @@
 // Wide text, as every document holds it, and its conversion to and from the narrow text of the current
-// locale.
+// locale. Any thread may call these functions.
 #pragma once
 
 #include <string>

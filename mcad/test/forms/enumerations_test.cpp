@@ -35,7 +35,7 @@ Tables allTables() {
     Tables tables;
     for (const EnumTable* inNoForm :
          {&enumTable(EMassUnitType{}), &enumTable(ETimeUnitType{}), &enumTable(ETemperatureUnitType{}),
-          &enumTable(EPersistentNameProcessingModeType{})})
+          &enumTable(EPersistentNameProcessingModeType{}), &enumTable(ExcMiscMaterial::EProperty{})})
         tables.emplace(inNoForm->enumeration(), inNoForm);
     for (const json::FormInfo* form : json::allForms()) addTables(form->shape(), tables);
     return tables;

@@ -54,15 +54,20 @@ const ajv = new (loadValidator())({ allErrors: true, strict: true, strictTypes: 
 const all = schemaOf();
 const validateAny = ajv.compile(all);
 
+/// The angle brackets of a class template's arguments are none of a URI's characters.
+function pointerTo(name) {
+  return `#/$defs/${encodeURI(name)}`;
+}
+
 /// The schema of a class has the definitions that it needs, those of the whole schema, and no others.
 function validatorOf(name) {
   const schema = schemaOf(name);
   const text = JSON.stringify(schema);
-  expect(schema.$ref === `#/$defs/${name}`, `the schema of ${name} is that of ${schema.$ref}`);
+  expect(schema.$ref === pointerTo(name), `the schema of ${name} is that of ${schema.$ref}`);
   for (const [key, definition] of Object.entries(schema.$defs)) {
     const isSame = JSON.stringify(definition) === JSON.stringify(all.$defs[key]);
     expect(isSame, `${key} is defined otherwise for ${name} than for all`);
-    expect(text.includes(`"#/$defs/${key}"`), `the schema of ${name} defines ${key} and does not need it`);
+    expect(text.includes(`"${pointerTo(key)}"`), `the schema of ${name} defines ${key} and does not need it`);
   }
   return ajv.compile(schema);
 }

@@ -388,11 +388,12 @@ void Linter::visitChoice(const JsonValue& value, const ChoiceShape& choice, cons
     const JsonValue& asked = asksItself ? value : siblings;
     if (const json::Alternative* chosen = choose(choice, asked))
         return visit(value, chosen->shape, className, siblings, path);
-    // A name that is not registered has been reported where it stands.
-    if (choice.alternatives.empty() || (!asksItself && !choice.alternatives.front().conditions.front().names))
-        return;
-    if (!asksItself)
+    if (choice.alternatives.empty()) return;
+    if (!asksItself) {
+        // A name that is not registered has been reported where it stands.
+        if (!choice.alternatives.front().conditions.front().names) return;
         return report(Severity::warning, path.text(), "is not read when " + answers(choice, asked));
+    }
     std::vector<std::string> allowed;
     for (const json::Alternative& alternative : choice.alternatives) {
         std::string& text = allowed.emplace_back();

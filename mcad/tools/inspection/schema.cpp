@@ -22,6 +22,19 @@ using json::Shape;
 /// The names of classes and enumerations are ASCII.
 std::wstring wide(const std::string& name) { return {name.begin(), name.end()}; }
 
+/// The reference to a definition. In a URI, the angle brackets of a class template's arguments are escaped.
+std::wstring pointerTo(const std::wstring& definition) {
+    std::wstring pointer = L"#/$defs/";
+    for (const wchar_t unit : definition)
+        if (unit == L'<')
+            pointer += L"%3C";
+        else if (unit == L'>')
+            pointer += L"%3E";
+        else
+            pointer += unit;
+    return pointer;
+}
+
 /// Adds one element to a list for people.
 void append(std::wstring& list, std::wstring_view element) {
     (list += list.empty() ? L"" : L", ") += element;
@@ -96,7 +109,7 @@ private:
         add(schema, L"$comment", text(sentences));
     }
 
-    JsonValue reference(const std::wstring& name) { return with(L"$ref", text(L"#/$defs/" + name)); }
+    JsonValue reference(const std::wstring& name) { return with(L"$ref", text(pointerTo(name))); }
     JsonValue reference(const FormInfo& form);
     JsonValue reference(const EnumTable& table);
 

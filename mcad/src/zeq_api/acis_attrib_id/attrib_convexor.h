@@ -1,4 +1,5 @@
-// Attributes that tag entities of the kernel, so that host and translator mean the same face or edge.
+// Attributes that tag entities of the kernel, so that host and translator mean the same face or edge. Objects
+// are used by one thread at a time.
 #pragma once
 
 #include <cstdio>

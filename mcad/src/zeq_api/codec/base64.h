@@ -1,4 +1,5 @@
-// Base64 text of arrays of numbers, so that bulk data can stand in a JSON string.
+// Base64 text of arrays of numbers, so that bulk data can stand in a JSON string. Any thread may call these
+// functions.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,5 @@
 // The compact binary form of JSON values: tagged, in native byte order, without text conversion or escaping.
+// Any thread may call these functions.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// Compression of whole buffers in the gzip format.
+// Compression of whole buffers in the gzip format. Any thread may call these functions.
 #pragma once
 
 #include <cstddef>

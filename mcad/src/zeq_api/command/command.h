@@ -1,4 +1,5 @@
-// The one document with which the host asks the translator to do something.
+// The one document with which the host asks the translator to do something. Objects are used by one thread at
+// a time.
 #pragma once
 
 #include <memory>

@@ -1,4 +1,4 @@
-// The generation of the protocol that two processes speak.
+// The generation of the protocol that two processes speak. Any thread may use the names.
 #pragma once
 
 #include "zeq_api/json/enum_names.h"

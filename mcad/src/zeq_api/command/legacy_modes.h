@@ -1,4 +1,4 @@
-// What the options of the legacy interface choose from.
+// What the options of the legacy interface choose from. Any thread may use the names.
 #pragma once
 
 #include "platform/oda/units_value.h"

@@ -1,5 +1,5 @@
 // What a command to the legacy interface says about its file: as interfaces, and as the implementations that
-// a command accepts.
+// a command accepts. Objects are used by one thread at a time.
 #pragma once
 
 #include <map>

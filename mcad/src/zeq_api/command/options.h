@@ -1,5 +1,5 @@
 // What an import or export command says about its file: as interfaces, and as the implementations that a
-// command accepts.
+// command accepts. Objects are used by one thread at a time.
 #pragma once
 
 #include <map>

@@ -1,4 +1,4 @@
-// The translator's answer to a command.
+// The translator's answer to a command. Objects are used by one thread at a time.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// The translator's description of itself.
+// The translator's description of itself. Objects are used by one thread at a time.
 #pragma once
 
 #include <memory>

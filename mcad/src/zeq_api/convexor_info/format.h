@@ -1,4 +1,4 @@
-// A file format that the translator can read or write.
+// A file format that the translator can read or write. Objects are used by one thread at a time.
 #pragma once
 
 #include <string>

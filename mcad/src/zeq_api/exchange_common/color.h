@@ -1,4 +1,5 @@
-// Colours as documents carry them: 16 bits a channel, and any part may be missing.
+// Colours as documents carry them: 16 bits a channel, and any part may be missing. Objects are used by one
+// thread at a time.
 #pragma once
 
 #include <array>

@@ -1,4 +1,5 @@
-// How an object names the piece of geometry, or the feature, that it belongs to.
+// How an object names the piece of geometry, or the feature, that it belongs to. Objects are used by one
+// thread at a time.
 #pragma once
 
 #include <cstdint>
@@ -91,5 +92,6 @@ private:
     std::wstring m_description;
 };
 const EnumTable& enumTable(ExcEntity::EType);
+using ExcEntityPtr = std::shared_ptr<ExcEntity>;
 
 } // namespace zeq

@@ -1,5 +1,5 @@
 // Vectors, points, matrices and placements. Numbers are taken only where the document holds them as floating
-// point: 1.0, but not 1.
+// point: 1.0, but not 1. Objects are used by one thread at a time.
 #pragma once
 
 #include <array>

@@ -1,4 +1,5 @@
-// Properties that the source model gives a product, a part or an instance, in named groups.
+// Properties that the source model gives a product, a part or an instance, in named groups. Objects are used
+// by one thread at a time.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// The physical quantities that a property can have.
+// The physical quantities that a property can have. Any thread may use the names.
 #pragma once
 
 #include "zeq_api/json/enum_names.h"

@@ -1,4 +1,4 @@
-// The units and the orientation in which the data of a model are given.
+// The units and the orientation in which the data of a model are given. Any thread may use the names.
 #pragma once
 
 #include "zeq_api/json/enum_names.h"

@@ -1,4 +1,4 @@
-// The exact geometry of one block on its way between the processes.
+// The exact geometry of one block on its way between the processes. Objects are used by one thread at a time.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
-/// @file
-/// Entities of the modelling kernel that belong to a piece of code.
+// / @file / Entities of the modelling kernel that belong to a piece of code. Objects are used by one thread
+// at a time.
 #pragma once
 
 #include "platform/acis/acis.h"

@@ -1,4 +1,4 @@
-// The kernel's binary file as a shared buffer.
+// The kernel's binary file as a shared buffer. Objects are used by one thread at a time.
 #pragma once
 
 #include <cstddef>

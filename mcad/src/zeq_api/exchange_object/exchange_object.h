@@ -1,4 +1,5 @@
-// The interface of everything that the two processes send each other as data.
+// The interface of everything that the two processes send each other as data. Objects are used by one thread
+// at a time.
 #pragma once
 
 #include <memory>
@@ -37,6 +38,10 @@ public:
 
     /// A new random UUID, 36 characters in lower case.
     static std::wstring generateUUID();
+
+protected:
+    /// For another way of loading than load().
+    void setLoaded() { m_loaded = true; }
 
 private:
     std::wstring m_source;

@@ -1,4 +1,4 @@
-// The kinds of exchange objects, by name.
+// The kinds of exchange objects, by name. It is filled while the library is loaded; any thread may read it.
 #pragma once
 
 #include <map>

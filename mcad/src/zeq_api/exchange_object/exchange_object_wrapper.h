@@ -1,4 +1,4 @@
-// The document in which exchange objects travel, one at a time.
+// The document in which exchange objects travel, one at a time. Objects are used by one thread at a time.
 #pragma once
 
 #include <memory>

@@ -1,4 +1,5 @@
-// The two tables by which the older import path ties objects of a drawing database to the model.
+// The two tables by which the older import path ties objects of a drawing database to the model. Objects are
+// used by one thread at a time.
 #pragma once
 
 #include <map>

@@ -1,4 +1,4 @@
-// What the translator reports while it works.
+// What the translator reports while it works. Objects are used by one thread at a time.
 #pragma once
 
 #include <string>

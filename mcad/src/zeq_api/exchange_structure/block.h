@@ -1,4 +1,5 @@
-// The nodes of an assembly tree: blocks, and the references that place one block in another.
+// The nodes of an assembly tree: blocks, and the references that place one block in another. Objects are used
+// by one thread at a time.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// The assembly tree of a model.
+// The assembly tree of a model. Objects are used by one thread at a time.
 #pragma once
 
 #include <cstdint>

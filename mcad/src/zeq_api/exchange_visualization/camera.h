@@ -1,4 +1,5 @@
-// From where a saved view looks at the model, and where it cuts it open.
+// From where a saved view looks at the model, and where it cuts it open. Objects are used by one thread at a
+// time.
 #pragma once
 
 #include <array>

@@ -1,5 +1,5 @@
 // The four option groups that are not tied to a file format. In all enumerations `unknown` leaves the choice
-// to the translator.
+// to the translator. Objects are used by one thread at a time.
 #pragma once
 
 #include <string>

@@ -1,5 +1,5 @@
 // The choices of the export groups, above all the versions of the formats. In all of them `unknown` leaves
-// the choice to the translator.
+// the choice to the translator. Any thread may use the names.
 #pragma once
 
 #include "zeq_api/json/enum_names.h"

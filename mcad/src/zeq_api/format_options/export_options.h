@@ -1,4 +1,4 @@
-// The option groups for exporting, one for each format.
+// The option groups for exporting, one for each format. Objects are used by one thread at a time.
 #pragma once
 
 #include <string>

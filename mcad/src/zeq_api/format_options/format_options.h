@@ -1,4 +1,5 @@
-// The base of all option groups, which a command carries beside its file name.
+// The base of all option groups, which a command carries beside its file name. Objects are used by one thread
+// at a time.
 #pragma once
 
 #include <memory>

@@ -1,4 +1,5 @@
-// The two keys of an option group: the operation it belongs to and the format or area it configures.
+// The two keys of an option group: the operation it belongs to and the format or area it configures. Any
+// thread may use the names.
 #pragma once
 
 #include "zeq_api/json/enum_names.h"

@@ -1,5 +1,5 @@
 // The choices of the import groups; export groups offer some of them too. Unless noted, `unknown` leaves the
-// choice to the translator.
+// choice to the translator. Any thread may use the names.
 #pragma once
 
 #include "zeq_api/json/enum_names.h"

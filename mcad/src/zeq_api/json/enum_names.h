@@ -1,4 +1,5 @@
-// How enumerations travel: as wide names, through one table of (value, name) pairs for each enumeration.
+// How enumerations travel: as wide names, through one table of (value, name) pairs for each enumeration. Any
+// thread may use the names.
 #pragma once
 
 #include <initializer_list>

@@ -1,4 +1,5 @@
-// The interface of everything that reads and writes itself as a JSON value.
+// The interface of everything that reads and writes itself as a JSON value. Objects are used by one thread at
+// a time.
 #pragma once
 
 #include "zeq_api/json/json_value.h"

@@ -1,4 +1,5 @@
 // The JSON document model of the library: rapidjson's DOM over 32-bit wide strings, held unit for unit.
+// Objects are used by one thread at a time.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// Reading of members that several classes share.
+// Reading of members that several classes share. Any thread may call these functions.
 #pragma once
 
 #include <string>

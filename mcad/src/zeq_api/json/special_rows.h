@@ -7,6 +7,7 @@
 #include <string>
 #include <tuple>
 #include <typeinfo>
+#include <utility>
 #include <vector>
 
 #include "mv_cvx/logger.h"
@@ -53,6 +54,34 @@ struct Flagged {
 template <class This, class Member>
 consteval auto flagged(std::wstring_view key, Member This::*member, bool This::*isSet) {
     return Flagged<This, Member>{key, member, isSet};
+}
+
+template <class This, class Section>
+struct ArrayReadAsObject {
+    using Owner = This;
+    std::wstring_view key;
+    std::shared_ptr<Section> This::*member;
+
+    template <class Members>
+    void read(This& object, Members& members) const {
+        const auto value = members.find(key);
+        if (!value || value->kind() != Kind::object) return;
+        object.*member = std::make_shared<Section>();
+        readNested(*(object.*member), *value);
+    }
+    template <class Sink>
+    void write(const This& object, Sink& sink) const {
+        if (const auto& section = object.*member)
+            sink.member(key, [&](auto&& to) { writeNested(*section, to); });
+    }
+    MemberShape describe() const { return {key, Codec<Section>::shape(), false, false}; }
+};
+
+/// A held object of an array form that is read only from an object, which its own reader refuses: so what is
+/// written does not come back. // sic
+template <class This, class Section>
+consteval auto arrayReadAsObject(std::wstring_view key, std::shared_ptr<Section> This::*member) {
+    return ArrayReadAsObject<This, Section>{key, member};
 }
 
 // What becomes of an element of a pair that is of another type.
@@ -116,6 +145,54 @@ struct Pair {
 template <class Element = KeptElement, class This, class Member>
 consteval auto pair(std::wstring_view key, Member This::*first, Member This::*second, const char* warning) {
     return Pair<Element, This, Member>{key, first, second, warning};
+}
+
+template <class This, class T>
+struct Pairs {
+    using Owner = This;
+    std::wstring_view key;
+    std::vector<std::pair<T, T>> This::*list;
+    const char* warning;
+
+    template <class Members>
+    void read(This& object, Members& members) const {
+        const auto array = members.find(key);
+        if (!array || array->kind() != Kind::array) return;
+        array->forEach([&](const auto& item) {
+            if (item.kind() != Kind::array) return true;
+            if (item.size() != 2) {
+                ZEQ_LOG(Warning) << warning;
+                return true;
+            }
+            std::array<T, 2> pair{};
+            std::size_t taken = 0;
+            item.forEach([&](const auto& element) {
+                return Codec<T>::take(element, pair[taken]) && ++taken < pair.size();
+            });
+            if (taken == pair.size()) (object.*list).emplace_back(pair[0], pair[1]);
+            return true;
+        });
+    }
+    template <class Sink>
+    void write(const This& object, Sink& sink) const {
+        if ((object.*list).empty()) return;
+        sink.member(key, [&](auto&& to) {
+            to.array([&](auto& array) {
+                for (const auto& [first, second] : object.*list)
+                    array.element([pair = std::array<T, 2>{first, second}](auto&& item) {
+                        Codec<std::array<T, 2>>::give(item, pair);
+                    });
+            });
+        });
+    }
+    MemberShape describe() const { return {key, arrayShape(Codec<std::array<T, 2>>::shape()), false}; }
+};
+
+/// A list of pairs, each an array of exactly two elements. An array of another size is skipped with the warning,
+/// everything else that is no pair without a word.
+template <class This, class T>
+consteval auto pairs(std::wstring_view key, std::vector<std::pair<T, T>> This::*list, const char* warning) {
+    return Pairs<This, T>{key, list, warning};
 }
 
 template <class This, class T, std::size_t N>

@@ -1,4 +1,4 @@
-// The one writer and the one reader of JSON text.
+// The one writer and the one reader of JSON text. Any thread may call these functions.
 #pragma once
 
 #include <istream>
