@@ -35,14 +35,14 @@ done
 
 library=$(find "$work/prefix" -name libzeq_api.so)
 [[ -n $library ]] || exit 0
-own='(zeq|mp|mv_cvx|OdDb)::|(is_)?ATTRIB_CONVEXOR'
-kernel='[A-Z][A-Z_]+\b|(FileInfo|BinaryFile|acis_detail)\b|entity_of<|(bs[23]|restore|subtype|kept|unknown)_[a-z]+\b'
-kernel+='|(api|read|write)_[a-z_]+[[(]'
-pkg-config --print-requires zeq_api | grep -q zeq_acis || own+="|$kernel"
-foreign=$(nm -DC --defined-only "$library" |
-    sed -E 's/^[0-9a-f]+ //; s/^(.) ((vtable|VTT|typeinfo( name)?|guard variable) for|.* thunk to) /\1 /' |
-    grep -vE "^([^u] ($own))" || true)
+own='3zeq|2mp|6mv_cvx|4OdDb|15ATTRIB_CONVEXOR|18ATTRIB_CONVEXOR_ID' functions='is_ATTRIB_CONVEXOR'
+if ! pkg-config --print-requires zeq_api | grep -q zeq_acis; then
+    own+='|[0-9]+[A-Z]|11acis_detail|9entity_of|[0-9]+(bs[23]|restore|subtype|kept|unknown)_'
+    functions+='|api_|is_|read_|write_'
+fi
+foreign=$(nm -D --defined-only "$library" | cut -c18- |
+    grep -vE "^[^u] _Z((NK?|T[VTIS]N?|GVN|Th.*_NK?)($own)|[0-9]+($functions))" || true)
 if [[ -n $foreign ]]; then
-    printf 'the library exports names that are not its own, or unique ones:\n%s\n' "$foreign" | head -50 >&2
+    c++filt <<<"the library exports names that are not its own, or unique ones: $foreign" >&2
     exit 1
 fi

@@ -238,13 +238,13 @@ TEST_F(SharedBuffer, ModesDoNotDependOnTheUmask) {
 TEST_F(SharedBuffer, ReadingEndsWhereAnotherCutsTheObject) {
     Buffer reader(name, true);
     const std::jthread cutting([&](const std::stop_token& stop) {
-        const std::string content(300'000, 'x');
+        const std::string content(100'000, 'x');
         while (!stop.stop_requested()) {
             std::ofstream(path, std::ios::binary | std::ios::trunc) << content;
             EXPECT_EQ(::truncate(path.c_str(), 0), 0);
         }
     });
-    for (int found = 0; found < 1000;) {
+    for (int found = 0; found < 50;) {
         const std::string bytes = bytesOf(reader);
         ASSERT_EQ(bytes.find_first_not_of('x'), std::string::npos) << "bytes that nobody wrote";
         if (!bytes.empty()) ++found;
