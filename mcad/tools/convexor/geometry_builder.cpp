@@ -15,6 +15,7 @@
 #include <TopoDS_Iterator.hxx>
 #include <TopoDS_Wire.hxx>
 
+#include "convexor/edge_tracing.h"
 #include "convexor/geometry_conversion.h"
 #include "zeq_api/acis_attrib_id/attrib_convexor.h"
 
@@ -145,8 +146,8 @@ void BodyBuilder::addLoop(FACE& made, const TopoDS_Face& face, const TopoDS_Wire
             previous->set_next(coedge);
         else
             first = coedge;
-        if (!support.spline.IsNull() && !BRep_Tool::Degenerated(edge))
-            coedge->set_geometry(pcurve(edge, *coedge->edge(), forward, support, m_tolerance));
+        if (!BRep_Tool::Degenerated(edge))
+            coedge->set_geometry(trace(edge, *coedge->edge(), forward, support, m_tolerance).pcurve);
         // The ring of partners; a coedge that is alone has none.
         if (COEDGE* const other = coedge->edge()->coedge(); other != coedge) {
             coedge->set_partner(other->partner() ? other->partner() : other);
