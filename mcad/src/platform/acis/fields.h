@@ -73,7 +73,7 @@ public:
 
 private:
     void bound(bool bounded, double value) {
-        m_writer.logical_value(!bounded);
+        m_writer.logical_value(bounded);
         if (bounded) m_writer.real(value);
     }
 
@@ -118,8 +118,8 @@ public:
     void data(SPApar_vec& value) { value = m_reader.par_vec(); }
     void data(SPAinterval& value) {
         constexpr double infinity = std::numeric_limits<double>::infinity();
-        double start = m_reader.logical_value() ? -infinity : m_reader.real();
-        double end = m_reader.logical_value() ? infinity : m_reader.real();
+        double start = m_reader.logical_value() ? m_reader.real() : -infinity;
+        double end = m_reader.logical_value() ? m_reader.real() : infinity;
         value = {start, end};
     }
     void data(SPAtransf& value) {

@@ -267,12 +267,14 @@ void image_reader::check_structure() {
         } else if (type == SHELL::staticType()) {
             auto* shell = static_cast<SHELL*>(entity);
             check_list(shell->face(), shell, &FACE::shell);
+            check_list(shell->wire(), shell, &WIRE::owner);
         } else if (type == LUMP::staticType()) {
             auto* lump = static_cast<LUMP*>(entity);
             check_list(lump->shell(), lump, &SHELL::lump);
         } else if (type == BODY::staticType()) {
             auto* body = static_cast<BODY*>(entity);
             check_list(body->lump(), body, &LUMP::body);
+            check_list(body->wire(), body, &WIRE::owner);
         }
     }
 }
