@@ -21,8 +21,8 @@ const std::string bsplineCurve = "{ &exactcur %0 &nubs 1 %2 3 0.0 1 0.5 1 1.0 1 
 const std::string bsplineInPlane = "{ &exppc %0 &nubs 2 %0 2 0.0 2 1.0 2 0.0 0.0 1.0 1.0 2.0 0.0 0.0 "
                                    "&null_surface }";
 
-/// Two faces along one edge, and one more of each kind of surface; a wire. Tolerant ones of each kind, curves of
-/// each kind, in space and in parameter planes; attributes on attributes, and records of unknown classes.
+/// Two faces along one edge, and one more of each kind of surface; a wire. Tolerant ones of each kind, curves
+/// of each kind, in space and in parameter planes; attributes on attributes, and records of unknown classes.
 const std::vector<std::string> records{
     "body $1 5 $-1 $5 $33 $6 #",
     "rgb_color-st-attrib $-1 -1 $2 $-1 $0 1.0 0.5 0.25 #",

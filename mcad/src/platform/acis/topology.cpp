@@ -134,6 +134,7 @@ void COEDGE::walk(Visitor& visitor, Object&... object) {
     visitor.down(object.m_edge...);
     visitor.data(object.m_sense...);
     visitor.up(object.m_owner...);
+    visitor.data(object.m_later...);
     visitor.down(object.m_geometry...);
 }
 template class entity_of<COEDGE, ENTITY>;
@@ -169,6 +170,7 @@ template <class Visitor, class... Object>
 void VERTEX::walk(Visitor& visitor, Object&... object) {
     visitor.up(object.m_pattern...);
     visitor.up(object.m_edge...);
+    visitor.data(object.m_later...);
     visitor.down(object.m_geometry...);
 }
 template class entity_of<VERTEX, ENTITY>;

@@ -6,6 +6,7 @@
 
 #include "platform/acis/entity.h"
 #include "platform/acis/geometry.h"
+#include <optional>
 #include <string>
 
 class BODY;
@@ -292,6 +293,7 @@ private:
     EDGE* m_edge = nullptr;
     logical m_sense = FORWARD;
     ENTITY* m_owner = nullptr;
+    std::optional<long> m_later;
     PCURVE* m_geometry = nullptr;
 };
 inline logical is_COEDGE(const ENTITY* entity) { return is_entity<COEDGE>(entity); }
@@ -363,6 +365,7 @@ private:
 
     ENTITY* m_pattern = nullptr;
     EDGE* m_edge = nullptr;
+    std::optional<long> m_later;
     APOINT* m_geometry = nullptr;
 };
 inline logical is_VERTEX(const ENTITY* entity) { return is_entity<VERTEX>(entity); }
