@@ -21,8 +21,7 @@ constexpr long rational_both_ways = 2;
 /// intersection of and no curves on them, no range, no discontinuities.
 void write_default_rest(record_writer& writer, const bs3_curve*) {
     for (const char* none : {"null_surface", "null_surface", "nullbs", "nullbs"}) writer.name(none, true);
-    writer.logical_value(true);
-    writer.logical_value(true);
+    for (int i = 0; i < 2; ++i) writer.logical_value(false);
     for (int i = 0; i < 3; ++i) writer.integer(0);
 }
 void write_default_rest(record_writer& writer, const bs2_curve*) { writer.name("null_surface", true); }

@@ -66,7 +66,7 @@ public:
     int version() const { return m_info.file_version(); }
     const FileInfo& info() const { return m_info; }
     void restore();
-    std::size_t top_count() const { return std::size_t(m_topCount); }
+    std::size_t top_count() const { return m_top.size(); }
     /// The top entities; the caller owns everything from now on.
     std::vector<ENTITY*> release();
     /// Number of bytes that the image takes.
@@ -105,6 +105,7 @@ private:
     };
 
     void header();
+    void choose_top();
     /// False at the end of the image.
     bool record();
     const record_class& class_at_hand();
@@ -118,8 +119,9 @@ private:
     record_reader m_records;
     restore_level m_level;
     FileInfo m_info;
-    long m_recordCount = 0;
-    long m_topCount = 0;
+    long m_recordCount = 0;  ///< 0: not told
+    long m_topCount = 0;     ///< 0: not told
+    std::vector<long> m_top; ///< indexes of the top entities
     std::vector<ENTITY*> m_entities;
     std::vector<std::size_t> m_offsets;   ///< of records
     std::vector<std::size_t> m_firstLink; ///< of a record, in m_records.links()

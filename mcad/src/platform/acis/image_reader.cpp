@@ -49,7 +49,8 @@ bool image_reader::is_reading(const ENTITY* entity) {
 }
 
 std::vector<ENTITY*> image_reader::release() {
-    std::vector<ENTITY*> top(m_entities.begin(), m_entities.begin() + m_topCount);
+    std::vector<ENTITY*> top;
+    for (long index : m_top) top.push_back(m_entities[std::size_t(index)]);
     m_entities.clear();
     return top;
 }
@@ -60,6 +61,14 @@ void image_reader::restore() {
     while (record()) {
     }
     m_length = m_records.offset();
+    choose_top();
+    fix_pointers();
+    drop_unreachable();
+    check_structure();
+    check_attributes();
+}
+
+void image_reader::choose_top() {
     long count = long(m_entities.size());
     if (m_recordCount != 0 && m_recordCount != count)
         m_records.fail("expected " + std::to_string(m_recordCount) + " records as the header says, found " +
@@ -67,10 +76,9 @@ void image_reader::restore() {
     if (m_topCount > count)
         m_records.fail("expected " + std::to_string(m_topCount) + " top entities as the header says, found " +
                        std::to_string(count) + " records");
-    fix_pointers();
-    drop_unreachable();
-    check_structure();
-    check_attributes();
+    // The top entities come first. Where they are not counted, bodies are what somebody saved.
+    for (long i = 0; i < count; ++i)
+        if (m_topCount > 0 ? i < m_topCount : is_BODY(m_entities[std::size_t(i)])) m_top.push_back(i);
 }
 
 void image_reader::header() {
@@ -212,7 +220,7 @@ void image_reader::drop_unreachable() {
         reached[std::size_t(index)] = 1;
         work.push_back(index);
     };
-    for (long i = 0; i < m_topCount; ++i) reach(i);
+    for (long index : m_top) reach(index);
     m_firstLink.push_back(links.size());
     while (!work.empty()) {
         auto index = std::size_t(work.back());
@@ -267,12 +275,14 @@ void image_reader::check_structure() {
         } else if (type == SHELL::staticType()) {
             auto* shell = static_cast<SHELL*>(entity);
             check_list(shell->face(), shell, &FACE::shell);
+            check_list(shell->wire(), shell, &WIRE::owner);
         } else if (type == LUMP::staticType()) {
             auto* lump = static_cast<LUMP*>(entity);
             check_list(lump->shell(), lump, &SHELL::lump);
         } else if (type == BODY::staticType()) {
             auto* body = static_cast<BODY*>(entity);
             check_list(body->lump(), body, &LUMP::body);
+            check_list(body->wire(), body, &WIRE::owner);
         }
     }
 }
