@@ -74,6 +74,27 @@ TEST(Images, HeaderSaysWhoMadeThem) {
     api_del_entity_list(entities);
 }
 
+TEST(Images, CanBeReadAsText) {
+    ImageFrame frame;
+    frame.count = 2;
+    MemoryFile file(ImageAssembler::assemble(
+        {"x-attrib $1 -1 @a\"b 'c|d { &e %2 } [1,0.5] (1,2,3) <0,0,1> T F 7.0 7 #", "thing #"}, frame));
+    std::vector<std::string> lines;
+    const auto take = [&lines](std::string_view line) { lines.emplace_back(line); };
+    EXPECT_EQ(test::message(api_image_as_text(&file, take)), "");
+    EXPECT_EQ(lines,
+              (std::vector<std::string>{
+                  "version 700, integers of 4 bytes, records: 2, top entities: 1",
+                  "made by \"Other\" with \"Kernel\" on \"Today\", units of 1 mm, tolerances 1e-06 and 1e-10",
+                  "0 x-attrib $1 -1 \"a\\\"b\" 'c d' { &e %2 } [1,0.5] (1,2,3) <0,0,1> T F 7.0 7 #",
+                  "1 thing #", "End-of-ACIS-data"}));
+
+    MemoryFile cut(file.bytes.substr(0, file.bytes.size() - 25));
+    lines.clear();
+    EXPECT_EQ(test::message(api_image_as_text(&cut, take)).substr(0, 9), "record 1,");
+    EXPECT_EQ(lines.size(), 3u);
+}
+
 TEST(Images, OfDifferentVersionsDoNotGoTogether) {
     ENTITY_LIST entities;
     for (const long version : {400L, 21800L}) {

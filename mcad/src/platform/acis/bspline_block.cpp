@@ -9,11 +9,6 @@
 
 namespace acis_detail {
 namespace {
-std::string text_of(double value) {
-    char text[32];
-    return {text, std::to_chars(text, text + sizeof(text), value).ptr};
-}
-
 constexpr long fully_stored = 0;
 constexpr long rational_both_ways = 2;
 

@@ -47,6 +47,8 @@ enum class tag : std::uint8_t {
 };
 /// For messages.
 const char* name_of(tag kind);
+/// The shortest text that reads back as the same number.
+std::string text_of(double value);
 
 /// Integers and pointers take 4 bytes, or 8 in the wide variant.
 enum class width : int {
