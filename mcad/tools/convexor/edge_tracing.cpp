@@ -31,12 +31,12 @@ namespace {
 constexpr int mostPlaces = 27;
 
 /// The largest distance of an edge from a surface, along the pcurve if there is one.
-double gapBetween(const EDGE& edge, const SURFACE& surface, const PCURVE* pcurve) {
+double gapBetween(const Piece& piece, const SURFACE& surface, const PCURVE* pcurve) {
     double gap = 0;
     for (int i = 0; i <= mostPlaces; ++i) {
         const double part = static_cast<double>(i) / mostPlaces;
-        const double t = (1 - part) * edge.start_param() + part * edge.end_param();
-        const SPAposition point = edge.geometry()->eval_position(t);
+        const double t = (1 - part) * piece.range.start_pt() + part * piece.range.end_pt();
+        const SPAposition point = piece.curve->eval_position(t);
         const SPApar_pos uv = pcurve ? pcurve->eval_position(t) : surface.param(point);
         const double distance = (surface.eval_position(uv) - point).len();
         if (!(distance <= gap))
@@ -48,7 +48,7 @@ double gapBetween(const EDGE& edge, const SURFACE& surface, const PCURVE* pcurve
 /// Finds an edge again in the parameter plane of a B-spline surface, point by point.
 class Retracing {
 public:
-    Retracing(const Handle(Geom2d_Curve) & original, double first, double last, const EDGE& made,
+    Retracing(const Handle(Geom2d_Curve) & original, double first, double last, const Piece& made,
               const Support& support, double tolerance)
         : m_first(first), m_last(last), m_from(support.bounds), m_surface(support.spline), m_made(made),
           m_tolerance(tolerance), m_original(original) {
@@ -173,7 +173,7 @@ private:
     }
 
     double parameter(double part) const {
-        return (1 - part) * m_made.start_param() + part * m_made.end_param();
+        return (1 - part) * m_made.range.start_pt() + part * m_made.range.end_pt();
     }
 
     /// The place of the surface that is nearest to a point of the edge: from where the original parameters
@@ -238,7 +238,7 @@ private:
     }
 
     gp_Pnt pointOf(double t) const {
-        const SPAposition point = m_made.geometry()->eval_position(t);
+        const SPAposition point = m_made.curve->eval_position(t);
         return {point.x(), point.y(), point.z()};
     }
 
@@ -247,7 +247,7 @@ private:
     std::array<double, 4> m_from; ///< u and v of the face, from and to
     std::array<double, 4> m_to;   ///< of the B-spline surface
     Handle(Geom_BSplineSurface) m_surface;
-    const EDGE& m_made;
+    const Piece& m_made;
     double m_tolerance;
     Handle(Geom2d_Curve) m_original;
     std::vector<Landmark> m_landmarks; ///< along the original
@@ -255,8 +255,8 @@ private:
 };
 
 /// The original's curve; null if it has not the parameters of the edge, or is of a kind that would lose them.
-PCURVE* takenOver(const Handle(Geom2d_Curve) & original, double first, double last, const EDGE& made) {
-    if (first != made.start_param() || last != made.end_param()) return nullptr;
+PCURVE* takenOver(const Handle(Geom2d_Curve) & original, double first, double last, const Piece& made) {
+    if (first != made.range.start_pt() || last != made.range.end_pt()) return nullptr;
     if (!original->IsKind(STANDARD_TYPE(Geom2d_Line)) &&
         !original->IsKind(STANDARD_TYPE(Geom2d_BSplineCurve)))
         return nullptr;
@@ -268,7 +268,7 @@ PCURVE* takenOver(const Handle(Geom2d_Curve) & original, double first, double la
 
 } // namespace
 
-Trace trace(const TopoDS_Edge& edge, const EDGE& made, const TopoDS_Face& face, const Support& support,
+Trace trace(const TopoDS_Edge& edge, const Piece& made, const TopoDS_Face& face, const Support& support,
             double tolerance) {
     if (support.spline.IsNull()) return {nullptr, gapBetween(made, *support.surface, nullptr)};
     double first = 0;

@@ -15,11 +15,11 @@ struct Trace {
     double gap;     ///< the largest distance of the edge from the surface
 };
 
-/// Traces an edge with the parameters of what was made of it. The original's curve is kept where it stays
-/// within the edge's tolerance; else the edge is found again on the surface.
+/// Traces an edge on a face, with the parameters of the curve that it has become. The original's curve is
+/// kept where it stays within the edge's tolerance; else the edge is found again on the surface.
 /// @param tolerance how near the edge what is found again has to come, should it lie on the surface
 /// @throws GeometryError if the edge has no original curve on a B-spline surface
-Trace trace(const TopoDS_Edge& edge, const EDGE& made, const TopoDS_Face& face, const Support& support,
+Trace trace(const TopoDS_Edge& edge, const Piece& made, const TopoDS_Face& face, const Support& support,
             double tolerance);
 
 } // namespace zeq::convexor

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <stdexcept>
 
 #include <Geom2d_BSplineCurve.hxx>
 #include <Geom_BSplineSurface.hxx>
@@ -10,10 +11,15 @@
 #include <gp_Pnt.hxx>
 #include <gp_Pnt2d.hxx>
 
-#include "convexor/geometry_builder.h"
 #include "platform/acis/acis.h"
 
 namespace zeq::convexor {
+
+/// Geometry that cannot be expressed, with a reason for the user in UTF-8.
+class GeometryError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
 
 inline SPAposition position(const gp_Pnt& p) { return {p.X(), p.Y(), p.Z()}; }
 inline SPApar_pos position(const gp_Pnt2d& p) { return {p.X(), p.Y()}; }

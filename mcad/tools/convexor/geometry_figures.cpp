@@ -13,6 +13,8 @@
 #include <Bnd_Box.hxx>
 #include <GCPnts_AbscissaPoint.hxx>
 #include <GProp_GProps.hxx>
+#include <Geom_Curve.hxx>
+#include <Precision.hxx>
 #include <TopExp.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopTools_IndexedMapOfShape.hxx>
@@ -66,6 +68,13 @@ void addInside(const TopoDS_Face& face, Bnd_Box& box) {
         }
 }
 
+bool isFinite(const TopoDS_Edge& edge) {
+    double first = 0;
+    double last = 0;
+    const Handle(Geom_Curve) curve = BRep_Tool::Curve(edge, first, last);
+    return !curve.IsNull() && !Precision::IsInfinite(first) && !Precision::IsInfinite(last);
+}
+
 } // namespace
 
 ExcMiscPropertiesGroup geometryFigures(const TopoDS_Shape& shape, const LengthUnit& unit) {
@@ -83,7 +92,18 @@ ExcMiscPropertiesGroup geometryFigures(const TopoDS_Shape& shape, const LengthUn
         BRepGProp::SurfaceProperties(face.Current(), properties);
         area += properties.Mass();
     }
-    if (faces == 0) return group;
+    for (TopExp_Explorer edge(shape, TopAbs_EDGE, TopAbs_FACE); edge.More(); edge.Next()) {
+        if (!isFinite(TopoDS::Edge(edge.Current()))) continue;
+        edges.Add(edge.Current());
+        TopExp::MapShapes(edge.Current(), TopAbs_VERTEX, vertices);
+    }
+    int points = 0; // vertices that stand alone
+    for (TopExp_Explorer vertex(shape, TopAbs_VERTEX, TopAbs_EDGE); vertex.More(); vertex.Next()) {
+        if (vertices.Contains(vertex.Current())) continue;
+        vertices.Add(vertex.Current());
+        ++points;
+    }
+    if (vertices.IsEmpty()) return group;
 
     constexpr double precision = 1e-9;
     double length = 0;
@@ -94,13 +114,15 @@ ExcMiscPropertiesGroup geometryFigures(const TopoDS_Shape& shape, const LengthUn
         length += GCPnts_AbscissaPoint::Length(BRepAdaptor_Curve(edge), precision);
         BRepBndLib::AddOptimal(edge, box, false, false);
     }
+    for (TopExp_Explorer vertex(shape, TopAbs_VERTEX, TopAbs_EDGE); vertex.More(); vertex.Next())
+        box.Add(BRep_Tool::Pnt(TopoDS::Vertex(vertex.Current())));
     for (TopExp_Explorer face(shape, TopAbs_FACE); face.More(); face.Next())
         addInside(TopoDS::Face(face.Current()), box);
 
     const double millimeters = unit.millimeters;
     const std::wstring symbol = unit.symbol;
     group.addProperty(countProperty(L"faces", faces));
-    group.addProperty(countProperty(L"edges", edges.Extent()));
+    group.addProperty(countProperty(L"edges", edges.Extent() + points));
     group.addProperty(countProperty(L"vertices", vertices.Extent()));
     group.addProperty(quantity(L"edge length", length / millimeters, ValueType::length, symbol));
     group.addProperty(

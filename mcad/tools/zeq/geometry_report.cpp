@@ -54,6 +54,7 @@ std::vector<std::string> GeometryReport::add(std::uint64_t blockId, const ENTITY
     if (block.count.bodies() == 0)
         check.faults.push_back({"no body", "its image holds no body that could be restored", {}, {}, 0});
     m_check.add(check);
+    block.tolerance = check.largestTolerance;
     block.faults = std::move(check.faults);
     const std::vector<std::string> texts = brep::summarized(block.faults);
     m_blocks.insert_or_assign(blockId, std::move(block));
@@ -104,6 +105,8 @@ std::vector<std::string> GeometryReport::compare(const ExcProductStructure& stru
             double& largest = *block.difference.*each.difference;
             largest = std::max(largest, difference);
             if (difference <= unlike(each.difference)) continue;
+            // Whether a box follows edges or the surfaces beside them makes a difference.
+            if (each.difference == &Difference::box && gap <= block.tolerance) continue;
             const std::string name = text::printable(each.name);
             const std::string fault = name + " is " + figure(each.ours, 9) + ", but the translator had " +
                                       (std::isnan(theirs) ? "none" : figure(theirs, 9));
