@@ -162,7 +162,7 @@ void Boundary::addLoop(const LOOP& loop) {
         BoundaryPiece piece(coedge, m_surface);
         if (!pieces.empty()) {
             const SPApar_pos start = piece.start();
-            const SPApar_pos from = junction(pieces.back().end(), start);
+            const SPApar_pos from = junction(pieces.back(), piece);
             piece.move(from - start);
             connect(from);
         }
@@ -170,14 +170,22 @@ void Boundary::addLoop(const LOOP& loop) {
     });
     if (pieces.empty()) return;
     const SPApar_pos start = pieces.front().start();
-    const SPApar_pos closed = junction(pieces.back().end(), start);
+    const SPApar_pos closed = junction(pieces.back(), pieces.front());
     connect(closed);
     m_loops.push_back({std::move(pieces), closed - start});
 }
 
-SPApar_pos Boundary::junction(const SPApar_pos& end, const SPApar_pos& start) const {
+SPApar_pos Boundary::junction(const BoundaryPiece& before, const BoundaryPiece& after) const {
+    const SPApar_pos end = before.end();
+    const SPApar_pos start = after.start();
     SPApar_pos next = nearest(start, end, m_surface);
     if (!isDegenerate(m_surface, start)) return next;
+    // An edge that runs around the point itself, closely, leaves nothing to be filled in.
+    const auto staysThere = [this](const BoundaryPiece& piece) {
+        return std::ranges::all_of(piece.polyline(),
+                                   [this](const SPApar_pos& uv) { return isDegenerate(m_surface, uv); });
+    };
+    if (staysThere(before) || staysThere(after)) return next;
     // With the face on its left the boundary runs upwards at the right end of the surface.
     const SPAinterval range = m_surface.param_range_u();
     const bool isRightEnd = start.u - range.start_pt() > range.end_pt() - start.u;

@@ -96,8 +96,8 @@ private:
     /// Calls `visit(displacement)` with the whole periods by which a point may lie from the loops.
     template <class Visit>
     void forEachImage(const Visit& visit) const;
-    /// Where the next piece has to begin, which begins somewhere at `start`, modulo periods.
-    SPApar_pos junction(const SPApar_pos& end, const SPApar_pos& start) const;
+    /// Where the piece that comes after another has to begin; it begins there now but for whole periods.
+    SPApar_pos junction(const BoundaryPiece& before, const BoundaryPiece& after) const;
 
     const SURFACE& m_surface;
     bool m_isOnLeft;

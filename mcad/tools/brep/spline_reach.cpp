@@ -103,10 +103,13 @@ void SplineReach::tryPoint(Search& search, const SPApar_pos& uv) const {
         return (m_surface.eval_position(at) - SPAposition()) % search.direction;
     };
     if (!(reach(uv) > search.known) || !m_boundary.contains(uv)) return;
-    const SPApar_pos top = climb(search.direction, uv);
-    const SPApar_pos best = reach(top) > reach(uv) && m_boundary.contains(top) ? top : uv;
-    search.known = reach(best);
-    search.farthest = m_surface.eval_position(best);
+    // Where the surface still rises it reaches farther at the boundary: the edges tell how far that is, from
+    // which the surface may be somewhat apart.
+    std::optional<SPApar_pos> top = climb(search.direction, uv, search.precision);
+    if (!top && !m_isSmooth) top = uv;
+    if (!top || !(reach(*top) > search.known) || !m_boundary.contains(*top)) return;
+    search.known = reach(*top);
+    search.farthest = m_surface.eval_position(*top);
 }
 
 void SplineReach::addPiece(Search& search, int spanU, int spanV) const {
@@ -212,32 +215,39 @@ bool SplineReach::grows(const Piece& piece, double reach, int step, int sign) co
     return true;
 }
 
-SPApar_pos SplineReach::climb(const SPAvector& direction, SPApar_pos uv) const {
+std::optional<SPApar_pos> SplineReach::climb(const SPAvector& direction, SPApar_pos uv,
+                                             double precision) const {
+    // Newton's method in parameters from 0 to 1; somewhat damped, for the sake of ridges.
     const SPAinterval u = m_surface.param_range_u();
     const SPAinterval v = m_surface.param_range_v();
-    const auto slope = [&](const SPApar_pos& at) {
+    const auto slope = [&](double atU, double atV) {
         SPAposition point;
         SPAvector du, dv;
-        m_surface.eval(at, point, &du, &dv);
-        return SPApar_vec{du % direction, dv % direction};
+        m_surface.eval({atU, atV}, point, &du, &dv);
+        return SPApar_vec{du % direction * u.length(), dv % direction * v.length()};
     };
-    const double stepU = 1e-5 * u.length();
-    const double stepV = 1e-5 * v.length();
-    for (int i = 0; i < 12; ++i) {
-        const SPApar_vec here = slope(uv);
-        const SPApar_vec left = slope({uv.u - stepU, uv.v}), right = slope({uv.u + stepU, uv.v});
-        const SPApar_vec below = slope({uv.u, uv.v - stepV}), above = slope({uv.u, uv.v + stepV});
-        const double uu = (right.du - left.du) / (2 * stepU);
-        const double vv = (above.dv - below.dv) / (2 * stepV);
-        const double mixed = (right.dv - left.dv) / (2 * stepU);
+    constexpr double step = 1e-5;
+    constexpr double damping = 1e-6;
+    const double stepU = step * u.length();
+    const double stepV = step * v.length();
+    for (int i = 0; i < 20; ++i) {
+        const SPApar_vec here = slope(uv.u, uv.v);
+        const SPApar_vec left = slope(uv.u - stepU, uv.v), right = slope(uv.u + stepU, uv.v);
+        const SPApar_vec below = slope(uv.u, uv.v - stepV), above = slope(uv.u, uv.v + stepV);
+        double uu = (right.du - left.du) / (2 * step);
+        double vv = (above.dv - below.dv) / (2 * step);
+        const double mixed = (right.dv - left.dv + above.du - below.du) / (4 * step);
+        const double damp = damping * (std::abs(uu) + std::abs(vv));
+        uu -= damp;
+        vv -= damp;
         const double determinant = uu * vv - mixed * mixed;
-        if (!(determinant > 0)) break;
+        if (!(determinant > 0) || !(uu < 0)) return std::nullopt;
         const double moveU = (mixed * here.dv - vv * here.du) / determinant;
         const double moveV = (mixed * here.du - uu * here.dv) / determinant;
-        uv = {clamped(uv.u + moveU, u), clamped(uv.v + moveV, v)};
-        if (std::abs(moveU) < 1e-10 * u.length() && std::abs(moveV) < 1e-10 * v.length()) break;
+        if (here.du * moveU + here.dv * moveV < precision) return uv; // twice what is left to climb
+        uv = {clamped(uv.u + moveU * u.length(), u), clamped(uv.v + moveV * v.length(), v)};
     }
-    return uv;
+    return std::nullopt;
 }
 
 } // namespace zeq::brep

@@ -43,9 +43,10 @@ private:
     bool isMonotonous(const Piece& piece) const;
     bool grows(const Piece& piece, double reach, int step, int sign) const;
     double boundOf(const Piece& piece) const;
-    /// Takes the point for the farthest one if it is.
+    /// Takes the highest point near this one for the farthest if it is.
     void tryPoint(Search& search, const SPApar_pos& uv) const;
-    SPApar_pos climb(const SPAvector& direction, SPApar_pos uv) const;
+    /// The highest point near another one; nothing if none was found.
+    std::optional<SPApar_pos> climb(const SPAvector& direction, SPApar_pos uv, double precision) const;
 
     const SPLINE& m_surface;
     const bs3_surface& m_bspline;

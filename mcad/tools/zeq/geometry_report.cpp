@@ -54,7 +54,7 @@ std::vector<std::string> GeometryReport::add(std::uint64_t blockId, const ENTITY
     if (block.count.bodies() == 0)
         check.faults.push_back({"no body", "its image holds no body that could be restored", {}, {}, 0});
     m_check.add(check);
-    block.tolerance = check.largestTolerance;
+    block.gap = std::max(check.vertexGap, check.edgeGap);
     block.faults = std::move(check.faults);
     const std::vector<std::string> texts = brep::summarized(block.faults);
     m_blocks.insert_or_assign(blockId, std::move(block));
@@ -68,9 +68,13 @@ std::vector<std::string> GeometryReport::compare(const ExcProductStructure& stru
         double Difference::*difference;
         double scale = 0; ///< what the difference is related to; 0: the translator's figure
     };
-    // Lengths and boxes come out alike however they are computed. Areas of a translator may be the sums of a
-    // coarse rule.
-    const auto unlike = [](double Difference::*kind) { return kind == &Difference::area ? 1e-2 : 1e-6; };
+    // Lengths and boxes come out alike however they are computed; but where edges lie beside their surfaces,
+    // a box may hold the ones or the others. Areas of a translator may be the sums of a coarse rule.
+    const auto unlike = [](const Figure& figure, double gap) {
+        return figure.difference == &Difference::area ? 1e-2
+               : figure.scale > 0                     ? 1e-6 + gap / figure.scale
+                                                      : 1e-6;
+    };
     std::vector<std::string> faults;
     for (const ExcBlockPtr& block : structure.blocks())
         if (toldFigures(block.get()) && !m_blocks.contains(block->id())) {
@@ -104,9 +108,7 @@ std::vector<std::string> GeometryReport::compare(const ExcProductStructure& stru
             const double difference = gap == 0 ? 0 : gap / (each.scale > 0 ? each.scale : std::abs(theirs));
             double& largest = *block.difference.*each.difference;
             largest = std::max(largest, difference);
-            if (difference <= unlike(each.difference)) continue;
-            // Whether a box follows edges or the surfaces beside them makes a difference.
-            if (each.difference == &Difference::box && gap <= block.tolerance) continue;
+            if (difference <= unlike(each, block.gap)) continue;
             const std::string name = text::printable(each.name);
             const std::string fault = name + " is " + figure(each.ours, 9) + ", but the translator had " +
                                       (std::isnan(theirs) ? "none" : figure(theirs, 9));

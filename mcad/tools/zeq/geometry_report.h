@@ -53,7 +53,7 @@ private:
     struct Block {
         brep::Count count;
         brep::Measure measure;
-        double tolerance = 0;                 ///< the largest of an edge or a vertex
+        double gap = 0;                       ///< the largest distance that topology and geometry are apart
         std::optional<Difference> difference; ///< none: the translator told nothing
         std::vector<brep::Fault> faults;
     };
