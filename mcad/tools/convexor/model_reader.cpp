@@ -8,6 +8,7 @@
 #include <optional>
 #include <string_view>
 #include <system_error>
+#include <unordered_set>
 
 #include <unistd.h>
 
@@ -32,10 +33,15 @@
 #include <StepGeom_GeomRepContextAndGlobUnitAssCtxAndGlobUncertaintyAssCtx.hxx>
 #include <StepGeom_GeometricRepresentationContextAndGlobalUnitAssignedContext.hxx>
 #include <StepRepr_GlobalUnitAssignedContext.hxx>
+#include <StepShape_ConnectedFaceSet.hxx>
+#include <StepShape_Edge.hxx>
+#include <StepShape_EdgeLoop.hxx>
 #include <StepShape_Face.hxx>
 #include <StepShape_FaceBound.hxx>
+#include <StepShape_HArray1OfFace.hxx>
 #include <StepShape_HArray1OfFaceBound.hxx>
-#include <StepShape_Loop.hxx>
+#include <StepShape_OrientedEdge.hxx>
+#include <StepShape_Vertex.hxx>
 #include <TCollection_HAsciiString.hxx>
 #include <TransferBRep.hxx>
 #include <Transfer_TransientProcess.hxx>
@@ -257,27 +263,60 @@ LengthUnit chooseLengthUnit(ELengthUnitType wanted, double fileUnit, Reporter& r
     return {};
 }
 
-/// Takes boundaries off faces that the file names but does not hold: the kernel would crash on them.
-int dropMissingBoundaries(const Handle(Interface_InterfaceModel) & file, Reporter& reporter) {
+/// Whether a boundary and what it consists of is there, as far as the kernel needs it.
+bool isHeld(const Handle(StepShape_FaceBound) & bound) {
+    if (bound.IsNull() || bound->Bound().IsNull()) return false;
+    const auto loop = Handle(StepShape_EdgeLoop)::DownCast(bound->Bound());
+    if (loop.IsNull()) return true;
+    for (int i = 1; i <= loop->NbEdgeList(); ++i) {
+        const Handle(StepShape_OrientedEdge) use = loop->EdgeListValue(i);
+        if (use.IsNull() || use->EdgeElement().IsNull()) return false;
+        const Handle(StepShape_Edge) edge = use->EdgeElement();
+        if (edge->EdgeStart().IsNull() || edge->EdgeEnd().IsNull()) return false;
+    }
+    return true;
+}
+
+/// The values of an array for which something holds; null if that is none of them.
+template <class Array, class Holds>
+opencascade::handle<Array> filtered(const opencascade::handle<Array>& all, const Holds& holds) {
+    std::vector<typename Array::value_type> kept;
+    for (const auto& each : all->Array1())
+        if (holds(each)) kept.push_back(each);
+    if (kept.empty()) return {};
+    opencascade::handle<Array> result = new Array(1, static_cast<int>(kept.size()));
+    for (std::size_t i = 0; i < kept.size(); ++i) result->SetValue(static_cast<int>(i) + 1, kept[i]);
+    return result;
+}
+
+/// Takes off what the file refers to but does not hold, on which the kernel would crash or give up a whole
+/// solid: boundaries off their faces, and faces without any off their shells.
+int dropMissing(const Handle(Interface_InterfaceModel) & file, Reporter& reporter) {
     int dropped = 0;
+    const auto report = [&](const Handle(Standard_Transient) & entity, const wchar_t* text) {
+        ++dropped;
+        reporter.log(ELogEventLevelType::error,
+                     L"Error at " + wideText(file->StringLabel(entity)->ToCString()) + L": " + text);
+    };
+    std::unordered_set<const Standard_Transient*> unbounded;
     for (int i = 1; i <= file->NbEntities(); ++i) {
         const auto face = Handle(StepShape_Face)::DownCast(file->Value(i));
-        if (face.IsNull()) continue;
-        std::vector<Handle(StepShape_FaceBound)> held;
-        for (int bound = 1; bound <= face->NbBounds(); ++bound)
-            if (const auto each = face->BoundsValue(bound); !each.IsNull() && !each->Bound().IsNull())
-                held.push_back(each);
-        const int missing = face->NbBounds() - static_cast<int>(held.size());
-        if (missing == 0) continue;
-        dropped += missing;
-        reporter.log(ELogEventLevelType::error, L"Error at " +
-                                                    wideText(file->StringLabel(face)->ToCString()) +
-                                                    L": the face lacks a boundary that it refers to");
-        Handle(StepShape_HArray1OfFaceBound) bounds;
-        if (!held.empty()) bounds = new StepShape_HArray1OfFaceBound(1, static_cast<int>(held.size()));
-        for (std::size_t bound = 0; bound < held.size(); ++bound)
-            bounds->SetValue(static_cast<int>(bound) + 1, held[bound]);
-        face->SetBounds(bounds);
+        if (face.IsNull() || face->NbBounds() == 0) continue;
+        const auto held = filtered(face->Bounds(), isHeld);
+        if (!held.IsNull() && held->Length() == face->NbBounds()) continue;
+        face->SetBounds(held);
+        if (held.IsNull()) unbounded.insert(face.get());
+        report(face, L"a boundary of the face is not in the file");
+    }
+    for (int i = 1; i <= file->NbEntities() && !unbounded.empty(); ++i) {
+        const auto shell = Handle(StepShape_ConnectedFaceSet)::DownCast(file->Value(i));
+        if (shell.IsNull() || shell->NbCfsFaces() == 0) continue;
+        const auto held = filtered(shell->CfsFaces(), [&](const Handle(StepShape_Face) & face) {
+            return !unbounded.contains(face.get());
+        });
+        if (held.IsNull() || held->Length() == shell->NbCfsFaces()) continue;
+        shell->SetCfsFaces(held);
+        report(shell, L"faces without a boundary are left out of the shell");
     }
     return dropped;
 }
@@ -293,7 +332,7 @@ Model readStep(const std::filesystem::path& path, const ImportSettings& settings
     reader.SetViewMode(Standard_False);
     // Many writers put names into the file in the code page of their machine.
     Interface_Static::SetCVal("read.step.codepage", isUtf8(path) ? "UTF8" : "CP1252");
-    const auto prepare = [&] { return dropMissingBoundaries(reader.Reader().Model(), reporter); };
+    const auto prepare = [&] { return dropMissing(reader.Reader().Model(), reporter); };
     Model model = read(reader, reader.ChangeReader(), path, reporter, prepare);
     const Handle(Interface_InterfaceModel) file = reader.Reader().Model();
     model.remarks = passedOver(file);
