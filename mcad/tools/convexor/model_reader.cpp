@@ -8,14 +8,11 @@
 #include <optional>
 #include <string_view>
 #include <system_error>
-#include <unordered_set>
 
 #include <unistd.h>
 
-#include <IGESBasic_SubfigureDef.hxx>
 #include <IGESCAFControl_Reader.hxx>
 #include <IGESData_GlobalSection.hxx>
-#include <IGESData_HArray1OfIGESEntity.hxx>
 #include <IGESData_IGESEntity.hxx>
 #include <IGESData_IGESModel.hxx>
 #include <Interface_Check.hxx>
@@ -33,15 +30,6 @@
 #include <StepGeom_GeomRepContextAndGlobUnitAssCtxAndGlobUncertaintyAssCtx.hxx>
 #include <StepGeom_GeometricRepresentationContextAndGlobalUnitAssignedContext.hxx>
 #include <StepRepr_GlobalUnitAssignedContext.hxx>
-#include <StepShape_ConnectedFaceSet.hxx>
-#include <StepShape_Edge.hxx>
-#include <StepShape_EdgeLoop.hxx>
-#include <StepShape_Face.hxx>
-#include <StepShape_FaceBound.hxx>
-#include <StepShape_HArray1OfFace.hxx>
-#include <StepShape_HArray1OfFaceBound.hxx>
-#include <StepShape_OrientedEdge.hxx>
-#include <StepShape_Vertex.hxx>
 #include <TCollection_HAsciiString.hxx>
 #include <TransferBRep.hxx>
 #include <Transfer_TransientProcess.hxx>
@@ -52,6 +40,7 @@
 #include <XSControl_WorkSession.hxx>
 
 #include "convexor/model_contents.h"
+#include "convexor/model_repair.h"
 #include "convexor/text.h"
 #include "transport/utf8.h"
 
@@ -263,64 +252,6 @@ LengthUnit chooseLengthUnit(ELengthUnitType wanted, double fileUnit, Reporter& r
     return {};
 }
 
-/// Whether a boundary and what it consists of is there, as far as the kernel needs it.
-bool isHeld(const Handle(StepShape_FaceBound) & bound) {
-    if (bound.IsNull() || bound->Bound().IsNull()) return false;
-    const auto loop = Handle(StepShape_EdgeLoop)::DownCast(bound->Bound());
-    if (loop.IsNull()) return true;
-    for (int i = 1; i <= loop->NbEdgeList(); ++i) {
-        const Handle(StepShape_OrientedEdge) use = loop->EdgeListValue(i);
-        if (use.IsNull() || use->EdgeElement().IsNull()) return false;
-        const Handle(StepShape_Edge) edge = use->EdgeElement();
-        if (edge->EdgeStart().IsNull() || edge->EdgeEnd().IsNull()) return false;
-    }
-    return true;
-}
-
-/// The values of an array for which something holds; null if that is none of them.
-template <class Array, class Holds>
-opencascade::handle<Array> filtered(const opencascade::handle<Array>& all, const Holds& holds) {
-    std::vector<typename Array::value_type> kept;
-    for (const auto& each : all->Array1())
-        if (holds(each)) kept.push_back(each);
-    if (kept.empty()) return {};
-    opencascade::handle<Array> result = new Array(1, static_cast<int>(kept.size()));
-    for (std::size_t i = 0; i < kept.size(); ++i) result->SetValue(static_cast<int>(i) + 1, kept[i]);
-    return result;
-}
-
-/// Takes off what the file refers to but does not hold, on which the kernel would crash or give up a whole
-/// solid: boundaries off their faces, and faces without any off their shells.
-int dropMissing(const Handle(Interface_InterfaceModel) & file, Reporter& reporter) {
-    int dropped = 0;
-    const auto report = [&](const Handle(Standard_Transient) & entity, const wchar_t* text) {
-        ++dropped;
-        reporter.log(ELogEventLevelType::error,
-                     L"Error at " + wideText(file->StringLabel(entity)->ToCString()) + L": " + text);
-    };
-    std::unordered_set<const Standard_Transient*> unbounded;
-    for (int i = 1; i <= file->NbEntities(); ++i) {
-        const auto face = Handle(StepShape_Face)::DownCast(file->Value(i));
-        if (face.IsNull() || face->NbBounds() == 0) continue;
-        const auto held = filtered(face->Bounds(), isHeld);
-        if (!held.IsNull() && held->Length() == face->NbBounds()) continue;
-        face->SetBounds(held);
-        if (held.IsNull()) unbounded.insert(face.get());
-        report(face, L"a boundary of the face is not in the file");
-    }
-    for (int i = 1; i <= file->NbEntities() && !unbounded.empty(); ++i) {
-        const auto shell = Handle(StepShape_ConnectedFaceSet)::DownCast(file->Value(i));
-        if (shell.IsNull() || shell->NbCfsFaces() == 0) continue;
-        const auto held = filtered(shell->CfsFaces(), [&](const Handle(StepShape_Face) & face) {
-            return !unbounded.contains(face.get());
-        });
-        if (held.IsNull() || held->Length() == shell->NbCfsFaces()) continue;
-        shell->SetCfsFaces(held);
-        report(shell, L"faces without a boundary are left out of the shell");
-    }
-    return dropped;
-}
-
 Model readStep(const std::filesystem::path& path, const ImportSettings& settings, Reporter& reporter) {
     STEPCAFControl_Reader reader;
     reader.SetColorMode(Standard_True);
@@ -355,25 +286,6 @@ void hideBlanked(const Model& model, const Handle(XSControl_WorkSession) & sessi
         if (TDF_Label label; !shape.IsNull() && shapes->Search(shape, label, true, true, false))
             colors->SetVisibility(label, false);
     }
-}
-
-/// Gives groups an empty name that have none, on which the kernel would crash.
-int nameGroups(const Handle(IGESData_IGESModel) & file, Reporter& reporter) {
-    int named = 0;
-    for (int i = 1; i <= file->NbEntities(); ++i) {
-        const auto group = Handle(IGESBasic_SubfigureDef)::DownCast(file->Entity(i));
-        if (group.IsNull() || !group->Name().IsNull()) continue;
-        ++named;
-        reporter.log(ELogEventLevelType::error, L"Error at " +
-                                                    wideText(file->StringLabel(group)->ToCString()) +
-                                                    L": the group has no name");
-        Handle(IGESData_HArray1OfIGESEntity) members;
-        if (group->NbEntities() > 0) members = new IGESData_HArray1OfIGESEntity(1, group->NbEntities());
-        for (int member = 1; member <= group->NbEntities(); ++member)
-            members->SetValue(member, group->AssociatedEntity(member));
-        group->Init(group->Depth(), new TCollection_HAsciiString(""), members);
-    }
-    return named;
 }
 
 Model readIges(const std::filesystem::path& path, const ImportSettings& settings, Reporter& reporter) {
