@@ -5,14 +5,18 @@
 #include <cmath>
 
 #include <BRepAdaptor_Curve.hxx>
+#include <BRepAdaptor_Surface.hxx>
 #include <BRepBndLib.hxx>
 #include <BRepBuilderAPI_MakeFace.hxx>
 #include <BRepExtrema_DistShapeShape.hxx>
 #include <BRepGProp.hxx>
+#include <BRepTopAdaptor_FClass2d.hxx>
 #include <BRep_Tool.hxx>
 #include <Bnd_Box.hxx>
 #include <GCPnts_AbscissaPoint.hxx>
 #include <GProp_GProps.hxx>
+#include <Geom_Curve.hxx>
+#include <Precision.hxx>
 #include <TopExp.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopTools_IndexedMapOfShape.hxx>
@@ -39,6 +43,42 @@ double reach(const Bnd_Box& box, int axis, int sign) {
     return sign * coordinate((sign > 0 ? box.CornerMax() : box.CornerMin()).XYZ(), axis);
 }
 
+/// Climbs from a point of a face as far as its surface leads in a direction, and tells how far that is; as
+/// far as at first where that leaves the face.
+double climbed(const TopoDS_Face& face, int axis, int sign, double u, double v) {
+    const BRepAdaptor_Surface surface(face);
+    const auto reach = [&](double atU, double atV) {
+        return sign * coordinate(surface.Value(atU, atV).XYZ(), axis);
+    };
+    const double start = reach(u, v);
+    double best = start;
+    double stepU = (surface.LastUParameter() - surface.FirstUParameter()) / 32;
+    double stepV = (surface.LastVParameter() - surface.FirstVParameter()) / 32;
+    for (int halvings = 0; halvings < 40;) {
+        double nextU = u, nextV = v;
+        for (const int i : {-1, 0, 1})
+            for (const int j : {-1, 0, 1}) {
+                const double atU =
+                    std::clamp(u + i * stepU, surface.FirstUParameter(), surface.LastUParameter());
+                const double atV =
+                    std::clamp(v + j * stepV, surface.FirstVParameter(), surface.LastVParameter());
+                if (reach(atU, atV) <= best) continue;
+                best = reach(atU, atV);
+                nextU = atU;
+                nextV = atV;
+            }
+        const bool hasMoved = nextU != u || nextV != v;
+        u = nextU;
+        v = nextV;
+        if (hasMoved) continue;
+        stepU /= 2;
+        stepV /= 2;
+        ++halvings;
+    }
+    constexpr double precision = 1e-7;
+    return BRepTopAdaptor_FClass2d(face, precision).Perform(gp_Pnt2d(u, v)) == TopAbs_OUT ? start : best;
+}
+
 /// The same for a face, of which the kernel's box tells no more than how far the surface reaches between the
 /// bounds of its parameters: by the distance from a plane beyond it.
 double reach(const TopoDS_Face& face, const Bnd_Box& box, int axis, int sign) {
@@ -48,7 +88,12 @@ double reach(const TopoDS_Face& face, const Bnd_Box& box, int axis, int sign) {
     const gp_Pln across(middle, gp_Dir(replaced({}, axis, 1)));
     const TopoDS_Face plane = BRepBuilderAPI_MakeFace(across, -size, size, -size, size);
     const BRepExtrema_DistShapeShape distance(face, plane);
-    return distance.IsDone() ? beyond - distance.Value() : reach(box, axis, sign);
+    if (!distance.IsDone() || distance.NbSolution() == 0) return reach(box, axis, sign);
+    const double found = beyond - distance.Value();
+    if (distance.SupportTypeShape1(1) != BRepExtrema_IsInFace) return found;
+    double u = 0, v = 0;
+    distance.ParOnFaceS1(1, u, v);
+    return std::max(found, climbed(face, axis, sign, u, v));
 }
 
 /// Adds the face to a box that holds the edges.
@@ -66,6 +111,25 @@ void addInside(const TopoDS_Face& face, Bnd_Box& box) {
         }
 }
 
+bool isFinite(const TopoDS_Edge& edge) {
+    double first = 0;
+    double last = 0;
+    const Handle(Geom_Curve) curve = BRep_Tool::Curve(edge, first, last);
+    return !curve.IsNull() && !Precision::IsInfinite(first) && !Precision::IsInfinite(last);
+}
+
+/// By the rule that adds points until that no longer matters. Where it did not add any, it tells an error of
+/// 0 and may be far off; then by the one with a fixed number of points.
+double areaOf(const TopoDS_Face& face) {
+    constexpr double precision = 1e-5;
+    GProp_GProps area;
+    const double error = BRepGProp::SurfaceProperties(face, area, precision);
+    if (error > 0 && error <= precision) return area.Mass();
+    GProp_GProps coarse;
+    BRepGProp::SurfaceProperties(face, coarse);
+    return coarse.Mass();
+}
+
 } // namespace
 
 ExcMiscPropertiesGroup geometryFigures(const TopoDS_Shape& shape, const LengthUnit& unit) {
@@ -79,11 +143,20 @@ ExcMiscPropertiesGroup geometryFigures(const TopoDS_Shape& shape, const LengthUn
     for (TopExp_Explorer face(shape, TopAbs_FACE); face.More(); face.Next(), ++faces) {
         TopExp::MapShapes(face.Current(), TopAbs_EDGE, edges);
         TopExp::MapShapes(face.Current(), TopAbs_VERTEX, vertices);
-        GProp_GProps properties;
-        BRepGProp::SurfaceProperties(face.Current(), properties);
-        area += properties.Mass();
+        area += areaOf(TopoDS::Face(face.Current()));
     }
-    if (faces == 0) return group;
+    for (TopExp_Explorer edge(shape, TopAbs_EDGE, TopAbs_FACE); edge.More(); edge.Next()) {
+        if (!isFinite(TopoDS::Edge(edge.Current()))) continue;
+        edges.Add(edge.Current());
+        TopExp::MapShapes(edge.Current(), TopAbs_VERTEX, vertices);
+    }
+    int points = 0; // vertices that stand alone
+    for (TopExp_Explorer vertex(shape, TopAbs_VERTEX, TopAbs_EDGE); vertex.More(); vertex.Next()) {
+        if (vertices.Contains(vertex.Current())) continue;
+        vertices.Add(vertex.Current());
+        ++points;
+    }
+    if (vertices.IsEmpty()) return group;
 
     constexpr double precision = 1e-9;
     double length = 0;
@@ -94,13 +167,15 @@ ExcMiscPropertiesGroup geometryFigures(const TopoDS_Shape& shape, const LengthUn
         length += GCPnts_AbscissaPoint::Length(BRepAdaptor_Curve(edge), precision);
         BRepBndLib::AddOptimal(edge, box, false, false);
     }
+    for (TopExp_Explorer vertex(shape, TopAbs_VERTEX, TopAbs_EDGE); vertex.More(); vertex.Next())
+        box.Add(BRep_Tool::Pnt(TopoDS::Vertex(vertex.Current())));
     for (TopExp_Explorer face(shape, TopAbs_FACE); face.More(); face.Next())
         addInside(TopoDS::Face(face.Current()), box);
 
     const double millimeters = unit.millimeters;
     const std::wstring symbol = unit.symbol;
     group.addProperty(countProperty(L"faces", faces));
-    group.addProperty(countProperty(L"edges", edges.Extent()));
+    group.addProperty(countProperty(L"edges", edges.Extent() + points));
     group.addProperty(countProperty(L"vertices", vertices.Extent()));
     group.addProperty(quantity(L"edge length", length / millimeters, ValueType::length, symbol));
     group.addProperty(

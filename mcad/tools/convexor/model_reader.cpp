@@ -39,6 +39,8 @@
 #include <XSControl_TransferReader.hxx>
 #include <XSControl_WorkSession.hxx>
 
+#include "convexor/model_contents.h"
+#include "convexor/model_repair.h"
 #include "convexor/text.h"
 #include "transport/utf8.h"
 
@@ -172,9 +174,11 @@ int reportChecks(const Interface_CheckIterator& checks, const Handle(Interface_I
 }
 
 /// Reads a file with one of the kernel's readers, which have the same functions but no common base.
-/// `basicReader` is the one that owns the session.
-template <class Reader, class BasicReader>
-Model read(Reader& reader, BasicReader& basicReader, const std::filesystem::path& path, Reporter& reporter) {
+/// `basicReader` is the one that owns the session; `prepare()` is called once the file is in memory and
+/// returns how many errors it found.
+template <class Reader, class BasicReader, class Preparation>
+Model read(Reader& reader, BasicReader& basicReader, const std::filesystem::path& path, Reporter& reporter,
+           const Preparation& prepare) {
     const MessageCapture messages(reporter);
     Interface_Static::SetCVal("xstep.cascade.unit", "MM");
 
@@ -185,6 +189,7 @@ Model read(Reader& reader, BasicReader& basicReader, const std::filesystem::path
     if (reader.NbRootsForTransfer() == 0) fail(path, "it holds no model");
 
     Model model{new TDocStd_Document("BinXCAF")};
+    model.errors = prepare();
     XCAFDoc_DocumentTool::Set(model.document->Main(), Standard_False);
     XCAFDoc_ShapeTool::SetAutoNaming(Standard_False);
     reporter.beginStage(L"Translating shapes");
@@ -193,8 +198,8 @@ Model read(Reader& reader, BasicReader& basicReader, const std::filesystem::path
 
     const Handle(XSControl_WorkSession) session = basicReader.WS();
     const Handle(Transfer_TransientProcess) process = session->TransferReader()->TransientProcess();
-    model.errors = reportChecks(session->ModelCheckList(), session->Model(), reporter) +
-                   reportChecks(process->CheckList(Standard_False), session->Model(), reporter);
+    model.errors += reportChecks(session->ModelCheckList(), session->Model(), reporter) +
+                    reportChecks(process->CheckList(Standard_False), session->Model(), reporter);
     if (!isTransferred) fail(path, "none of its shapes could be translated");
     return model;
 }
@@ -258,8 +263,12 @@ Model readStep(const std::filesystem::path& path, const ImportSettings& settings
     reader.SetViewMode(Standard_False);
     // Many writers put names into the file in the code page of their machine.
     Interface_Static::SetCVal("read.step.codepage", isUtf8(path) ? "UTF8" : "CP1252");
-    Model model = read(reader, reader.ChangeReader(), path, reporter);
+    const auto prepare = [&] { return dropMissing(reader.Reader().Model(), reporter); };
+    Model model = read(reader, reader.ChangeReader(), path, reporter, prepare);
     const Handle(Interface_InterfaceModel) file = reader.Reader().Model();
+    model.remarks = passedOver(file);
+    for (const std::wstring& name : missingFiles(reader))
+        model.remarks.push_back(L"refers to the file '" + name + L"', which is not beside it");
     model.densityUnit = commonValue(file, massUnitIn);
     model.lengthUnit = chooseLengthUnit(settings.lengthUnit, commonValue(file, lengthUnitIn), reporter);
     return model;
@@ -281,7 +290,8 @@ void hideBlanked(const Model& model, const Handle(XSControl_WorkSession) & sessi
 
 Model readIges(const std::filesystem::path& path, const ImportSettings& settings, Reporter& reporter) {
     IGESCAFControl_Reader reader;
-    Model model = read(reader, reader, path, reporter);
+    Model model =
+        read(reader, reader, path, reporter, [&] { return nameGroups(reader.IGESModel(), reporter); });
     hideBlanked(model, reader.WS());
     const auto file = Handle(IGESData_IGESModel)::DownCast(reader.Model());
     model.lengthUnit = chooseLengthUnit(settings.lengthUnit, file->GlobalSection().UnitValue(), reporter);

@@ -17,6 +17,7 @@
 #include "transport/utf8.h"
 #include "zeq/failure.h"
 #include "zeq/geometry_report.h"
+#include "zeq/geometry_watch.h"
 #include "zeq/results.h"
 #include "zeq/structure_count.h"
 #include "zeq/tree_printer.h"
@@ -55,7 +56,7 @@ struct Import {
 /// Takes the documents of one import as they come.
 class Receiver {
 public:
-    Receiver(const Host& host, Import& import) : m_host(host), m_import(import) {}
+    Receiver(const Host& host, Import& import) : m_host(host), m_import(import), m_watch(host) {}
     bool take(const Document& document);
 
 private:
@@ -67,6 +68,7 @@ private:
 
     const Host& m_host;
     Import& m_import;
+    GeometryWatch m_watch;
     std::set<std::wstring> m_unknownKinds; // each is told once
 };
 
@@ -138,7 +140,9 @@ void Receiver::takeGeometry(const ExcBlockGeometry& geometry) {
     OwnedEntities entities;
     if (!geometry.isLoaded() || !geometry.getGeometry(entities.list))
         throw Failure(exit_code::translatorBroken, "the geometry of " + block + " cannot be restored");
-    const std::vector<std::string> faults = m_import.geometry.add(geometry.blockId(), entities.list);
+    m_watch.setBlock(geometry.blockId());
+    const std::vector<std::string> faults =
+        m_import.geometry.add(geometry.blockId(), entities.list, &m_watch);
     const std::string subject = "geometry of " + block + ": ";
     for (const std::string& fault : faults) m_host.console.warning(subject + fault);
     m_host.console.note(subject + m_import.geometry.blockText(geometry.blockId()));
