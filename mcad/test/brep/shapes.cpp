@@ -20,12 +20,15 @@
 #include <BRepPrimAPI_MakeSphere.hxx>
 #include <BRepPrimAPI_MakeTorus.hxx>
 #include <BRep_Builder.hxx>
+#include <BRep_Tool.hxx>
+#include <Geom2d_BSplineCurve.hxx>
 #include <GeomAPI_PointsToBSpline.hxx>
 #include <GeomAPI_PointsToBSplineSurface.hxx>
 #include <GeomConvert.hxx>
 #include <Geom_BSplineCurve.hxx>
 #include <Geom_BSplineSurface.hxx>
 #include <Geom_BezierSurface.hxx>
+#include <Geom_ConicalSurface.hxx>
 #include <Geom_CylindricalSurface.hxx>
 #include <Geom_Line.hxx>
 #include <Geom_OffsetSurface.hxx>
@@ -33,7 +36,11 @@
 #include <Geom_RectangularTrimmedSurface.hxx>
 #include <Geom_SurfaceOfLinearExtrusion.hxx>
 #include <Geom_SurfaceOfRevolution.hxx>
+#include <Geom_ToroidalSurface.hxx>
+#include <TColStd_Array1OfInteger.hxx>
+#include <TColStd_Array1OfReal.hxx>
 #include <TColgp_Array1OfPnt.hxx>
+#include <TColgp_Array1OfPnt2d.hxx>
 #include <TColgp_Array2OfPnt.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopoDS.hxx>
@@ -140,12 +147,36 @@ TopoDS_Shape periodic(double from, double to) {
     return faceOn(surface, from, to, 1, 6);
 }
 
+/// A face whose curves on the surface run at another speed than its edges.
+TopoDS_Shape unevenlyTraced() {
+    const TopoDS_Face face = TopoDS::Face(faceOn(hill()));
+    for (TopExp_Explorer edges(face, TopAbs_EDGE); edges.More(); edges.Next()) {
+        const TopoDS_Edge edge = TopoDS::Edge(edges.Current());
+        double first = 0;
+        double last = 0;
+        const Handle(Geom2d_Curve) even = BRep_Tool::CurveOnSurface(edge, face, first, last);
+        TColgp_Array1OfPnt2d poles(1, 3);
+        poles(1) = even->Value(first);
+        poles(2) = even->Value(0.7 * first + 0.3 * last);
+        poles(3) = even->Value(last);
+        TColStd_Array1OfReal knots(1, 2);
+        knots(1) = first;
+        knots(2) = last;
+        TColStd_Array1OfInteger multiplicities(1, 2);
+        multiplicities.Init(3);
+        BRep_Builder().UpdateEdge(edge, new Geom2d_BSplineCurve(poles, knots, multiplicities, 2), face, 1e-7);
+    }
+    return face;
+}
+
 TopoDS_Shape bezier() {
     TColgp_Array2OfPnt points(1, 4, 1, 3);
     for (int i = 1; i <= 4; ++i)
         for (int j = 1; j <= 3; ++j) points(i, j) = gp_Pnt(4 * i, 5 * j, i * j % 3 + 0.3 * i);
     return faceOn(new Geom_BezierSurface(points), 0.1, 0.8, 0.2, 1);
 }
+
+Handle(Geom_Surface) spindle() { return new Geom_ToroidalSurface(gp_Ax3(tilted), 2, 3); }
 
 TopoDS_Shape hollowBox() {
     return BRepAlgoAPI_Cut(BRepPrimAPI_MakeBox(20, 20, 20).Shape(),
@@ -256,6 +287,17 @@ const std::vector<NamedShape>& shapes() {
          "1 body, 1 face (1 B-spline), 4 edges"},
         {"before the seam", [] { return periodic(-pi, 0.5 * pi); }, "1 body, 1 face (1 B-spline), 4 edges"},
         {"all around", [] { return periodic(0.5 * pi, 2.5 * pi); }, "1 body, 1 face (1 B-spline), 4 edges"},
+        {"hardly before the seam", [] { return periodic(-1e-9, 0.5 * pi); },
+         "1 body, 1 face (1 B-spline), 4 edges"},
+        {"unevenly traced hill", unevenlyTraced, "1 body, 1 face (1 B-spline), 4 edges (4 B-splines)"},
+        {"outside of a torus through its axis", [] { return faceOn(spindle(), 0, 2, -2, 1); },
+         "1 body, 1 face (1 torus)"},
+        {"inside of a torus through its axis", [] { return faceOn(spindle(), 0, 2, 2.5, 3.5); },
+         "1 body, 1 face (1 torus)"},
+        {"both sides of a torus through its axis", [] { return faceOn(spindle(), 0, 2, 1, 3); },
+         "1 body, 1 face (1 B-spline)"},
+        {"double cone", [] { return faceOn(new Geom_ConicalSurface(gp_Ax3(tilted), 0.5, 2), 0, 2, -7, 3); },
+         "1 body, 1 face (1 B-spline)"},
         {"part of a Bezier surface", bezier, "1 body, 1 face (1 B-spline), 4 edges"},
         {"several", several, "1 body, 10 faces (9 planes, 1 cylinder or cone)"},
         {"inside out", [] { return BRepPrimAPI_MakeCone(tilted, 4, 0, 5).Shape().Reversed(); },

@@ -1,198 +1,212 @@
-// Walks the boundary representation once: vertices and edges are made when they are first met, coedges of one
-// edge become partners.
+// Puts together what was converted: coedges of one edge become partners.
 #include "convexor/geometry_builder.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <vector>
 
 #include <BRepBuilderAPI_Transform.hxx>
-#include <BRepTools_WireExplorer.hxx>
-#include <BRep_Tool.hxx>
-#include <TopExp.hxx>
-#include <TopExp_Explorer.hxx>
-#include <TopTools_IndexedMapOfShape.hxx>
-#include <TopoDS.hxx>
-#include <TopoDS_Iterator.hxx>
-#include <TopoDS_Wire.hxx>
 
-#include "convexor/geometry_conversion.h"
+#include "convexor/geometry_draft.h"
+#include "convexor/geometry_mending.h"
 #include "zeq_api/acis_attrib_id/attrib_convexor.h"
 
 namespace zeq::convexor {
 
 namespace {
 
-class BodyBuilder {
-public:
-    BodyBuilder(const TopoDS_Shape& shape, double tolerance) : m_shape(shape), m_tolerance(tolerance) {
-        TopExp::MapShapes(shape, TopAbs_FACE, m_faces);
-        TopExp::MapShapes(shape, TopAbs_EDGE, m_edges);
-        TopExp::MapShapes(shape, TopAbs_VERTEX, m_vertices);
-        m_edgeOf.resize(static_cast<std::size_t>(m_edges.Extent()));
-        m_vertexOf.resize(static_cast<std::size_t>(m_vertices.Extent()));
-    }
+/// Measured distances may be a little more between the places of measurement.
+constexpr double margin = 1.1;
 
-    BODY* build() {
-        if (m_faces.IsEmpty()) return nullptr;
-        try {
-            m_body = keep(ACIS_NEW BODY());
-            addLumps(m_shape);
-        } catch (...) {
-            api_del_entity_list(m_made);
-            throw;
-        }
-        return m_body;
+/// The tolerance of something that was measured to be so far off. What is off by a considerable part of its
+/// own size is wrong rather than inexact, and keeps what the original states.
+double tolerance(double stated, double gap, double size) {
+    constexpr double considerable = 0.01;
+    const double measured = margin * gap;
+    return measured <= std::max(considerable * size, margin * margin * stated) ? std::max(stated, measured)
+                                                                               : stated;
+}
+
+/// Makes the entities of a draft, which then belong to the body.
+class Assembly {
+public:
+    explicit Assembly(const Draft& draft)
+        : m_draft(draft), m_edges(draft.edges.size()), m_vertices(draft.vertices.size()) {}
+
+    BODY* assemble() {
+        auto* const body = ACIS_NEW BODY();
+        for (const Draft::Lump& lump : m_draft.lumps) body->add_lump(makeLump(lump));
+        for (const Draft::Wire& wire : m_draft.wires) body->add_wire(makeWire(wire));
+        // Curves of edges that only lost faces used.
+        for (std::size_t i = 0; i < m_edges.size(); ++i)
+            if (CURVE* const curve = m_draft.edges[i].piece.curve; curve && !m_edges[i])
+                api_del_entity(curve);
+        return body;
     }
 
 private:
-    /// Notes an entity that others do not lead to yet, for the case that the work fails.
-    template <class Entity>
-    Entity* keep(Entity* entity) {
-        m_made.add(entity);
-        return entity;
+    LUMP* makeLump(const Draft::Lump& lump) {
+        auto* const made = ACIS_NEW LUMP();
+        for (const auto& faces : lump.shells) {
+            auto* const shell = ACIS_NEW SHELL();
+            made->add_shell(shell);
+            for (const Draft::Face& face : faces) {
+                FACE* const madeFace = makeFace(face);
+                if (!lump.isSolid) madeFace->set_sides(DOUBLE_SIDED);
+                shell->add_face(madeFace);
+            }
+        }
+        return made;
     }
 
-    void addLumps(const TopoDS_Shape& shape);
-    void addLump(const TopoDS_Shape& whole, bool isSolid);
-    void fillShell(SHELL& shell, const TopoDS_Shape& faces, bool isSolid);
-    FACE* makeFace(const TopoDS_Face& face);
-    void addLoop(FACE& made, const TopoDS_Face& face, const TopoDS_Wire& wire, const Support& support);
-    EDGE* edgeOf(const TopoDS_Edge& edge);
-    VERTEX* vertexOf(const TopoDS_Vertex& vertex);
+    FACE* makeFace(const Draft::Face& face) {
+        auto* const made = ACIS_NEW FACE(face.surface, face.sense);
+        if (face.number > 0) ACIS_NEW ATTRIB_CONVEXOR_ID(made, face.number);
+        for (const Draft::Chain& loop : face.loops) made->add_loop(ACIS_NEW LOOP(makeChain(loop, true)));
+        return made;
+    }
 
-    const TopoDS_Shape m_shape;
-    const double m_tolerance; ///< for what cannot be expressed exactly
-    TopTools_IndexedMapOfShape m_faces;
-    TopTools_IndexedMapOfShape m_edges;
-    TopTools_IndexedMapOfShape m_vertices;
-    std::vector<EDGE*> m_edgeOf;
-    std::vector<VERTEX*> m_vertexOf;
-    ENTITY_LIST m_made;
-    BODY* m_body = nullptr;
+    WIRE* makeWire(const Draft::Wire& wire) { return ACIS_NEW WIRE(makeChain(wire.chain, wire.isClosed)); }
+
+    /// Gives the first coedge. An open chain ends in coedges that lead to themselves.
+    COEDGE* makeChain(const Draft::Chain& chain, bool isClosed) {
+        COEDGE* first = nullptr;
+        COEDGE* last = nullptr;
+        for (const Draft::Use& use : chain) {
+            COEDGE* const coedge = makeCoedge(use, last);
+            coedge->set_geometry(use.pcurve);
+            if (!first) first = coedge;
+            last = coedge;
+        }
+        first->set_previous(isClosed ? last : first);
+        last->set_next(isClosed ? first : last);
+        return first;
+    }
+
+    COEDGE* makeCoedge(const Draft::Use& use, COEDGE* previous) {
+        EDGE* const edge = makeEdge(use.edge);
+        COEDGE* const made = is_TEDGE(edge) ? ACIS_NEW TCOEDGE(edge, use.sense, previous)
+                                            : ACIS_NEW COEDGE(edge, use.sense, previous);
+        // The ring of partners; a coedge that is alone has none.
+        if (COEDGE* const other = edge->coedge(); other != made) {
+            made->set_partner(other->partner() ? other->partner() : other);
+            other->set_partner(made);
+        }
+        return made;
+    }
+
+    EDGE* makeEdge(std::size_t index) {
+        EDGE*& made = m_edges[index];
+        if (made) return made;
+        const Draft::Edge& edge = m_draft.edges[index];
+        VERTEX* const start = makeVertex(edge.start);
+        VERTEX* const end = makeVertex(edge.end);
+        const double reach = tolerance(edge.stated, edge.gap, edge.length);
+        if (!edge.piece.curve)
+            made = ACIS_NEW EDGE(start, end);
+        else if (reach > SPAresabs)
+            made = ACIS_NEW TEDGE(start, end, edge.piece.curve, FORWARD, edge.piece.range, reach);
+        else
+            made = ACIS_NEW EDGE(start, end, edge.piece.curve, FORWARD, edge.piece.range);
+        if (edge.number > 0) ACIS_NEW ATTRIB_CONVEXOR_ID(made, edge.number);
+        return made;
+    }
+
+    VERTEX* makeVertex(std::size_t index) {
+        VERTEX*& made = m_vertices[index];
+        if (made) return made;
+        const Draft::Vertex& vertex = m_draft.vertices[index];
+        const double reach = tolerance(vertex.stated, vertex.gap, 0);
+        auto* const point = ACIS_NEW APOINT(vertex.point);
+        made = reach > SPAresabs ? ACIS_NEW TVERTEX(point, reach) : ACIS_NEW VERTEX(point);
+        return made;
+    }
+
+    const Draft& m_draft;
+    std::vector<EDGE*> m_edges;
+    std::vector<VERTEX*> m_vertices;
 };
 
-void BodyBuilder::addLumps(const TopoDS_Shape& shape) {
-    switch (shape.ShapeType()) {
-    case TopAbs_COMPOUND:
-    case TopAbs_COMPSOLID:
-        for (TopoDS_Iterator part(shape); part.More(); part.Next()) addLumps(part.Value());
-        break;
-    case TopAbs_SOLID:
-        addLump(shape, true);
-        break;
-    case TopAbs_SHELL:
-    case TopAbs_FACE:
-        addLump(shape, false);
-        break;
-    default: // wires, edges and vertices alone are no part of a body
-        break;
+/// The draft of a part, mended where that helps.
+Draft bestDraft(const TopoDS_Shape& part, double tolerance, BuildNotes& notes) {
+    const Numbering numbering(part);
+    Draft best = draft(part, numbering, tolerance, Rigour::closed);
+    if (best.losses.empty()) return best;
+    const std::vector<Draft::Loss> losses = best.losses;
+    const MendedPart mended = mend(part, losses);
+    Draft other = draft(mended.shape, mended.numbering, tolerance, Rigour::any);
+    if (other.losses.size() < best.losses.size()) std::swap(best, other);
+    discard(other);
+    for (const Draft::Loss& loss : losses) {
+        const auto isSame = [&](const Draft::Loss& each) { return each.number == loss.number; };
+        if (std::none_of(best.losses.begin(), best.losses.end(), isSame))
+            notes.warnings.push_back("face " + std::to_string(loss.number) + " was healed: " + loss.reason);
     }
+    return best;
 }
 
-void BodyBuilder::addLump(const TopoDS_Shape& whole, bool isSolid) {
-    auto* const lump = ACIS_NEW LUMP();
-    m_body->add_lump(lump);
-    const auto add = [&](const TopoDS_Shape& faces) {
-        auto* const shell = ACIS_NEW SHELL();
-        lump->add_shell(shell);
-        fillShell(*shell, faces, isSolid);
+std::string figure(double value) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.3g", value);
+    return text;
+}
+
+/// Tells how many are farther off than the original says, and which of them is farthest.
+template <class Each, class Sentence>
+void noteGaps(const std::vector<Each>& all, const char* noun, const char* nouns, const Sentence& sentence,
+              BuildNotes& notes) {
+    std::size_t count = 0;
+    const Each* worst = nullptr;
+    for (const Each& each : all) {
+        if (each.gap <= std::max(margin * each.stated, SPAresabs)) continue;
+        ++count;
+        if (!worst || each.gap > worst->gap) worst = &each;
+    }
+    if (count > 0)
+        notes.warnings.push_back(std::to_string(count) + (count == 1 ? noun : nouns) +
+                                 " farther off than stated: " + sentence(*worst) +
+                                 ", where the tolerance is " + figure(worst->stated));
+}
+
+void noteGaps(const Draft& draft, BuildNotes& notes) {
+    const auto ofEdge = [](const Draft::Edge& edge) {
+        return "edge " + std::to_string(edge.number) + " lies " + figure(edge.gap) + " from face " +
+               std::to_string(edge.farthestFace);
     };
-    if (!isSolid) return add(whole);
-    for (TopoDS_Iterator shell(whole); shell.More(); shell.Next())
-        if (shell.Value().ShapeType() == TopAbs_SHELL) add(shell.Value());
-}
-
-void BodyBuilder::fillShell(SHELL& shell, const TopoDS_Shape& faces, bool isSolid) {
-    for (TopExp_Explorer face(faces, TopAbs_FACE); face.More(); face.Next()) {
-        FACE* const made = makeFace(TopoDS::Face(face.Current()));
-        shell.add_face(made);
-        if (!isSolid) made->set_sides(DOUBLE_SIDED);
-    }
-}
-
-FACE* BodyBuilder::makeFace(const TopoDS_Face& face) {
-    const Support support = convexor::support(face, m_tolerance);
-    const bool isReversed = face.Orientation() == TopAbs_REVERSED;
-    auto* const made =
-        keep(ACIS_NEW FACE(support.surface, isReversed != support.isOpposite ? REVERSED : FORWARD));
-    ACIS_NEW ATTRIB_CONVEXOR_ID(made, m_faces.FindIndex(face));
-    for (TopoDS_Iterator wire(face.Oriented(TopAbs_FORWARD)); wire.More(); wire.Next())
-        if (wire.Value().ShapeType() == TopAbs_WIRE)
-            addLoop(*made, face, TopoDS::Wire(wire.Value()), support);
-    return made;
-}
-
-void BodyBuilder::addLoop(FACE& made, const TopoDS_Face& face, const TopoDS_Wire& wire,
-                          const Support& support) {
-    const TopoDS_Face forward = TopoDS::Face(face.Oriented(TopAbs_FORWARD));
-    std::vector<TopoDS_Edge> edges;
-    for (BRepTools_WireExplorer edge(wire, forward); edge.More(); edge.Next())
-        edges.push_back(edge.Current());
-    if (edges.empty()) return;
-    int count = 0;
-    for (TopoDS_Iterator edge(wire); edge.More(); edge.Next()) ++count;
-    if (count != static_cast<int>(edges.size())) throw GeometryError("the boundary of a face does not close");
-
-    // Seen against the face's normal the face is on the left.
-    const bool isReversed = face.Orientation() == TopAbs_REVERSED;
-    if (isReversed) std::reverse(edges.begin(), edges.end());
-    COEDGE* first = nullptr;
-    COEDGE* previous = nullptr;
-    for (const TopoDS_Edge& edge : edges) {
-        const bool isAgainst = (edge.Orientation() == TopAbs_REVERSED) != isReversed;
-        auto* const coedge = keep(ACIS_NEW COEDGE(edgeOf(edge), isAgainst ? REVERSED : FORWARD, previous));
-        if (previous)
-            previous->set_next(coedge);
-        else
-            first = coedge;
-        if (!support.spline.IsNull() && !BRep_Tool::Degenerated(edge))
-            coedge->set_geometry(pcurve(edge, *coedge->edge(), forward, support, m_tolerance));
-        // The ring of partners; a coedge that is alone has none.
-        if (COEDGE* const other = coedge->edge()->coedge(); other != coedge) {
-            coedge->set_partner(other->partner() ? other->partner() : other);
-            other->set_partner(coedge);
-        }
-        previous = coedge;
-    }
-    previous->set_next(first);
-    first->set_previous(previous);
-    made.add_loop(ACIS_NEW LOOP(first));
-}
-
-EDGE* BodyBuilder::edgeOf(const TopoDS_Edge& edge) {
-    const int index = m_edges.FindIndex(edge);
-    EDGE*& made = m_edgeOf[static_cast<std::size_t>(index - 1)];
-    if (made) return made;
-    const TopoDS_Edge forward = TopoDS::Edge(edge.Oriented(TopAbs_FORWARD));
-    const TopoDS_Vertex start = TopExp::FirstVertex(forward);
-    const TopoDS_Vertex end = TopExp::LastVertex(forward);
-    if (start.IsNull() || end.IsNull()) throw GeometryError("an edge has no vertices");
-    if (BRep_Tool::Degenerated(edge)) {
-        made = keep(ACIS_NEW EDGE(vertexOf(start), vertexOf(end)));
-    } else {
-        const auto [curve, range] = piece(forward);
-        made = keep(ACIS_NEW EDGE(vertexOf(start), vertexOf(end), curve, FORWARD, range));
-    }
-    ACIS_NEW ATTRIB_CONVEXOR_ID(made, index);
-    return made;
-}
-
-VERTEX* BodyBuilder::vertexOf(const TopoDS_Vertex& vertex) {
-    VERTEX*& made = m_vertexOf[static_cast<std::size_t>(m_vertices.FindIndex(vertex) - 1)];
-    if (!made) made = keep(ACIS_NEW VERTEX(ACIS_NEW APOINT(position(BRep_Tool::Pnt(vertex)))));
-    return made;
+    const auto ofVertex = [](const Draft::Vertex& vertex) {
+        return "edge " + std::to_string(vertex.farthestEdge) + " ends " + figure(vertex.gap) +
+               " from its vertex";
+    };
+    noteGaps(draft.edges, " edge is", " edges are", ofEdge, notes);
+    noteGaps(draft.vertices, " vertex is", " vertices are", ofVertex, notes);
+    if (draft.openSolids > 0)
+        notes.warnings.push_back(std::to_string(draft.openSolids) +
+                                 (draft.openSolids == 1 ? " solid is" : " solids are") +
+                                 " not closed, and sent as faces");
 }
 
 } // namespace
 
-BODY* buildBody(const TopoDS_Shape& shape, double scale) {
+BODY* buildBody(const TopoDS_Shape& shape, double scale, BuildNotes* notes) {
     if (shape.IsNull()) return nullptr;
     gp_Trsf scaling;
     scaling.SetScaleFactor(scale);
     const TopoDS_Shape scaled =
         scale == 1 ? shape : BRepBuilderAPI_Transform(shape, scaling, Standard_True).Shape();
-    constexpr double tolerance = 1e-7;
-    return BodyBuilder(scaled, tolerance * scale).build();
+    constexpr double fit = 1e-7; // in millimetres
+    BuildNotes ignored;
+    BuildNotes& told = notes ? *notes : ignored;
+    Draft draft = bestDraft(scaled, fit * scale, told);
+    noteGaps(draft, told);
+    for (const Draft::Loss& loss : draft.losses) {
+        const char* const kind = loss.shape.ShapeType() == TopAbs_FACE ? "face " : "edge ";
+        ++told.lost;
+        told.errors.push_back(kind + std::to_string(loss.number) + " is left out: " + loss.reason);
+    }
+    for (const Draft::Lump& lump : draft.lumps)
+        for (const auto& shell : lump.shells) told.faces += static_cast<int>(shell.size());
+    told.wires += static_cast<int>(draft.wires.size());
+    return draft.lumps.empty() && draft.wires.empty() ? nullptr : Assembly(draft).assemble();
 }
 
 } // namespace zeq::convexor

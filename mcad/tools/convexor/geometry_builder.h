@@ -1,7 +1,8 @@
 // Turns the exact geometry of a part into entities of the modelling kernel.
 #pragma once
 
-#include <stdexcept>
+#include <string>
+#include <vector>
 
 #include <TopoDS_Shape.hxx>
 
@@ -9,19 +10,25 @@
 
 namespace zeq::convexor {
 
-/// Geometry that cannot be expressed, with a reason for the user in UTF-8.
-class GeometryError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
+/// What the host should know of the way of a part.
+struct BuildNotes {
+    int faces = 0;                     ///< of the body
+    int wires = 0;                     ///< of the body, single vertices among them
+    int lost = 0;                      ///< faces and wires that the body lacks
+    std::vector<std::string> errors;   ///< a sentence for each of these
+    std::vector<std::string> warnings; ///< what was mended, and what is farther off than the original says
 };
 
-/// Makes a body of the shape: a lump for each solid, and one for each shell and face outside of solids.
+/// Makes a body of the shape: a lump for each solid, and one for each shell and face outside of solids;
+/// wires, edges and vertices that bound no face become wires of the body.
 ///
 /// Planes, cylinders, cones, spheres, tori, lines, circles and ellipses stay what they are; everything else
 /// becomes B-splines. Every face and edge carries an ATTRIB_CONVEXOR_ID with its index in the shape, from 1.
+/// Edges and vertices whose tolerance is above the kernel's resolution are tolerant ones. A face that cannot
+/// be expressed is healed on a copy, or else left out; the solid that lacks it becomes double-sided faces.
 /// @param scale what all lengths are multiplied by
-/// @return the body, which the caller deletes; null if the shape has no faces
-/// @throws GeometryError if it cannot be expressed
-BODY* buildBody(const TopoDS_Shape& shape, double scale);
+/// @param notes what happened is added to it, if given
+/// @return the body, which the caller deletes; null if nothing of the shape can be expressed
+BODY* buildBody(const TopoDS_Shape& shape, double scale, BuildNotes* notes = nullptr);
 
 } // namespace zeq::convexor

@@ -11,8 +11,10 @@
 
 #include <unistd.h>
 
+#include <IGESBasic_SubfigureDef.hxx>
 #include <IGESCAFControl_Reader.hxx>
 #include <IGESData_GlobalSection.hxx>
+#include <IGESData_HArray1OfIGESEntity.hxx>
 #include <IGESData_IGESEntity.hxx>
 #include <IGESData_IGESModel.hxx>
 #include <Interface_Check.hxx>
@@ -30,6 +32,10 @@
 #include <StepGeom_GeomRepContextAndGlobUnitAssCtxAndGlobUncertaintyAssCtx.hxx>
 #include <StepGeom_GeometricRepresentationContextAndGlobalUnitAssignedContext.hxx>
 #include <StepRepr_GlobalUnitAssignedContext.hxx>
+#include <StepShape_Face.hxx>
+#include <StepShape_FaceBound.hxx>
+#include <StepShape_HArray1OfFaceBound.hxx>
+#include <StepShape_Loop.hxx>
 #include <TCollection_HAsciiString.hxx>
 #include <TransferBRep.hxx>
 #include <Transfer_TransientProcess.hxx>
@@ -39,6 +45,7 @@
 #include <XSControl_TransferReader.hxx>
 #include <XSControl_WorkSession.hxx>
 
+#include "convexor/model_contents.h"
 #include "convexor/text.h"
 #include "transport/utf8.h"
 
@@ -172,9 +179,11 @@ int reportChecks(const Interface_CheckIterator& checks, const Handle(Interface_I
 }
 
 /// Reads a file with one of the kernel's readers, which have the same functions but no common base.
-/// `basicReader` is the one that owns the session.
-template <class Reader, class BasicReader>
-Model read(Reader& reader, BasicReader& basicReader, const std::filesystem::path& path, Reporter& reporter) {
+/// `basicReader` is the one that owns the session; `prepare()` is called once the file is in memory and
+/// returns how many errors it found.
+template <class Reader, class BasicReader, class Preparation>
+Model read(Reader& reader, BasicReader& basicReader, const std::filesystem::path& path, Reporter& reporter,
+           const Preparation& prepare) {
     const MessageCapture messages(reporter);
     Interface_Static::SetCVal("xstep.cascade.unit", "MM");
 
@@ -185,6 +194,7 @@ Model read(Reader& reader, BasicReader& basicReader, const std::filesystem::path
     if (reader.NbRootsForTransfer() == 0) fail(path, "it holds no model");
 
     Model model{new TDocStd_Document("BinXCAF")};
+    model.errors = prepare();
     XCAFDoc_DocumentTool::Set(model.document->Main(), Standard_False);
     XCAFDoc_ShapeTool::SetAutoNaming(Standard_False);
     reporter.beginStage(L"Translating shapes");
@@ -193,8 +203,8 @@ Model read(Reader& reader, BasicReader& basicReader, const std::filesystem::path
 
     const Handle(XSControl_WorkSession) session = basicReader.WS();
     const Handle(Transfer_TransientProcess) process = session->TransferReader()->TransientProcess();
-    model.errors = reportChecks(session->ModelCheckList(), session->Model(), reporter) +
-                   reportChecks(process->CheckList(Standard_False), session->Model(), reporter);
+    model.errors += reportChecks(session->ModelCheckList(), session->Model(), reporter) +
+                    reportChecks(process->CheckList(Standard_False), session->Model(), reporter);
     if (!isTransferred) fail(path, "none of its shapes could be translated");
     return model;
 }
@@ -247,6 +257,31 @@ LengthUnit chooseLengthUnit(ELengthUnitType wanted, double fileUnit, Reporter& r
     return {};
 }
 
+/// Takes boundaries off faces that the file names but does not hold: the kernel would crash on them.
+int dropMissingBoundaries(const Handle(Interface_InterfaceModel) & file, Reporter& reporter) {
+    int dropped = 0;
+    for (int i = 1; i <= file->NbEntities(); ++i) {
+        const auto face = Handle(StepShape_Face)::DownCast(file->Value(i));
+        if (face.IsNull()) continue;
+        std::vector<Handle(StepShape_FaceBound)> held;
+        for (int bound = 1; bound <= face->NbBounds(); ++bound)
+            if (const auto each = face->BoundsValue(bound); !each.IsNull() && !each->Bound().IsNull())
+                held.push_back(each);
+        const int missing = face->NbBounds() - static_cast<int>(held.size());
+        if (missing == 0) continue;
+        dropped += missing;
+        reporter.log(ELogEventLevelType::error, L"Error at " +
+                                                    wideText(file->StringLabel(face)->ToCString()) +
+                                                    L": the face lacks a boundary that it refers to");
+        Handle(StepShape_HArray1OfFaceBound) bounds;
+        if (!held.empty()) bounds = new StepShape_HArray1OfFaceBound(1, static_cast<int>(held.size()));
+        for (std::size_t bound = 0; bound < held.size(); ++bound)
+            bounds->SetValue(static_cast<int>(bound) + 1, held[bound]);
+        face->SetBounds(bounds);
+    }
+    return dropped;
+}
+
 Model readStep(const std::filesystem::path& path, const ImportSettings& settings, Reporter& reporter) {
     STEPCAFControl_Reader reader;
     reader.SetColorMode(Standard_True);
@@ -258,8 +293,12 @@ Model readStep(const std::filesystem::path& path, const ImportSettings& settings
     reader.SetViewMode(Standard_False);
     // Many writers put names into the file in the code page of their machine.
     Interface_Static::SetCVal("read.step.codepage", isUtf8(path) ? "UTF8" : "CP1252");
-    Model model = read(reader, reader.ChangeReader(), path, reporter);
+    const auto prepare = [&] { return dropMissingBoundaries(reader.Reader().Model(), reporter); };
+    Model model = read(reader, reader.ChangeReader(), path, reporter, prepare);
     const Handle(Interface_InterfaceModel) file = reader.Reader().Model();
+    model.remarks = passedOver(file);
+    for (const std::wstring& name : missingFiles(reader))
+        model.remarks.push_back(L"refers to the file '" + name + L"', which is not beside it");
     model.densityUnit = commonValue(file, massUnitIn);
     model.lengthUnit = chooseLengthUnit(settings.lengthUnit, commonValue(file, lengthUnitIn), reporter);
     return model;
@@ -279,9 +318,29 @@ void hideBlanked(const Model& model, const Handle(XSControl_WorkSession) & sessi
     }
 }
 
+/// Gives groups an empty name that have none, on which the kernel would crash.
+int nameGroups(const Handle(IGESData_IGESModel) & file, Reporter& reporter) {
+    int named = 0;
+    for (int i = 1; i <= file->NbEntities(); ++i) {
+        const auto group = Handle(IGESBasic_SubfigureDef)::DownCast(file->Entity(i));
+        if (group.IsNull() || !group->Name().IsNull()) continue;
+        ++named;
+        reporter.log(ELogEventLevelType::error, L"Error at " +
+                                                    wideText(file->StringLabel(group)->ToCString()) +
+                                                    L": the group has no name");
+        Handle(IGESData_HArray1OfIGESEntity) members;
+        if (group->NbEntities() > 0) members = new IGESData_HArray1OfIGESEntity(1, group->NbEntities());
+        for (int member = 1; member <= group->NbEntities(); ++member)
+            members->SetValue(member, group->AssociatedEntity(member));
+        group->Init(group->Depth(), new TCollection_HAsciiString(""), members);
+    }
+    return named;
+}
+
 Model readIges(const std::filesystem::path& path, const ImportSettings& settings, Reporter& reporter) {
     IGESCAFControl_Reader reader;
-    Model model = read(reader, reader, path, reporter);
+    Model model =
+        read(reader, reader, path, reporter, [&] { return nameGroups(reader.IGESModel(), reporter); });
     hideBlanked(model, reader.WS());
     const auto file = Handle(IGESData_IGESModel)::DownCast(reader.Model());
     model.lengthUnit = chooseLengthUnit(settings.lengthUnit, file->GlobalSection().UnitValue(), reporter);

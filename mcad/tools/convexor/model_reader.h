@@ -24,6 +24,8 @@ public:
 /// What a file held: parts and assemblies with their attributes, lengths in millimetres.
 struct Model {
     Handle(TDocStd_Document) document;
+    /// What the user should know of the file: "holds 4 tessellated faces, which do not travel yet".
+    std::vector<std::wstring> remarks = {};
     int errors = 0;             ///< entities that could not be read; the log lines tell which
     LengthUnit lengthUnit = {}; ///< in which its lengths are to travel
     /// What a density of 1 in the document stands for in g/cm^3; 0 when that cannot be told.

@@ -128,6 +128,7 @@ Result Session::import(const ImportOptions& options) {
     const Structure structure = buildProductStructure(model, name, settings);
     if (settings.miscData) measureGeometry(structure, model.lengthUnit, reporter);
     reporter.message(L"'" + name + L"': " + summary(*structure.product));
+    for (const std::wstring& remark : model.remarks) reporter.message(L"'" + name + L"' " + remark);
     reporter.beginPulse(L"Sending the product structure");
     m_channel.send(structure.product);
     m_channel.send(std::make_shared<ExcStageFinished>(ExcStageFinished::EStage::product_structure));
@@ -150,14 +151,30 @@ void Session::measureGeometry(const Structure& structure, const LengthUnit& unit
 
 int Session::sendGeometry(const Structure& structure, const LengthUnit& unit, Reporter& reporter) {
     reporter.beginStage(L"Sending geometry");
+    BuildNotes all;
     const auto send = [&](const Structure::Part& part) {
-        const OwnedEntities entities(buildBody(part.shape, 1 / unit.millimeters));
+        BuildNotes notes;
+        const OwnedEntities entities(buildBody(part.shape, 1 / unit.millimeters, &notes));
+        const auto report = [&](ELogEventLevelType level, const std::vector<std::string>& lines) {
+            for (const std::string& line : lines)
+                reporter.log(level, L"Block '" + part.block->name() + L"': " + wideText(line));
+        };
+        report(ELogEventLevelType::error, notes.errors);
+        report(ELogEventLevelType::warning, notes.warnings);
+        all.lost += notes.lost;
         if (entities.list.count() == 0) return;
         const auto geometry = std::make_shared<ExcBlockGeometry>();
         geometry->setBlockId(part.block->id());
         m_channel.send(geometry, entities.list, m_compress);
+        all.faces += notes.faces;
+        all.wires += notes.wires;
     };
-    return forEachPart(structure, L"geometry", ELogEventLevelType::error, reporter, send);
+    const int failures = forEachPart(structure, L"geometry", ELogEventLevelType::error, reporter, send);
+    if (all.faces + all.wires + all.lost == 0) reporter.message(L"There is no exact geometry in this file");
+    if (all.wires > 0 || all.lost > 0)
+        reporter.message(L"Sent " + countText(all.faces, L"face") + L" and " + countText(all.wires, L"wire") +
+                         L"; " + std::to_wstring(all.lost) + L" left out");
+    return failures + all.lost;
 }
 
 } // namespace zeq::convexor

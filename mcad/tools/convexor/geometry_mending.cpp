@@ -1,0 +1,42 @@
+// Changes are collected for the whole part, so that faces still share their edges afterwards.
+#include "convexor/geometry_mending.h"
+
+#include <BRepBuilderAPI_Copy.hxx>
+#include <ShapeBuild_ReShape.hxx>
+#include <ShapeFix_Face.hxx>
+#include <Standard_Failure.hxx>
+#include <TopExp.hxx>
+#include <TopExp_Explorer.hxx>
+#include <TopTools_IndexedMapOfShape.hxx>
+#include <TopoDS.hxx>
+
+namespace zeq::convexor {
+
+MendedPart mend(const TopoDS_Shape& part, const std::vector<Draft::Loss>& losses) {
+    try {
+        BRepBuilderAPI_Copy copy(part, false);
+        const Handle(ShapeBuild_ReShape) changes = new ShapeBuild_ReShape;
+        for (const Draft::Loss& loss : losses) {
+            const TopoDS_Shape faces = changes->Apply(copy.ModifiedShape(loss.shape));
+            for (TopExp_Explorer face(faces, TopAbs_FACE); face.More(); face.Next()) {
+                const Handle(ShapeFix_Face) healing = new ShapeFix_Face(TopoDS::Face(face.Current()));
+                healing->SetContext(changes);
+                healing->Perform();
+            }
+        }
+        MendedPart result{changes->Apply(copy.Shape()), {}};
+        for (const TopAbs_ShapeEnum kind : {TopAbs_FACE, TopAbs_EDGE}) {
+            TopTools_IndexedMapOfShape originals;
+            TopExp::MapShapes(part, kind, originals);
+            for (int i = 1; i <= originals.Extent(); ++i)
+                for (TopExp_Explorer now(changes->Apply(copy.ModifiedShape(originals(i))), kind); now.More();
+                     now.Next())
+                    result.numbering.bind(now.Current(), i);
+        }
+        return result;
+    } catch (const Standard_Failure&) {
+        return {part, Numbering(part)};
+    }
+}
+
+} // namespace zeq::convexor

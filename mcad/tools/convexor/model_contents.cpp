@@ -1,0 +1,74 @@
+// Counts entities by the names of their types: of most, the kernel knows no more than that.
+#include "convexor/model_contents.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include <NCollection_DataMap.hxx>
+#include <STEPCAFControl_ExternFile.hxx>
+#include <StepData_UndefinedEntity.hxx>
+
+#include "convexor/text.h"
+
+namespace zeq::convexor {
+
+namespace {
+
+struct Kind {
+    std::vector<std::string_view> types; ///< as the file has them, or the class that the kernel has for them
+    const wchar_t* singular;
+    const wchar_t* plural;
+};
+
+const Kind kinds[]{
+    {{"TRIANGULATED_FACE", "COMPLEX_TRIANGULATED_FACE", "CUBIC_BEZIER_TRIANGULATED_FACE"},
+     L"tessellated face",
+     L"tessellated faces"},
+    {{"TRIANGULATED_SURFACE_SET", "COMPLEX_TRIANGULATED_SURFACE_SET"}, L"triangle mesh", L"triangle meshes"},
+    {{"StepShape_BooleanResult"}, L"Boolean operation", L"Boolean operations"},
+    {{"StepShape_Block", "StepShape_RightAngularWedge", "StepShape_Sphere", "StepShape_Torus",
+      "StepShape_RightCircularCone", "StepShape_RightCircularCylinder"},
+     L"primitive solid",
+     L"primitive solids"},
+    {{"StepShape_ExtrudedAreaSolid", "StepShape_RevolvedAreaSolid", "StepShape_ExtrudedFaceSolid",
+      "StepShape_RevolvedFaceSolid"},
+     L"swept solid",
+     L"swept solids"},
+};
+
+std::string_view typeOf(const Handle(Standard_Transient) & entity) {
+    if (const auto undefined = Handle(StepData_UndefinedEntity)::DownCast(entity))
+        return undefined->StepType();
+    return entity->DynamicType()->Name();
+}
+
+} // namespace
+
+std::vector<std::wstring> passedOver(const Handle(Interface_InterfaceModel) & file) {
+    std::vector<std::size_t> counts(std::size(kinds));
+    for (int i = 1; i <= file->NbEntities(); ++i) {
+        const std::string_view type = typeOf(file->Value(i));
+        for (std::size_t kind = 0; kind < counts.size(); ++kind)
+            counts[kind] += std::count(kinds[kind].types.begin(), kinds[kind].types.end(), type);
+    }
+    std::vector<std::wstring> result;
+    for (std::size_t kind = 0; kind < counts.size(); ++kind)
+        if (counts[kind] == 1)
+            result.push_back(L"holds a " + std::wstring(kinds[kind].singular) +
+                             L", which does not travel yet");
+        else if (counts[kind] > 1)
+            result.push_back(L"holds " + std::to_wstring(counts[kind]) + L" " + kinds[kind].plural +
+                             L", which do not travel yet");
+    return result;
+}
+
+std::vector<std::wstring> missingFiles(const STEPCAFControl_Reader& reader) {
+    std::vector<std::wstring> names;
+    using Files = NCollection_DataMap<TCollection_AsciiString, Handle(STEPCAFControl_ExternFile)>;
+    for (Files::Iterator file(reader.ExternFiles()); file.More(); file.Next())
+        if (file.Value().IsNull() || file.Value()->GetLoadStatus() != IFSelect_RetDone)
+            names.push_back(wideText(file.Key().ToCString()));
+    return names;
+}
+
+} // namespace zeq::convexor
