@@ -48,7 +48,11 @@ void Extent::add(const EDGE& edge) {
 }
 
 void Extent::add(const SPAposition& point, const SURFACE& surface, const Boundary& boundary) {
-    if (boundary.contains(surface.param(point))) add(point);
+    const SPApar_pos uv = surface.param(point);
+    // Of a torus that meets its axis only one sheet is there.
+    const double distance = (surface.eval_position(uv) - point).len();
+    const double size = (point - SPAposition()).len();
+    if (distance <= SPAresabs + 1e-12 * size && boundary.contains(uv)) add(point);
 }
 
 void Extent::add(const SURFACE& surface, const Boundary& boundary) {
