@@ -49,9 +49,10 @@ void Extent::add(const EDGE& edge) {
 
 void Extent::add(const SPAposition& point, const SURFACE& surface, const Boundary& boundary) {
     const SPApar_pos uv = surface.param(point);
-    // The point may lie on the other sheet of a torus through its axis, which has no parameters.
-    const bool isElsewhere = (surface.eval_position(uv) - point).len() > SPAresabs;
-    if (!isElsewhere && boundary.contains(uv)) add(point);
+    // Of a torus that meets its axis only one sheet is there.
+    const double distance = (surface.eval_position(uv) - point).len();
+    const double size = (point - SPAposition()).len();
+    if (distance <= SPAresabs + 1e-12 * size && boundary.contains(uv)) add(point);
 }
 
 void Extent::add(const SURFACE& surface, const Boundary& boundary) {
