@@ -1,4 +1,5 @@
 // The whole way: sample models, the real translator, and what zeq shows of them.
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -9,10 +10,12 @@
 
 #include <gtest/gtest.h>
 
+#include "mp/shared_buffer.h"
 #include "support/json_text.h"
 #include "support/temp_dir.h"
 #include "tools/zeq_run.h"
 #include "transport/utf8.h"
+#include "zeq_api/codec/compressor.h"
 
 namespace {
 
@@ -116,6 +119,57 @@ TEST_F(ZeqSamples, GeometryIsCountedAndCanBeKept) {
     const RunResult again = zeq({"import", sample("jaw_plate.stp"), "--geometry", dir.file("jaw_plate.stp")});
     EXPECT_EQ(again.exitCode, 3);
     EXPECT_NE(again.errors.find("block_1.sab"), std::string::npos) << again.errors;
+}
+
+TEST_F(ZeqSamples, PackedFilesAndThoseOfOtherNamesAreTheSame) {
+    const TempDir dir;
+    const auto packed = [&dir](const std::string& from, const std::string& name, std::size_t bytes) {
+        std::ifstream stream(from, std::ios::binary);
+        const std::string plain{std::istreambuf_iterator<char>(stream), {}};
+        std::string gzip;
+        zeq::Compressor::compress(gzip, plain.data(), plain.size(), -1);
+        std::ofstream(dir.file(name), std::ios::binary) << gzip.substr(0, bytes);
+        return dir.file(name);
+    };
+    const std::string plate = sample("jaw_plate.stp");
+    fs::copy_file(plate, dir.file("a.p21"));
+    const auto whole = std::string::npos;
+    for (const auto& [model, copy] :
+         {std::pair(plate, packed(plate, "a.stp.gz", whole)), std::pair(plate, dir.file("a.p21")),
+          std::pair(plate, packed(plate, "a.step", whole)), // what it is tells its content
+          std::pair(sample("fastener.igs"), packed(sample("fastener.igs"), "a.igs.gz", whole))}) {
+        const RunResult result = zeq({"-q", "--strict", "import", copy});
+        EXPECT_EQ(result.exitCode, 0) << result.errors;
+        const auto tree = treeLines(result.output);
+        const auto expected = treeLines(zeq({"-q", "import", model}).output);
+        ASSERT_EQ(tree.size(), expected.size()) << copy; // the first line may have the name of the file
+        EXPECT_TRUE(std::equal(tree.begin() + 1, tree.end(), expected.begin() + 1)) << result.output;
+    }
+    const RunResult cut = zeq({"import", packed(plate, "cut.stp.gz", 900)});
+    EXPECT_EQ(cut.exitCode, 4);
+    EXPECT_NE(cut.errors.find("its compression is damaged: unexpected end of file"), std::string::npos)
+        << cut.errors;
+}
+
+TEST_F(ZeqSamples, ASharedDirectoryThatTakesNothingIsNamed) {
+    if (runProgram({"/usr/bin/unshare", "-m", "mount", "-t", "tmpfs", "none", mp::sharedDirectory()})
+            .exitCode != 0)
+        GTEST_SKIP() << "needs a namespace of its own for mounts";
+    for (const auto& [options, reason] :
+         {std::pair("nr_inodes=1", "No space left on device"),
+          std::pair("size=4k", "No space left on device"), std::pair("ro", "Read-only file system")}) {
+        const std::string shared = mp::sharedDirectory();
+        const RunResult result =
+            runProgram({"/usr/bin/unshare", "-m", "/bin/sh", "-c",
+                        std::string("mount -t tmpfs -o ") + options + " none " + shared + " && cd " + shared +
+                            " && '" + ZEQ_PROGRAM + "' --translator '" + ZEQ_CONVEXOR + "' import '" +
+                            sample("bench_vise.stp") + "'; code=$?; ls " + shared + "; exit $code"});
+        EXPECT_EQ(result.exitCode, 4) << options;
+        EXPECT_EQ(result.output, "") << "nothing is shown, and nothing left";
+        EXPECT_NE(result.errors.find("Cannot write to the shared directory '" + shared + "': " + reason),
+                  std::string::npos)
+            << result.errors;
+    }
 }
 
 TEST_F(ZeqSamples, AStoredCommandDoesWhatTheImportDoes) {

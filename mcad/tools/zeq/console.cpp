@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 #include <string_view>
+#include <utility>
 
 #include <unistd.h>
 
@@ -32,8 +33,9 @@ Console::Console(const Settings& settings)
       m_colorsOutput(settings.output.empty() && usesColor(settings.color, STDOUT_FILENO)),
       m_progress(settings.progress && !settings.quiet && isCapableTerminal(STDERR_FILENO)) {}
 
-void Console::warning(const std::string& message) {
-    if (!m_quiet) line("warning: ", "1;33", message);
+void Console::warning(Warning warning) {
+    if (!m_quiet) line("warning: ", "1;33", warning.text);
+    m_warnings.push_back(std::move(warning));
 }
 
 void Console::message(const std::string& text) {

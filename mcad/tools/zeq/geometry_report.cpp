@@ -68,9 +68,12 @@ std::vector<std::string> GeometryReport::compare(const ExcProductStructure& stru
     // coarse rule.
     const auto unlike = [](double Difference::*kind) { return kind == &Difference::area ? 1e-2 : 1e-6; };
     std::vector<std::string> faults;
-    for (const ExcBlockPtr& block : structure.blocks())
-        if (toldFigures(block.get()) && !m_blocks.contains(block->id()))
-            faults.push_back("geometry of block " + std::to_string(block->id()) + ": it did not arrive");
+    m_missing = {};
+    for (const ExcBlockPtr& block : structure.blocks()) {
+        if (!toldFigures(block.get()) || m_blocks.contains(block->id())) continue;
+        ++m_missing.parts;
+        faults.push_back("geometry of block " + std::to_string(block->id()) + ": it did not arrive");
+    }
     for (auto& [id, block] : m_blocks) {
         const ExcMiscPropertiesGroup* const told = toldFigures(structure.getBlockById(id).get());
         if (!told) continue;
@@ -91,6 +94,8 @@ std::vector<std::string> GeometryReport::compare(const ExcProductStructure& stru
             {L"box maximum z", high.z(), &Difference::box, diagonal},
         };
         ++m_compared;
+        if (const double faces = toldFigure(*told, L"faces"); faces > static_cast<double>(measure.faces))
+            m_missing.faces += static_cast<std::uint64_t>(faces) - measure.faces;
         block.difference.emplace();
         for (const Figure& each : figures) {
             const double theirs = toldFigure(*told, each.name);

@@ -23,6 +23,12 @@ struct GeometryDifference {
     double box = 0; ///< of any side, relative to the diagonal
 };
 
+/// What the translator had and did not send.
+struct MissingGeometry {
+    std::uint64_t parts = 0; ///< blocks without any
+    std::uint64_t faces = 0; ///< of the others
+};
+
 /// Takes the entities of each block, then the product structure, in whose properties a translator tells its
 /// own figures (group "geometry check").
 class GeometryReport {
@@ -31,6 +37,9 @@ public:
     std::vector<std::string> add(std::uint64_t blockId, const ENTITY_LIST& entities);
     /// Compares all blocks with what the translator told of them. Returns what does not agree.
     std::vector<std::string> compare(const ExcProductStructure& structure);
+
+    /// What the last comparison found missing.
+    const MissingGeometry& missing() const { return m_missing; }
 
     bool isEmpty() const { return m_blocks.empty(); }
     /// "1 body, 6 faces (6 planes), ..." of a block.
@@ -55,6 +64,7 @@ private:
     std::uint64_t m_compared = 0;
     std::size_t m_faults = 0; ///< figures that are not the translator's
     Difference m_largest;
+    MissingGeometry m_missing;
 };
 
 } // namespace zeq::host

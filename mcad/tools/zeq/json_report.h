@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "zeq/console.h"
+
 namespace zeq::host {
 
 /// Collects what arrives. Off, it collects nothing.
@@ -21,7 +23,7 @@ public:
     void setSummary(const std::string& json) { m_summary = json; }
 
     /// The whole document; `error` is empty when all went well.
-    std::string text(int exitCode, const std::string& error) const;
+    std::string text(const std::vector<Warning>& warnings, int exitCode, const std::string& error) const;
 
 private:
     bool m_enabled;

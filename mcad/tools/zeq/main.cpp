@@ -179,12 +179,15 @@ int run(int argc, char** argv) {
             const int verdict = perform({settings, console, signals, report}, *output);
             if (!settings.json) output->commit();
             outcome.exitCode = verdict;
+            if (const std::size_t warnings = console.warnings().size(); settings.strict && warnings > 0)
+                throw Failure(exit_code::negative, text::counted(warnings, "warning", "warnings") +
+                                                       ", which --strict does not allow");
         });
     }
     if (settings.json) {
         outcome.then(console, [&] {
             if (!output) output.emplace("", false, signals);
-            output->write(report.text(outcome.exitCode, outcome.error));
+            output->write(report.text(console.warnings(), outcome.exitCode, outcome.error));
             output->commit();
         });
     }

@@ -56,6 +56,7 @@ struct Settings {
 
     std::string output; ///< empty is standard output
     bool force = false;
+    bool strict = false; ///< any warning makes the verdict negative
     bool json = false;
     bool quiet = false;
     bool verbose = false;
