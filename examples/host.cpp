@@ -41,14 +41,13 @@ void print(zeq::ExcBlockGeometry& geometry) {
                    << L" top entities\n";
 }
 
-/// Takes an exchange object or a result. Returns whether it is the last one.
-bool take(const std::wstring& text) {
+/// Takes an exchange object or a result, of which the finished one is the last document.
+void take(const std::wstring& text, zeq::Result& result) {
     std::wistringstream stream(text);
     if (text.find(L"\"exchange_object_name\"") == text.npos) {
-        zeq::Result result;
         result.readObject(stream);
         std::wcout << zeq::enumToString(result.code()) << L' ' << result.message() << L'\n';
-        return result.isFinished();
+        return;
     }
     zeq::ExchangeObjectWrapper wrapper;
     wrapper.readObject(stream); // takes a product structure out of its shared buffer, which it removes
@@ -57,7 +56,6 @@ bool take(const std::wstring& text) {
         print(*product);
     else if (const auto geometry = std::dynamic_pointer_cast<zeq::ExcBlockGeometry>(object))
         print(*geometry);
-    return false;
 }
 
 int run(const std::string& program, const std::string& file) {
@@ -65,12 +63,12 @@ int run(const std::string& program, const std::string& file) {
     zeq::transport::SignalPipe signals{SIGCHLD, SIGINT, SIGTERM};
     TranslatorProcess translator(program, signals);
     translator.send(importCommand(file));
-    bool isAnswered = false;
+    zeq::Result result;
     for (;;) {
         switch (translator.wait({})) {
         case Event::document:
-            isAnswered = take(translator.document());
-            if (isAnswered) translator.closeInput(); // it ends
+            take(translator.document(), result);
+            if (result.isFinished()) translator.closeInput(); // it ends
             break;
         case Event::errorLine:
             std::cerr << translator.errorLine() << '\n';
@@ -79,8 +77,8 @@ int run(const std::string& program, const std::string& file) {
             translator.terminate();
             break;
         case Event::ended:
-            if (!isAnswered) std::cerr << "The translator " << translator.describeEnd() << '\n';
-            return isAnswered ? 0 : 1;
+            if (!result.isFinished()) std::cerr << "The translator " << translator.describeEnd() << '\n';
+            return result.isFinished() && result.code() != zeq::Result::ECode::error ? 0 : 1;
         default:
             break;
         }
