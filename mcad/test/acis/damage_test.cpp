@@ -21,8 +21,8 @@ const std::string bsplineCurve = "{ &exactcur %0 &nubs 1 %2 3 0.0 1 0.5 1 1.0 1 
 const std::string bsplineInPlane = "{ &exppc %0 &nubs 2 %0 2 0.0 2 1.0 2 0.0 0.0 1.0 1.0 2.0 0.0 0.0 "
                                    "&null_surface }";
 
-/// Two faces along one edge, and one more of each kind of surface. Curves of each kind, in space and in
-/// parameter planes; attributes on attributes, and records of unknown classes.
+/// Two faces along one edge, and one more of each kind of surface; a wire. Tolerant ones of each kind, curves
+/// of each kind, in space and in parameter planes; attributes on attributes, and records of unknown classes.
 const std::vector<std::string> records{
     "body $1 5 $-1 $5 $33 $6 #",
     "rgb_color-st-attrib $-1 -1 $2 $-1 $0 1.0 0.5 0.25 #",
@@ -31,7 +31,7 @@ const std::vector<std::string> records{
     "odd-attrib $-1 -1 $-1 $-1 $2 T [1,2] #",
     "lump $-1 -1 $-1 $-1 $7 $0 #",
     "transform $-1 -1 '1|0|0|0|1|0|0|0|1|10|-20.5|30|1|no_rotate|no_reflect|no_shear #",
-    "shell $-1 -1 $-1 $-1 $-1 $8 $-1 $5 #",
+    "shell $-1 -1 $-1 $-1 $38 $8 $-1 $5 #",
     "face $14 -1 $-1 $9 $15 $7 $-1 $20 F F #",
     "face $-1 -1 $-1 $10 $-1 $7 $-1 $21 T F #",
     "face $-1 -1 $-1 $11 $-1 $7 $-1 $22 F F #",
@@ -43,24 +43,26 @@ const std::vector<std::string> records{
     "loop $-1 -1 $-1 $-1 $18 $12 #",
     "coedge $-1 -1 $-1 $17 $17 $18 $26 F $15 $-1 #",
     "coedge $-1 -1 $-1 $19 $19 $17 $26 T $16 $28 #",
-    "coedge $-1 -1 $-1 $18 $18 $-1 $27 F $16 $29 #",
-    "plane-surface $-1 -1 $-1 (1,2,3) <0,0,1> <1,0,0> T F -1.5 F 2.5 T T #",
-    "cone-surface $-1 -1 $-1 (1,2,3) <0,0,1> <4,0,0> 0.5 T T 0.6 0.8 4.0 F T T F -3.0 F 3.0 #",
-    "sphere-surface $-1 -1 $-1 (1,2,3) -2.0 <1,0,0> <0,0,1> T T T T T #",
-    "torus-surface $-1 -1 $-1 (1,2,3) <0,0,1> 5.0 -2.0 <1,0,0> F T T T T #",
-    "spline-surface $-1 -1 $-1 T " + bsplineSurface + " T T T T #",
+    "tcoedge-coedge $-1 -1 $-1 $18 $18 $-1 $27 F $16 $29 -1.0 1.0 #",
+    "plane-surface $-1 -1 $-1 (1,2,3) <0,0,1> <1,0,0> T T -1.5 T 2.5 F F #",
+    "cone-surface $-1 -1 $-1 (1,2,3) <0,0,1> <4,0,0> 0.5 F F 0.6 0.8 4.0 F F F T -3.0 T 3.0 #",
+    "sphere-surface $-1 -1 $-1 (1,2,3) -2.0 <1,0,0> <0,0,1> T F F F F #",
+    "torus-surface $-1 -1 $-1 (1,2,3) <0,0,1> 5.0 -2.0 <1,0,0> F F F F F #",
+    "spline-surface $-1 -1 $-1 T " + bsplineSurface + " F F F F #",
     "law-surface $-1 -1 $-1 1.5 $0 #",
     "edge $-1 -1 $-1 $30 0.0 $30 1.0 $17 $31 F @unknown #",
-    "edge $-1 -1 $-1 $30 -1.0 $30 1.0 $19 $32 T @convex #",
-    "pcurve $-1 -1 $-1 0 F " + bsplineInPlane + " [0,6.25] #",
+    "tedge-edge $-1 -1 $-1 $30 -1.0 $30 1.0 $19 $32 T @convex 0.01 #",
+    "pcurve $-1 -1 $-1 0 F " + bsplineInPlane + " 0.0 6.25 #",
     "pcurve $-1 -1 $-1 -2 $34 [0,0] #",
-    "vertex $-1 -1 $-1 $26 $35 #",
-    "straight-curve $-1 -1 $-1 (1,2,3) <0,0,2> F 0.0 T #",
-    "ellipse-curve $-1 -1 $-1 (1,2,3) <0,0,1> <4,0,0> 0.5 F -1.0 F 1.0 #",
-    "wire $36 -1 $0 3 #",
-    "intcurve-curve $-1 -1 $-1 F " + bsplineCurve + " T T #",
+    "tvertex-vertex $-1 -1 $-1 $26 $35 0.25 #",
+    "straight-curve $-1 -1 $-1 (1,2,3) <0,0,2> T 0.0 F #",
+    "ellipse-curve $-1 -1 $-1 (1,2,3) <0,0,1> <4,0,0> 0.5 T -1.0 T 1.0 #",
+    "wire $36 -1 $-1 $-1 $37 $0 $-1 F #",
+    "intcurve-curve $-1 -1 $-1 F " + bsplineCurve + " F F #",
     "point $-1 -1 $-1 (1,2,3) #",
     "x-attrib $-1 -1 $-1 $-1 $33 #",
+    "coedge $-1 -1 $-1 $37 $37 $-1 $26 F $33 $-1 #",
+    "subshell $-1 -1 $0 3 #",
 };
 
 constexpr int changes = 12;

@@ -28,7 +28,7 @@ long number(const JsonValue& document, const wchar_t* key, long otherwise) {
 }
 
 // A case: "records"; optional "written" if other than those; or "throws", the message. "version", "top",
-// "count" and "wide" say how they are packed.
+// "count" and "wide" say how they are packed, "restored" how many entities come out if not as many as "top".
 TEST(Images, BecomeWhatTheirCasesSay) {
     test::forEachLine("acis_images.jsonl", [](int line, const JsonDocument& row) {
         SCOPED_TRACE("line " + std::to_string(line) + ": " + narrow(row[L"case"]));
@@ -45,7 +45,7 @@ TEST(Images, BecomeWhatTheirCasesSay) {
         ASSERT_EQ(test::message(result), row.HasMember(L"throws") ? narrow(row[L"throws"]) : "");
         if (!result.ok()) return;
         EXPECT_EQ(file.bytes.substr(file.position), "behind");
-        EXPECT_EQ(entities.count(), frame.top);
+        EXPECT_EQ(entities.count(), number(row, L"restored", frame.top));
 
         long version = 0;
         const std::string image = test::saved(entities);
@@ -72,6 +72,27 @@ TEST(Images, HeaderSaysWhoMadeThem) {
     EXPECT_EQ(info.date().size(), 24u);
     EXPECT_EQ(info.tol_abs(), 1e-6);
     api_del_entity_list(entities);
+}
+
+TEST(Images, CanBeReadAsText) {
+    ImageFrame frame;
+    frame.count = 2;
+    MemoryFile file(ImageAssembler::assemble(
+        {"x-attrib $1 -1 @a\"b 'c|d { &e %2 } [1,0.5] (1,2,3) <0,0,1> T F 7.0 7 #", "thing #"}, frame));
+    std::vector<std::string> lines;
+    const auto take = [&lines](std::string_view line) { lines.emplace_back(line); };
+    EXPECT_EQ(test::message(api_image_as_text(&file, take)), "");
+    EXPECT_EQ(lines,
+              (std::vector<std::string>{
+                  "version 700, integers of 4 bytes, records: 2, top entities: 1",
+                  "made by \"Other\" with \"Kernel\" on \"Today\", units of 1 mm, tolerances 1e-06 and 1e-10",
+                  "0 x-attrib $1 -1 \"a\\\"b\" 'c d' { &e %2 } [1,0.5] (1,2,3) <0,0,1> T F 7.0 7 #",
+                  "1 thing #", "End-of-ACIS-data"}));
+
+    MemoryFile cut(file.bytes.substr(0, file.bytes.size() - 25));
+    lines.clear();
+    EXPECT_EQ(test::message(api_image_as_text(&cut, take)).substr(0, 9), "record 1,");
+    EXPECT_EQ(lines.size(), 3u);
 }
 
 TEST(Images, OfDifferentVersionsDoNotGoTogether) {

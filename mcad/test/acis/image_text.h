@@ -5,14 +5,16 @@
 //   record
 #pragma once
 
-#include <charconv>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <sstream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "acis/memory_file.h"
 
 namespace zeq::test {
 
@@ -39,23 +41,16 @@ public:
 
     /// The records of an image, and its version in `version`.
     static std::vector<std::string> dump(const std::string& bytes, long& version) {
-        ImageAssembler reader(bytes.compare(0, 16, "ACIS BinaryFile8") == 0);
-        reader.m_bytes = bytes;
-        reader.m_at = reader.m_wide ? 16 : 15;
-        version = reader.readInteger();
-        for (int i = 0; i < 3; ++i) reader.readInteger();
-        for (int i = 0; i < 6; ++i) reader.readToken();
-        std::vector<std::string> records;
-        for (std::string record; reader.m_at < bytes.size();) {
-            const std::string token = reader.readToken();
-            record += token;
-            if (token == "&data" && record == "~End~of~ACIS&data") break;
-            if (token[0] != '~') record += ' ';
-            if (token != "#") continue;
-            records.push_back(tidy(record));
-            record.clear();
-        }
-        return records;
+        MemoryFile file(bytes);
+        std::vector<std::string> lines;
+        const outcome result =
+            api_image_as_text(&file, [&lines](std::string_view line) { lines.emplace_back(line); });
+        if (!result.ok() || lines.size() < 3) throw std::runtime_error(message(result));
+        std::sscanf(lines[0].c_str(), "version %ld", &version);
+        lines.pop_back();
+        lines.erase(lines.begin(), lines.begin() + 2);
+        for (std::string& line : lines) line = tidy(line);
+        return lines;
     }
 
 private:
@@ -140,75 +135,19 @@ private:
         while (stream >> word) token(word);
     }
 
-    template <class T>
-    T read() {
-        T value;
-        if (m_bytes.size() - m_at < sizeof(T)) throw std::runtime_error("the image ends");
-        std::memcpy(&value, m_bytes.data() + m_at, sizeof(T));
-        m_at += sizeof(T);
-        return value;
-    }
-    long readInteger() { return m_wide ? read<std::int64_t>() : read<std::int32_t>(); }
-    std::string readText(std::size_t length) {
-        m_at += length;
-        return m_bytes.substr(m_at - length, length);
-    }
-    std::string readReals(int count, char open, char close) {
-        std::string result(1, open);
-        for (int i = 0; i < count; ++i) result += (i ? "," : "") + number(read<double>());
-        return result + close;
-    }
-    std::string readToken() {
-        switch (const int tag = read<std::uint8_t>()) {
-        case 4:
-            return std::to_string(readInteger());
-        case 6: {
-            const std::string value = number(read<double>());
-            return value.find('.') == std::string::npos ? value + ".0" : value;
+    /// Without the index and the quotation marks, and with no blank in a token.
+    static std::string tidy(const std::string& line) {
+        std::string record;
+        char quote = 0;
+        for (const char c : line.substr(line.find(' ') + 1)) {
+            if (quote ? c == quote : c == '"' || c == '\'') {
+                if (!quote) record += c == '"' ? '@' : '\'';
+                quote = quote ? 0 : c;
+            } else {
+                record += quote && c == ' ' ? '|' : c;
+            }
         }
-        case 7:
-            return "@" + readText(read<std::uint8_t>());
-        case 10:
-            return "T";
-        case 11:
-            return "F";
-        case 12:
-            return "$" + std::to_string(readInteger());
-        case 13:
-            return "&" + readText(read<std::uint8_t>());
-        case 14:
-            return "~" + readText(read<std::uint8_t>());
-        case 15:
-            return "{";
-        case 16:
-            return "}";
-        case 17:
-            return "#";
-        case 18:
-            return "'" + blanks(readText(read<std::uint32_t>()), ' ', '|');
-        case 19:
-            return readReals(3, '(', ')');
-        case 20:
-            return readReals(3, '<', '>');
-        case 21:
-            return "%" + std::to_string(readInteger());
-        case 22:
-            return readReals(2, '[', ']');
-        default:
-            throw std::runtime_error("tag " + std::to_string(tag));
-        }
-    }
-    /// "~cone&surface ..." as "cone-surface ...".
-    static std::string tidy(std::string record) {
-        const std::size_t end = record.find(' ');
-        record.pop_back();
-        for (std::size_t i = 0; i < end; ++i)
-            if (record[i] == '~' || record[i] == '&') record[i] = '-';
-        return record.substr(1);
-    }
-    static std::string number(double value) {
-        char text[32];
-        return {text, std::to_chars(text, text + sizeof(text), value).ptr};
+        return record;
     }
     static std::string blanks(std::string text, char from, char to) {
         for (char& c : text)
@@ -218,7 +157,6 @@ private:
 
     bool m_wide;
     std::string m_bytes;
-    std::size_t m_at = 0;
 };
 
 } // namespace zeq::test

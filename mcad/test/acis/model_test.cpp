@@ -141,13 +141,13 @@ TEST(EntityLists, HoldEachEntityOnce) {
     EXPECT_EQ(list.count(), 0);
 }
 
-/// A closed shell of one face on a sphere: one loop, two coedges along one edge.
+/// A closed shell of one face on a sphere: one loop, two coedges along one tolerant edge; and a wire.
 BODY* ball() {
-    auto* vertex = ACIS_NEW VERTEX(ACIS_NEW APOINT({1, 0, 0}));
-    auto* edge =
-        ACIS_NEW EDGE(vertex, vertex, ACIS_NEW ELLIPSE({}, {0, 0, 1}, {1, 0, 0}), FORWARD, {-pi, pi});
-    auto* there = ACIS_NEW COEDGE(edge);
-    auto* back = ACIS_NEW COEDGE(edge, REVERSED, there, there);
+    auto* vertex = ACIS_NEW TVERTEX(ACIS_NEW APOINT({1, 0, 0}), 0.25);
+    auto* curve = ACIS_NEW ELLIPSE({}, {0, 0, 1}, {1, 0, 0});
+    auto* edge = ACIS_NEW TEDGE(vertex, vertex, curve, FORWARD, {-3, pi}, 0.125);
+    auto* there = ACIS_NEW TCOEDGE(edge);
+    auto* back = ACIS_NEW TCOEDGE(edge, REVERSED, there, there);
     there->set_partner(back);
     back->set_partner(there);
     auto* face = ACIS_NEW FACE(ACIS_NEW SPHERE, FORWARD, ACIS_NEW LOOP(there));
@@ -155,6 +155,10 @@ BODY* ball() {
     body->set_transform(ACIS_NEW TRANSFORM(
         SPAtransf({SPAvector{0, 1, 0}, SPAvector{-1, 0, 0}, SPAvector{0, 0, 1}}, {1, 2, 3}, 2)));
     ACIS_NEW ATTRIB_RGB(face, 1);
+    auto* alone = ACIS_NEW COEDGE(ACIS_NEW EDGE(ACIS_NEW VERTEX(ACIS_NEW APOINT)));
+    alone->set_next(alone);
+    alone->set_previous(alone);
+    body->add_wire(ACIS_NEW WIRE(alone));
     return body;
 }
 
@@ -174,7 +178,13 @@ TEST(Copies, AreWholeAndSaveAlike) {
     EXPECT_EQ(coedge->partner()->partner(), coedge);
     EXPECT_EQ(coedge->loop()->face(), face);
     EXPECT_EQ(coedge->start()->edge(), coedge->edge());
+    EXPECT_EQ(coedge->edge()->get_tolerance(), 0.125);
+    EXPECT_EQ(coedge->start()->get_tolerance(), 0.25);
+    EXPECT_EQ(static_cast<TCOEDGE*>(coedge->partner())->param_range(), SPAinterval(-pi, 3));
     EXPECT_EQ(chain(*face).size(), 1u);
+    const WIRE* wire = static_cast<BODY*>(copy)->wire();
+    EXPECT_TRUE(wire->owner() == copy && wire->coedge()->owner() == wire);
+    EXPECT_EQ(wire->coedge()->edge()->get_tolerance(), SPAresabs);
     api_del_entity_list(copied);
 }
 

@@ -163,7 +163,7 @@ TEST(Measures, OfFacesWithoutSeams) {
         const OwnedEntities entities(row.body);
         const brep::Measure plain = brep::measure(entities.list);
         EXPECT_NEAR(plain.area, row.area, 1e-9 * row.area);
-        EXPECT_EQ(plain.inverted + plain.unmeasured, 0u);
+        EXPECT_EQ(plain.inverted.size() + plain.unmeasured, 0u);
         EXPECT_NEAR(plain.box.low().z(), row.low, 1e-12);
         EXPECT_NEAR(plain.box.high().z(), row.high, 1e-12);
 
@@ -181,7 +181,8 @@ TEST(Measures, OfFacesWithoutSeams) {
 TEST(Checks, FindFaults) {
     const auto firstFace = [](BODY& body) { return body.lump()->shell()->face(); };
     const auto firstCoedge = [&](BODY& body) { return firstFace(body)->loop()->start(); };
-    const std::string notTwice = "an edge of a solid is not used once in either direction";
+    const std::string onlyOnce =
+        "edge 12 of a solid is used 1 time along its direction and 0 times against it (one of 4)";
     struct Row {
         const char* name;
         std::function<void(BODY&, ENTITY_LIST&)> damage;
@@ -191,49 +192,50 @@ TEST(Checks, FindFaults) {
         {"nothing", [](BODY&, ENTITY_LIST&) {}, {}},
         {"a face is missing",
          [&](BODY& body, ENTITY_LIST&) { body.lump()->shell()->set_face(firstFace(body)->next()); },
-         {notTwice}},
+         {onlyOnce}},
         {"a coedge runs the wrong way",
          [&](BODY& body, ENTITY_LIST&) {
              COEDGE* const coedge = firstCoedge(body);
              coedge->set_sense(coedge->sense() == FORWARD ? REVERSED : FORWARD);
          },
-         {"a loop is not closed", "a loop is not closed", notTwice}},
+         {"a loop of face 6 is not closed: it goes on 2 from the end of edge 2 (the worst of 2)",
+          "edge 2 of a solid is used 2 times along its direction and 0 times against it"}},
         {"a coedge has no edge",
          [&](BODY& body, ENTITY_LIST&) { firstCoedge(body)->set_edge(nullptr); },
-         {"a coedge has no edge", "partners of a coedge have other edges", notTwice}},
+         {"a coedge of face 6 has no edge", "partners of a coedge of edge 2 have other edges", onlyOnce}},
         {"the ring is broken",
          [&](BODY& body, ENTITY_LIST&) {
              firstCoedge(body)->next()->set_previous(firstCoedge(body)->next());
          },
-         {"the coedges of a loop form no ring", notTwice}},
+         {"the coedges of a loop of face 6 form no ring", onlyOnce}},
         {"partners that do not know each other",
          [&](BODY& body, ENTITY_LIST&) {
              COEDGE* const coedge = firstCoedge(body);
              coedge->partner()->set_partner(nullptr);
              coedge->set_partner(nullptr);
          },
-         {"the uses of an edge are not all partners"}},
+         {"the uses of edge 2 are not all partners"}},
         {"a wrong partner",
          [&](BODY& body, ENTITY_LIST&) { firstCoedge(body)->set_partner(firstCoedge(body)->next()); },
-         {"partners of a coedge have other edges", "partners of a coedge have other edges"}},
+         {"partners of a coedge of edge 2 have other edges (one of 2)"}},
         {"a vertex has moved",
          [&](BODY& body, ENTITY_LIST&) {
              APOINT* const point = firstCoedge(body)->start()->geometry();
              point->set_coords(point->coords() + SPAvector(0, 0, 7));
          },
-         {"a vertex lies 7 from the end of its edge"}},
+         {"edge 2 ends 7 from its vertex, whose tolerance is 0.001 (the worst of 3)"}},
         {"a vertex is nowhere",
          [&](BODY& body, ENTITY_LIST&) {
              firstCoedge(body)->start()->geometry()->set_coords({std::nan(""), 0, 0});
          },
-         {"a vertex lies inf from the end of its edge"}},
+         {"edge 2 ends inf from its vertex, whose tolerance is 0.001 (the worst of 3)"}},
         {"a surface has moved",
          [&](BODY& body, ENTITY_LIST&) {
              const auto& plane = static_cast<const PLANE&>(*firstFace(body)->geometry());
              firstFace(body)->set_geometry(
                  ACIS_NEW PLANE(plane.root_point() + 5 * plane.normal(), plane.normal(), plane.u_deriv()));
          },
-         {"an edge lies 5 from the surface of its face"}},
+         {"edge 2 lies 5 from the surface of face 6, its tolerance is 0.001 (the worst of 4)"}},
         {"two boxes in one shell",
          [&](BODY& body, ENTITY_LIST& all) {
              FACE* last = firstFace(body);
@@ -242,7 +244,28 @@ TEST(Checks, FindFaults) {
              all.add(other);
              last->set_next(firstFace(*other));
          },
-         {"the Euler characteristic of a shell is 4"}},
+         {"shell 1 is in 2 pieces that do not touch each other"}},
+        {"nothing, but two boxes in one shell share a vertex",
+         [&](BODY& body, ENTITY_LIST& all) {
+             FACE* last = firstFace(body);
+             while (last->next()) last = last->next();
+             BODY* const other = convexor::buildBody(shapeNamed("box"), 1);
+             all.add(other);
+             VERTEX* const shared = firstCoedge(body)->start();
+             VERTEX* const given = firstCoedge(*other)->start();
+             all.add(given);
+             for (FACE* face = firstFace(*other); face; face = face->next()) {
+                 COEDGE* const first = face->loop()->start();
+                 COEDGE* coedge = first;
+                 do {
+                     if (coedge->edge()->start() == given) coedge->edge()->set_start(shared);
+                     if (coedge->edge()->end() == given) coedge->edge()->set_end(shared);
+                     coedge = coedge->next();
+                 } while (coedge != first);
+             }
+             last->set_next(firstFace(*other));
+         },
+         {}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -251,15 +274,139 @@ TEST(Checks, FindFaults) {
         const ENTITY_LIST list = all.list;
         for (int i = 0; i < all.list.count(); ++i) all.list[i]->copy_scan(all.list, SCAN_DELETE);
         row.damage(*body, all.list);
-        const brep::Check check = brep::check(list);
-        EXPECT_EQ(check.faults, row.faults);
+        EXPECT_EQ(brep::summarized(brep::check(list).faults), row.faults);
         brep::measure(list); // which has to come to an end as well
     }
 
     const OwnedEntities box(convexor::buildBody(shapeNamed("box"), 1));
     FACE* const face = firstFace(static_cast<BODY&>(*box.list[0]));
     face->set_sense(face->sense() == FORWARD ? REVERSED : FORWARD);
-    EXPECT_EQ(host::GeometryReport().add(1, box.list), Faults{"1 face lies outside of its boundary"});
+    EXPECT_EQ(host::GeometryReport().add(1, box.list), Faults{"face 6 lies outside of its boundary"});
+}
+
+TEST(Checks, HoldEachToItsOwnTolerance) {
+    struct Row {
+        const char* name;
+        double vertexTolerance; ///< 0: it is none of its own
+        double edgeTolerance;
+        Faults faults;
+    };
+    // The edge lies 0.25 above the plane, its vertex 0.5 beside its end.
+    const std::string edgeIsOff = "edge #1 lies 0.25 from the surface of face #1, its tolerance is ";
+    const std::string vertexIsOff = "edge #1 ends 0.5 from its vertex, whose tolerance is ";
+    const Row rows[]{
+        {"both within", 0.6, 0.3, {}},
+        {"neither within", 0.4, 0.2, {vertexIsOff + "0.4 (the worst of 2)", edgeIsOff + "0.2"}},
+        {"no tolerances", 0, 0, {vertexIsOff + "0.001 (the worst of 2)", edgeIsOff + "0.001"}},
+        {"tolerances that are none", -1, -1, {vertexIsOff + "0.001 (the worst of 2)", edgeIsOff + "0.001"}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const SPAvector radius(3, 0, 0);
+        auto* const point = ACIS_NEW APOINT(SPAposition(3, 0.5, 0.25));
+        auto* const vertex =
+            row.vertexTolerance == 0 ? ACIS_NEW VERTEX(point) : ACIS_NEW TVERTEX(point, row.vertexTolerance);
+        auto* const curve = ACIS_NEW ELLIPSE(SPAposition(0, 0, 0.25), SPAunit_vector(0, 0, 1), radius);
+        const SPAinterval range(0, 2 * pi);
+        auto* const edge = row.edgeTolerance == 0
+                               ? ACIS_NEW EDGE(vertex, vertex, curve, FORWARD, range)
+                               : ACIS_NEW TEDGE(vertex, vertex, curve, FORWARD, range, row.edgeTolerance);
+        auto* const coedge = row.edgeTolerance == 0 ? ACIS_NEW COEDGE(edge) : ACIS_NEW TCOEDGE(edge);
+        coedge->set_next(coedge);
+        coedge->set_previous(coedge);
+        auto* const plane = ACIS_NEW PLANE(SPAposition(), SPAunit_vector(0, 0, 1), SPAvector(1, 0, 0));
+        const OwnedEntities sent(bodyOf(plane, {ACIS_NEW LOOP(coedge)}));
+        EXPECT_EQ(brep::summarized(brep::check(restored(sent.list)->list).faults), row.faults);
+    }
+}
+
+TEST(Checks, ReportWhatTheyFoundAndWhere) {
+    const OwnedEntities box(convexor::buildBody(shapeNamed("box"), 1));
+    FACE* const face = static_cast<BODY&>(*box.list[0]).lump()->shell()->face();
+    const auto& plane = static_cast<const PLANE&>(*face->geometry());
+    const OwnedEntities replaced(face->geometry());
+    face->set_geometry(
+        ACIS_NEW PLANE(plane.root_point() + 5 * plane.normal(), plane.normal(), plane.u_deriv()));
+    host::GeometryReport report;
+    report.add(1, box.list);
+    EXPECT_EQ(report.faults(), 4u);
+    const std::string json = report.jsonMembers();
+    EXPECT_NE(
+        json.find("{\"kind\":\"edge off surface\",\"text\":\"edge 2 lies 5 from the surface of face 6, its "
+                  "tolerance is 0.001\",\"face\":6,\"edge\":2,\"distance\":5}"),
+        std::string::npos)
+        << json;
+    EXPECT_EQ(host::GeometryReport().add(1, ENTITY_LIST()),
+              Faults{"its image holds no body that could be restored"});
+}
+
+TEST(Wires, AreCountedMeasuredAndChecked) {
+    auto* const corner = ACIS_NEW VERTEX(ACIS_NEW APOINT(SPAposition(4, 0, 0)));
+    const auto line = [&](VERTEX* start, VERTEX* end, const SPAvector& direction) {
+        return ACIS_NEW COEDGE(ACIS_NEW EDGE(start, end, ACIS_NEW STRAIGHT(SPAposition(4, 0, 0), direction),
+                                             FORWARD,
+                                             {start == corner ? 0.0 : -4.0, start == corner ? 3.0 : 0.0}));
+    };
+    COEDGE* const first =
+        line(ACIS_NEW VERTEX(ACIS_NEW APOINT(SPAposition(0, 0, 0))), corner, SPAvector(1, 0, 0));
+    COEDGE* const second =
+        line(corner, ACIS_NEW VERTEX(ACIS_NEW APOINT(SPAposition(4, 3, 1))), SPAvector(0, 1, 0));
+    first->set_previous(first);
+    first->set_next(second);
+    second->set_previous(first);
+    second->set_next(second);
+    auto* const body = ACIS_NEW BODY();
+    body->add_wire(ACIS_NEW WIRE(first));
+    const OwnedEntities sent(body);
+    const auto arrived = restored(sent.list);
+    host::GeometryReport report;
+    EXPECT_EQ(report.add(1, arrived->list),
+              Faults{"edge #2 ends 1 from its vertex, whose tolerance is 0.001"});
+    EXPECT_EQ(report.blockText(1), "1 body, 0 faces, 2 edges (2 lines), 3 vertices");
+    const brep::Measure measure = brep::measure(arrived->list);
+    EXPECT_DOUBLE_EQ(measure.length, 7);
+    EXPECT_EQ(measure.box.high(), SPAposition(4, 3, 1));
+}
+
+TEST(Measures, OfAPeakThatIsNarrow) {
+    // A flat square, of which one control point is high: it reaches farthest where both basis functions of
+    // degree 9 are greatest, (j/9)^j * (1 - j/9)^(9-j) * binomial(9, j) each.
+    constexpr int degree = 9;
+    bs_knots knots{degree, std::vector<double>(degree + 1, 0.0)};
+    knots.knots.insert(knots.knots.end(), degree + 1, 1.0);
+    bs3_surface bspline{knots, knots, {}, {}};
+    for (int j = 0; j <= degree; ++j)
+        for (int i = 0; i <= degree; ++i) bspline.controls.emplace_back(i, j, i == 2 && j == 7 ? 100 : 0);
+    const OwnedEntities entities(bodyOf(ACIS_NEW SPLINE(bspline), {}));
+    const double greatest = 36 * std::pow(2.0 / 9, 2) * std::pow(7.0 / 9, 7);
+    EXPECT_NEAR(brep::measure(entities.list).box.high().z(), 100 * greatest * greatest, 1e-7);
+}
+
+class Impatient : public brep::Supervisor {
+public:
+    void watch(double done) override {
+        EXPECT_TRUE(done >= 0 && done <= 1);
+        ++calls;
+        throw std::runtime_error("enough");
+    }
+    int calls = 0;
+};
+
+TEST(Measures, CanBeInterrupted) {
+    // A face with far more spans than can be measured before the supervisor looks.
+    constexpr int controls = 1500;
+    bs_knots knots{1, {0}};
+    for (int i = 0; i < controls; ++i) knots.knots.push_back(i);
+    knots.knots.push_back(controls - 1);
+    bs3_surface bspline{knots, knots, {}, {}};
+    for (int j = 0; j < controls; ++j)
+        for (int i = 0; i < controls; ++i) bspline.controls.emplace_back(i, j, (i * 7 + j * 5) % 11);
+    BODY* const body = bodyOf(ACIS_NEW SPLINE(bspline), {});
+    body->lump()->shell()->add_face(ACIS_NEW FACE(ACIS_NEW SPLINE(std::move(bspline))));
+    const OwnedEntities entities(body);
+    Impatient impatient;
+    EXPECT_THROW(brep::measure(entities.list, &impatient), std::runtime_error);
+    EXPECT_EQ(impatient.calls, 1);
 }
 
 TEST(Measures, OfDamagedBodiesComeToAnEnd) {

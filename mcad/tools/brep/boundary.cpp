@@ -35,6 +35,17 @@ bool isDegenerate(const SURFACE& surface, const SPApar_pos& uv) {
     return dv.len() < distance;
 }
 
+/// The knots of the B-spline of a curve or pcurve, in parameters of that.
+template <class Curve>
+std::vector<double> knotsOf(const Curve& curve) {
+    std::vector<double> knots = curve.cur()->u.knots;
+    if (curve.reversed()) {
+        std::reverse(knots.begin(), knots.end());
+        for (double& knot : knots) knot = -knot;
+    }
+    return knots;
+}
+
 bool isNegligible(const SPApar_vec& gap) { return std::abs(gap.du) + std::abs(gap.dv) < 1e-12; }
 
 } // namespace
@@ -42,12 +53,7 @@ bool isNegligible(const SPApar_vec& gap) { return std::abs(gap.du) + std::abs(ga
 std::vector<double> smoothPieces(const CURVE& curve, const CurveRange& range) {
     std::vector<double> values;
     if (is_INTCURVE(&curve)) {
-        const auto& spline = static_cast<const INTCURVE&>(curve);
-        values = spline.cur()->u.knots;
-        if (spline.reversed()) {
-            std::reverse(values.begin(), values.end());
-            for (double& value : values) value = -value;
-        }
+        values = knotsOf(static_cast<const INTCURVE&>(curve));
     } else if (const double period = curve.param_period(); period > 0) {
         const double quarter = period / 4;
         const double low = std::min(range.from, range.to);
@@ -59,9 +65,8 @@ std::vector<double> smoothPieces(const CURVE& curve, const CurveRange& range) {
 BoundaryPiece::BoundaryPiece(const COEDGE& coedge, const SURFACE& surface)
     : m_surface(&surface), m_curve(coedge.edge()->geometry()),
       m_pcurve(coedge.geometry() && coedge.geometry()->evaluable() ? coedge.geometry() : nullptr) {
-    auto [from, to] = rangeOf(*coedge.edge());
-    if (coedge.sense() == REVERSED) std::swap(from, to);
-    m_breaks = smoothPieces(*m_curve, {from, to});
+    const auto [from, to] = rangeOf(coedge);
+    m_breaks = m_pcurve ? breaksBetween(from, to, knotsOf(*m_pcurve)) : smoothPieces(*m_curve, {from, to});
 
     // Close enough that a curve around a periodic surface cannot make half a turn from one to the next.
     const std::size_t count = std::max<std::size_t>(32, 8 * (m_breaks.size() - 1));
@@ -197,31 +202,55 @@ bool Boundary::reachesRightEnd() const {
     return std::abs(winding) > none && (winding > 0) != m_isOnLeft;
 }
 
-bool Boundary::contains(const SPApar_pos& uv) const {
-    if (m_loops.empty()) return true;
-    // Each crossing of the loops by a ray to the right changes sides. Loops lie whole periods apart, so every
-    // near image of the point is looked at.
-    bool isInside = reachesRightEnd();
+template <class Visit>
+void Boundary::forEachLine(const Visit& visit) const {
+    for (const Loop& loop : m_loops) {
+        SPApar_pos previous =
+            loop.pieces.back().polyline().back() + SPApar_vec{-loop.winding.du, -loop.winding.dv};
+        for (const BoundaryPiece& piece : loop.pieces)
+            for (const SPApar_pos& next : piece.polyline()) {
+                visit(previous, next);
+                previous = next;
+            }
+    }
+}
+
+template <class Visit>
+void Boundary::forEachImage(const Visit& visit) const {
     const double periodU = m_surface.param_period_u();
     const double periodV = m_surface.param_period_v();
     const int imagesU = periodU > 0 ? 2 : 0;
     const int imagesV = periodV > 0 ? 2 : 0;
     for (int i = -imagesU; i <= imagesU; ++i)
-        for (int j = -imagesV; j <= imagesV; ++j) {
-            const SPApar_pos image{uv.u + i * periodU, uv.v + j * periodV};
-            for (const Loop& loop : m_loops) {
-                SPApar_pos previous =
-                    loop.pieces.back().polyline().back() + SPApar_vec{-loop.winding.du, -loop.winding.dv};
-                for (const BoundaryPiece& piece : loop.pieces)
-                    for (const SPApar_pos& next : piece.polyline()) {
-                        const double part = (image.v - previous.v) / (next.v - previous.v);
-                        if ((previous.v > image.v) != (next.v > image.v) &&
-                            image.u < between(previous, next, part).u)
-                            isInside = !isInside;
-                        previous = next;
-                    }
-            }
-        }
+        for (int j = -imagesV; j <= imagesV; ++j) visit(SPApar_vec{i * periodU, j * periodV});
+}
+
+bool Boundary::passes(const SPAinterval& u, const SPAinterval& v) const {
+    const auto meets = [](double a, double b, const SPAinterval& range, double moved) {
+        return std::max(a, b) >= range.start_pt() + moved && std::min(a, b) <= range.end_pt() + moved;
+    };
+    bool passes = false;
+    forEachImage([&](const SPApar_vec& moved) {
+        forEachLine([&](const SPApar_pos& from, const SPApar_pos& to) {
+            passes = passes || (meets(from.u, to.u, u, moved.du) && meets(from.v, to.v, v, moved.dv));
+        });
+    });
+    return passes;
+}
+
+bool Boundary::contains(const SPApar_pos& uv) const {
+    if (m_loops.empty()) return true;
+    // Each crossing of the loops by a ray to the right changes sides. Loops lie whole periods apart, so every
+    // near image of the point is looked at.
+    bool isInside = reachesRightEnd();
+    forEachImage([&](const SPApar_vec& moved) {
+        const SPApar_pos image = uv + moved;
+        forEachLine([&](const SPApar_pos& from, const SPApar_pos& to) {
+            const double part = (image.v - from.v) / (to.v - from.v);
+            if ((from.v > image.v) != (to.v > image.v) && image.u < between(from, to, part).u)
+                isInside = !isInside;
+        });
+    });
     return isInside;
 }
 

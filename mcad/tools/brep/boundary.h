@@ -60,18 +60,21 @@ public:
     /// Whether the loops run around the point to which the surface degenerates at the greatest u, and the
     /// face reaches up to it.
     bool reachesRightEnd() const;
+    /// Whether a loop passes through a part of the plane, or one a whole period away may do so.
+    bool passes(const SPAinterval& u, const SPAinterval& v) const;
     /// Whether the face contains that point of its surface.
     bool contains(const SPApar_pos& uv) const;
-    /// The integral of function(u, v) dv along all loops.
-    template <class Function>
-    double integrate(const Function& function) const {
-        const auto along = [&function](const BoundaryPiece& piece) {
+    /// The integral of function(u, v) dv along all loops. `breaksOf(piece)` gives the parameters of a piece
+    /// between which that is smooth.
+    template <class Function, class Breaks>
+    double integrate(const Function& function, const Breaks& breaksOf) const {
+        const auto along = [&](const BoundaryPiece& piece) {
             return Integrand{[&function, &piece](double t) {
                                  SPApar_vec derivative;
                                  const SPApar_pos uv = piece.eval(t, &derivative);
                                  return derivative.dv == 0 ? 0 : function(uv) * derivative.dv;
                              },
-                             piece.breaks()};
+                             breaksOf(piece)};
         };
         std::vector<decltype(along(std::declval<const BoundaryPiece&>()))> integrands;
         for (const Loop& loop : m_loops)
@@ -87,6 +90,12 @@ private:
 
     explicit Boundary(const FACE& face);
     void addLoop(const LOOP& loop);
+    /// Calls `visit(from, to)` for every line between neighbouring points of the loops.
+    template <class Visit>
+    void forEachLine(const Visit& visit) const;
+    /// Calls `visit(displacement)` with the whole periods by which a point may lie from the loops.
+    template <class Visit>
+    void forEachImage(const Visit& visit) const;
     /// Where the next piece has to begin, which begins somewhere at `start`, modulo periods.
     SPApar_pos junction(const SPApar_pos& end, const SPApar_pos& start) const;
 

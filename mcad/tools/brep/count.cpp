@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <numeric>
 
-#include "brep/walk.h"
+#include "brep/parts.h"
 #include "text/text.h"
 
 namespace zeq::brep {
@@ -63,21 +63,10 @@ const std::array<Count::Kind, 5> Count::curveKinds{{
 void Count::add(const ENTITY_LIST& entities) {
     for (int i = 0; i < entities.count(); ++i)
         if (is_BODY(entities[i])) ++m_bodies;
-    ENTITY_LIST edges; // each once
-    ENTITY_LIST vertices;
-    forEachShell(entities, [&](const BODY&, const SHELL& shell) {
-        for (const FACE* face = shell.face(); face; face = face->next()) {
-            count(surfaceKinds, m_faces, face->geometry());
-            forEachCoedge(*face, [&](const COEDGE& coedge) {
-                edges.add(coedge.edge());
-                vertices.add(coedge.edge()->start());
-                vertices.add(coedge.edge()->end());
-            });
-        }
-    });
-    for (int i = 0; i < edges.count(); ++i)
-        count(curveKinds, m_edges, static_cast<const EDGE*>(edges[i])->geometry());
-    m_vertices += static_cast<std::uint64_t>(vertices.count());
+    const Parts parts(entities);
+    for (std::size_t i = 0; i < parts.faces(); ++i) count(surfaceKinds, m_faces, parts.face(i).geometry());
+    for (std::size_t i = 0; i < parts.edges(); ++i) count(curveKinds, m_edges, parts.edge(i).geometry());
+    m_vertices += parts.vertices();
 }
 
 void Count::add(const Count& other) {

@@ -6,6 +6,8 @@
 #include <cmath>
 #include <numbers>
 
+#include "brep/spline_reach.h"
+
 namespace zeq::brep {
 
 namespace {
@@ -19,49 +21,6 @@ double signChange(const Function& function, double from, double to) {
         ((function(middle) < 0) == isNegative ? from : to) = middle;
     }
     return (from + to) / 2;
-}
-
-/// Parameters of a direction of a B-spline: several in every span, unless the spans are many.
-std::vector<double> samples(const bs_knots& knots) {
-    const SPAinterval range = knots.range();
-    const std::vector<double> breaks = breaksBetween(range.start_pt(), range.end_pt(), knots.knots);
-    const int inSpan = breaks.size() < 65 ? 4 : breaks.size() < 257 ? 2 : 1;
-    std::vector<double> samples;
-    for (std::size_t i = 1; i < breaks.size(); ++i)
-        for (int j = 0; j < inSpan; ++j)
-            samples.push_back(breaks[i - 1] + (breaks[i] - breaks[i - 1]) * j / inSpan);
-    samples.push_back(breaks.back());
-    return samples;
-}
-
-/// The point near which a surface reaches farthest in a direction, by Newton's method for a vanishing slope;
-/// where the surface is not convex there, the search may lead elsewhere, and the caller has to compare.
-SPApar_pos climb(const SPLINE& surface, const SPAvector& direction, SPApar_pos uv) {
-    const SPAinterval u = surface.param_range_u();
-    const SPAinterval v = surface.param_range_v();
-    const auto slope = [&](const SPApar_pos& at) {
-        SPAposition point;
-        SPAvector du, dv;
-        surface.eval(at, point, &du, &dv);
-        return SPApar_vec{du % direction, dv % direction};
-    };
-    const double stepU = 1e-5 * u.length();
-    const double stepV = 1e-5 * v.length();
-    for (int i = 0; i < 12; ++i) {
-        const SPApar_vec here = slope(uv);
-        const SPApar_vec left = slope({uv.u - stepU, uv.v}), right = slope({uv.u + stepU, uv.v});
-        const SPApar_vec below = slope({uv.u, uv.v - stepV}), above = slope({uv.u, uv.v + stepV});
-        const double uu = (right.du - left.du) / (2 * stepU);
-        const double vv = (above.dv - below.dv) / (2 * stepV);
-        const double mixed = (right.dv - left.dv) / (2 * stepU);
-        const double determinant = uu * vv - mixed * mixed;
-        if (!(determinant > 0)) break;
-        const double moveU = (mixed * here.dv - vv * here.du) / determinant;
-        const double moveV = (mixed * here.du - uu * here.dv) / determinant;
-        uv = {clamped(uv.u + moveU, u), clamped(uv.v + moveV, v)};
-        if (std::abs(moveU) < 1e-10 * u.length() && std::abs(moveV) < 1e-10 * v.length()) break;
-    }
-    return uv;
 }
 
 } // namespace
@@ -118,33 +77,15 @@ void Extent::add(const SURFACE& surface, const Boundary& boundary) {
 }
 
 void Extent::addSpline(const SPLINE& surface, const Boundary& boundary) {
-    const std::vector<double> u = samples(surface.sur()->u);
-    const std::vector<double> v = samples(surface.sur()->v);
-    std::vector<SPAvector> points; // transformed, row by row
-    points.reserve(u.size() * v.size());
-    for (const double atV : v)
-        for (const double atU : u)
-            points.push_back(surface.eval_position({atU, atV}) * m_transform - SPAposition());
-
+    constexpr double precision = 1e-9; // relative to the size
+    const SplineReach reach(surface, boundary, m_work);
     for (int axis = 0; axis < 3; ++axis)
         for (const double sign : {-1.0, 1.0}) {
-            const auto reach = [&](std::size_t i, std::size_t j) {
-                return sign * points[j * u.size() + i].component(axis);
-            };
-            for (std::size_t j = 1; j + 1 < v.size(); ++j)
-                for (std::size_t i = 1; i + 1 < u.size(); ++i) {
-                    const double here = reach(i, j);
-                    const double neighbours[]{reach(i - 1, j), reach(i + 1, j), reach(i, j - 1),
-                                              reach(i, j + 1)};
-                    const auto [least, most] = std::minmax_element(neighbours, neighbours + 4);
-                    if (here < *most) continue;
-                    // The true extreme lies beyond by less than the neighbours fall behind.
-                    const double bound =
-                        sign < 0 ? -m_box.low().coordinate(axis) : m_box.high().coordinate(axis);
-                    if (here + (here - *least) < bound) continue;
-                    const SPApar_pos top = climb(surface, sign * along(axis), {u[i], v[j]});
-                    if (boundary.contains(top)) add(surface.eval_position(top));
-                }
+            const double size = m_box.empty() ? 0 : (m_box.high() - m_box.low()).len();
+            const double bound = sign < 0 ? -m_box.low().coordinate(axis) : m_box.high().coordinate(axis);
+            const double moved = sign * m_transform.translation().component(axis);
+            if (const auto point = reach.beyond(sign * along(axis), bound - moved, precision * size))
+                add(*point);
         }
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "brep/boundary.h"
+#include "brep/work.h"
 #include "platform/acis/acis.h"
 
 namespace zeq::brep {
@@ -10,7 +11,8 @@ namespace zeq::brep {
 class Extent {
 public:
     /// Of geometry that a transformation moves.
-    Extent(const SPAtransf& transform, SPAbox& box) : m_transform(transform), m_box(box) {}
+    Extent(const SPAtransf& transform, SPAbox& box, const Work& work)
+        : m_transform(transform), m_box(box), m_work(work) {}
 
     void add(const EDGE& edge);
     /// The inside of a face; its edges are to be added by themselves.
@@ -30,6 +32,7 @@ private:
 
     const SPAtransf m_transform;
     SPAbox& m_box;
+    const Work& m_work;
 };
 
 } // namespace zeq::brep

@@ -38,12 +38,12 @@ struct Integrand {
 template <class Function>
 Integrand(Function, std::vector<double>) -> Integrand<Function>;
 
-/// The sum of the integrals. Its error is about 1e-11 of the sum of their magnitudes, so that one which
+/// The sum of the integrals. Its error is about 1e-10 of the sum of their magnitudes, so that one which
 /// hardly counts takes hardly any time.
 template <class Function>
 double integral(const std::vector<Integrand<Function>>& integrands) {
-    constexpr double precision = 1e-11;
-    constexpr int mostHalvings = 6;
+    constexpr double precision = 1e-10;
+    constexpr int mostHalvings = 5;
     std::vector<double> wholes;
     double magnitude = 0;
     for (const auto& [function, breaks] : integrands)

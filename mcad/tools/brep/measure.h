@@ -2,7 +2,10 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
+#include "brep/check.h"
+#include "brep/work.h"
 #include "platform/acis/acis.h"
 
 namespace zeq::brep {
@@ -16,14 +19,15 @@ struct Measure {
     double area = 0;   ///< of all faces
     SPAbox box;
     std::uint64_t unmeasured = 0; ///< faces and edges whose geometry cannot be evaluated
-    std::uint64_t inverted = 0;   ///< faces that lie to the right of their loops, and so outside of them
+    std::vector<Fault> inverted;  ///< faces that lie to the right of their loops, and so outside of them
 };
 
 /// Measures the bodies on the list.
 ///
 /// Lengths are integrals over the curves; areas are integrals along the boundaries of faces in the parameter
-/// planes of their surfaces (Green's theorem), with no tessellation in between. Both are exact to about 1e-11
-/// as far as curves, pcurves and surfaces agree. The box holds the extreme points of edges and faces.
-Measure measure(const ENTITY_LIST& entities);
+/// planes of their surfaces (Green's theorem), with no tessellation in between. Both are exact to about 1e-10
+/// as far as curves, pcurves and surfaces agree. The box holds the extreme points of edges and faces, to 1e-9
+/// of its size.
+Measure measure(const ENTITY_LIST& entities, Supervisor* supervisor = nullptr);
 
 } // namespace zeq::brep

@@ -3,7 +3,6 @@
 
 #include <cstdlib>
 #include <string_view>
-#include <utility>
 
 #include <unistd.h>
 
@@ -33,9 +32,9 @@ Console::Console(const Settings& settings)
       m_colorsOutput(settings.output.empty() && usesColor(settings.color, STDOUT_FILENO)),
       m_progress(settings.progress && !settings.quiet && isCapableTerminal(STDERR_FILENO)) {}
 
-void Console::warning(Warning warning) {
-    if (!m_quiet) line("warning: ", "1;33", warning.text);
-    m_warnings.push_back(std::move(warning));
+void Console::warning(const std::string& message) {
+    if (!m_quiet) line("warning: ", "1;33", message);
+    m_warnings.push_back(message);
 }
 
 void Console::message(const std::string& text) {

@@ -44,17 +44,20 @@ std::string corner(const SPAposition& point) {
 
 } // namespace
 
-std::vector<std::string> GeometryReport::add(std::uint64_t blockId, const ENTITY_LIST& entities) {
-    Block& block = m_blocks[blockId];
-    block = {};
+std::vector<std::string> GeometryReport::add(std::uint64_t blockId, const ENTITY_LIST& entities,
+                                             brep::Supervisor* supervisor) {
+    Block block;
     block.count.add(entities);
-    block.measure = brep::measure(entities);
-    brep::Check check = brep::check(entities);
-    if (block.measure.inverted > 0)
-        check.faults.push_back(text::counted(block.measure.inverted, "face lies outside of its boundary",
-                                             "faces lie outside of their boundaries"));
+    brep::Check check = brep::check(entities, supervisor);
+    block.measure = brep::measure(entities, supervisor);
+    check.faults.insert(check.faults.end(), block.measure.inverted.begin(), block.measure.inverted.end());
+    if (block.count.bodies() == 0)
+        check.faults.push_back({"no body", "its image holds no body that could be restored", {}, {}, 0});
     m_check.add(check);
-    return check.faults;
+    block.faults = std::move(check.faults);
+    const std::vector<std::string> texts = brep::summarized(block.faults);
+    m_blocks.insert_or_assign(blockId, std::move(block));
+    return texts;
 }
 
 std::vector<std::string> GeometryReport::compare(const ExcProductStructure& structure) {
@@ -68,12 +71,11 @@ std::vector<std::string> GeometryReport::compare(const ExcProductStructure& stru
     // coarse rule.
     const auto unlike = [](double Difference::*kind) { return kind == &Difference::area ? 1e-2 : 1e-6; };
     std::vector<std::string> faults;
-    m_missing = {};
-    for (const ExcBlockPtr& block : structure.blocks()) {
-        if (!toldFigures(block.get()) || m_blocks.contains(block->id())) continue;
-        ++m_missing.parts;
-        faults.push_back("geometry of block " + std::to_string(block->id()) + ": it did not arrive");
-    }
+    for (const ExcBlockPtr& block : structure.blocks())
+        if (toldFigures(block.get()) && !m_blocks.contains(block->id())) {
+            faults.push_back("geometry of block " + std::to_string(block->id()) + ": it did not arrive");
+            m_missing.push_back(block->id());
+        }
     for (auto& [id, block] : m_blocks) {
         const ExcMiscPropertiesGroup* const told = toldFigures(structure.getBlockById(id).get());
         if (!told) continue;
@@ -95,7 +97,7 @@ std::vector<std::string> GeometryReport::compare(const ExcProductStructure& stru
         };
         ++m_compared;
         if (const double faces = toldFigure(*told, L"faces"); faces > static_cast<double>(measure.faces))
-            m_missing.faces += static_cast<std::uint64_t>(faces) - measure.faces;
+            m_missingFaces += static_cast<std::uint64_t>(faces) - measure.faces;
         block.difference.emplace();
         for (const Figure& each : figures) {
             const double theirs = toldFigure(*told, each.name);
@@ -104,9 +106,11 @@ std::vector<std::string> GeometryReport::compare(const ExcProductStructure& stru
             double& largest = *block.difference.*each.difference;
             largest = std::max(largest, difference);
             if (difference <= unlike(each.difference)) continue;
-            faults.push_back("geometry of block " + std::to_string(id) + ": " + text::printable(each.name) +
-                             " is " + figure(each.ours, 9) + ", but the translator had " +
-                             (std::isnan(theirs) ? "none" : figure(theirs, 9)));
+            const std::string name = text::printable(each.name);
+            const std::string fault = name + " is " + figure(each.ours, 9) + ", but the translator had " +
+                                      (std::isnan(theirs) ? "none" : figure(theirs, 9));
+            faults.push_back("geometry of block " + std::to_string(id) + ": " + fault);
+            block.faults.push_back({name, fault, {}, {}, gap});
         }
         for (const auto part : {&Difference::length, &Difference::area, &Difference::box})
             m_largest.*part = std::max(m_largest.*part, *block.difference.*part);
@@ -144,6 +148,7 @@ std::string GeometryReport::summaryText() const {
     lines += m_check.faults.empty() ? "sound" : text::counted(m_check.faults.size(), "fault", "faults");
     lines += "; vertices within " + figure(m_check.vertexGap) + ", edges within " + figure(m_check.edgeGap) +
              " of their geometry";
+    if (m_check.largestTolerance > 0) lines += ", tolerances up to " + figure(m_check.largestTolerance);
     if (m_check.unchecked > 0)
         lines += ", " + text::counted(m_check.unchecked, "use of an edge", "uses of edges") + " not checked";
     if (m_compared > 0) {
@@ -163,6 +168,8 @@ std::string GeometryReport::jsonMembers() const {
                ",\"area\":" + text::number(difference.area) + ",\"box\":" + text::number(difference.box) +
                "}";
     };
+    std::string missing;
+    for (const std::uint64_t id : m_missing) missing += (missing.empty() ? "" : ",") + std::to_string(id);
     std::string json = "\"geometry\":[";
     const char* separator = "";
     for (const auto& [id, block] : m_blocks) {
@@ -174,15 +181,18 @@ std::string GeometryReport::jsonMembers() const {
             (measure.box.empty() ? "null"
                                  : "[" + corner(measure.box.low()) + "," + corner(measure.box.high()) + "]") +
             ",\"unmeasured\":" + std::to_string(measure.unmeasured) +
-            ",\"difference\":" + (block.difference ? differences(*block.difference) : "null") + "}";
+            ",\"difference\":" + (block.difference ? differences(*block.difference) : "null") +
+            ",\"faults\":" + brep::json(block.faults) + "}";
         separator = ",";
     }
     return json + "],\"topology\":{\"faults\":" + std::to_string(m_check.faults.size()) +
            ",\"vertex_gap\":" + text::number(m_check.vertexGap) +
            ",\"edge_gap\":" + text::number(m_check.edgeGap) +
+           ",\"largest_tolerance\":" + text::number(m_check.largestTolerance) +
            ",\"unchecked\":" + std::to_string(m_check.unchecked) +
            "},\"geometry_check\":{\"blocks\":" + std::to_string(m_compared) +
-           ",\"faults\":" + std::to_string(m_faults) + ",\"difference\":" + differences(m_largest) + "}";
+           ",\"faults\":" + std::to_string(m_faults) + ",\"missing\":[" + missing +
+           "],\"difference\":" + differences(m_largest) + "}";
 }
 
 } // namespace zeq::host

@@ -17,6 +17,7 @@
 #include "transport/utf8.h"
 #include "zeq/failure.h"
 #include "zeq/geometry_report.h"
+#include "zeq/geometry_watch.h"
 #include "zeq/results.h"
 #include "zeq/structure_count.h"
 #include "zeq/tree_printer.h"
@@ -55,7 +56,7 @@ struct Import {
 /// Takes the documents of one import as they come.
 class Receiver {
 public:
-    Receiver(const Host& host, Import& import) : m_host(host), m_import(import) {}
+    Receiver(const Host& host, Import& import) : m_host(host), m_import(import), m_watch(host) {}
     bool take(const Document& document);
 
 private:
@@ -67,6 +68,7 @@ private:
 
     const Host& m_host;
     Import& m_import;
+    GeometryWatch m_watch;
     std::set<std::wstring> m_unknownKinds; // each is told once
 };
 
@@ -139,10 +141,11 @@ void Receiver::takeGeometry(const ExcBlockGeometry& geometry) {
     OwnedEntities entities;
     if (!geometry.isLoaded() || !geometry.getGeometry(entities.list))
         throw Failure(exit_code::translatorBroken, "the geometry of " + block + " cannot be restored");
-    const std::vector<std::string> faults = m_import.geometry.add(geometry.blockId(), entities.list);
+    m_watch.setBlock(geometry.blockId());
+    const std::vector<std::string> faults =
+        m_import.geometry.add(geometry.blockId(), entities.list, &m_watch);
     const std::string subject = "geometry of " + block + ": ";
-    for (const std::string& fault : faults)
-        m_host.console.warning(Warning{subject + fault, geometry.blockId(), {}, {}});
+    for (const std::string& fault : faults) m_host.console.warning(subject + fault);
     m_host.console.note(subject + m_import.geometry.blockText(geometry.blockId()));
 }
 
@@ -165,7 +168,7 @@ void Receiver::load(IExchangeObject& object, const std::wstring& bufferName) {
 }
 
 std::string jsonSummary(const Import& import, const StructureCount& figures) {
-    const auto& [parts, faces] = import.geometry.missing();
+    const std::uint64_t parts = import.geometry.missing(), faces = import.geometry.missingFaces();
     std::ostringstream json;
     json << "{\"blocks\":" << figures.blocks << ",\"parts\":" << figures.parts
          << ",\"unused_blocks\":" << figures.unused << ",\"missing_blocks\":" << figures.dangling
@@ -198,7 +201,7 @@ std::string textSummary(const Import& import, const StructureCount& figures) {
     char seconds[32];
     std::snprintf(seconds, sizeof seconds, "%.2f s", import.seconds);
     text << "\nTime       " << seconds << "\n";
-    const auto& [parts, faces] = import.geometry.missing();
+    const std::uint64_t parts = import.geometry.missing(), faces = import.geometry.missingFaces();
     if (parts + faces > 0)
         text << "Missing    " << (parts > 0 ? text::counted(parts, "part", "parts") : "")
              << (parts > 0 && faces > 0 ? ", " : "")

@@ -16,15 +16,18 @@
 
 namespace zeq::host {
 
+void throwIfSignalled(transport::SignalPipe& signals) {
+    while (const int signal = signals.take())
+        if (signal != SIGCHLD)
+            throw Failure(exit_code::signalled(signal), "interrupted by signal " + std::to_string(signal) +
+                                                            " (" + ::strsignal(signal) + ")");
+}
+
 void waitUntilReady(int fd, short events, transport::SignalPipe& signals) {
     std::array<pollfd, 2> watched{{{fd, events, 0}, {signals.fd(), POLLIN, 0}}};
     while (watched[0].revents == 0) {
         ::poll(watched.data(), watched.size(), -1);
-        while (const int signal = signals.take())
-            if (signal != SIGCHLD)
-                throw Failure(exit_code::signalled(signal), "interrupted by signal " +
-                                                                std::to_string(signal) + " (" +
-                                                                ::strsignal(signal) + ")");
+        throwIfSignalled(signals);
     }
 }
 

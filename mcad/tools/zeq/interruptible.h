@@ -7,6 +7,9 @@
 
 namespace zeq::host {
 
+/// @throws Failure if a signal asks to stop
+void throwIfSignalled(transport::SignalPipe& signals);
+
 /// Waits until `fd` is ready for `events` of poll().
 /// @throws Failure if a signal asks to stop
 void waitUntilReady(int fd, short events, transport::SignalPipe& signals);

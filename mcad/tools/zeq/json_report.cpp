@@ -18,16 +18,9 @@ std::string array(const std::vector<std::string>& elements) {
     return result + ']';
 }
 
-std::string idMember(const char* name, const auto& id) {
-    return std::string(",\"") + name + "\":" + (id ? std::to_string(*id) : "null");
-}
-
-std::vector<std::string> texts(const std::vector<Warning>& warnings) {
+std::vector<std::string> jsonStrings(const std::vector<std::string>& texts) {
     std::vector<std::string> result;
-    for (const Warning& warning : warnings)
-        result.push_back("{\"text\":" + text::jsonString(warning.text) +
-                         idMember("block_id", warning.blockId) + idMember("face_id", warning.faceId) +
-                         idMember("edge_id", warning.edgeId) + "}");
+    for (const std::string& each : texts) result.push_back(text::jsonString(each));
     return result;
 }
 
@@ -47,12 +40,13 @@ void JsonReport::addContent(const std::wstring& bufferName, const std::wstring& 
                          ",\"data\":" + text::validUtf8(data) + "}");
 }
 
-std::string JsonReport::text(const std::vector<Warning>& warnings, int exitCode,
+std::string JsonReport::text(const std::vector<std::string>& warnings, int exitCode,
                              const std::string& error) const {
     return "{\"version\":" + std::to_string(version) + ",\n\"command\":" + m_command +
            ",\n\"file\":" + m_file + ",\n\"documents\":" + array(m_documents) +
            ",\n\"contents\":" + array(m_contents) + ",\n\"summary\":" + m_summary +
-           ",\n\"warnings\":" + array(texts(warnings)) + ",\n\"exit_code\":" + std::to_string(exitCode) +
+           ",\n\"warnings\":" + array(jsonStrings(warnings)) +
+           ",\n\"exit_code\":" + std::to_string(exitCode) +
            ",\n\"error\":" + (error.empty() ? "null" : text::jsonString(error)) + "}\n";
 }
 

@@ -4,8 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "zeq/console.h"
-
 namespace zeq::host {
 
 /// Collects what arrives. Off, it collects nothing.
@@ -23,7 +21,7 @@ public:
     void setSummary(const std::string& json) { m_summary = json; }
 
     /// The whole document; `error` is empty when all went well.
-    std::string text(const std::vector<Warning>& warnings, int exitCode, const std::string& error) const;
+    std::string text(const std::vector<std::string>& warnings, int exitCode, const std::string& error) const;
 
 private:
     bool m_enabled;

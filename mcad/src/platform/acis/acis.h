@@ -13,6 +13,7 @@
 #include "platform/acis/entity.h"
 #include "platform/acis/file.h"
 #include "platform/acis/geometry.h"
+#include "platform/acis/image_text.h"
 #include "platform/acis/nurbs.h"
 #include "platform/acis/position.h"
 #include "platform/acis/topology.h"

@@ -30,16 +30,6 @@ outcome guarded(int number, Operation&& operation) {
     }
 }
 
-/// The whole rest of a file.
-std::size_t read_all(BinaryFile& file, byte_block& bytes) {
-    std::size_t size = 0;
-    while (size == bytes.size()) {
-        bytes.grow(size == 0 ? 1 << 16 : 2 * size);
-        size += file.read(bytes.data() + size, bytes.size() - size, 1);
-    }
-    return size;
-}
-
 /// The length of the image.
 std::size_t restore(const char* bytes, std::size_t size, ENTITY_LIST& entities) {
     std::exception_ptr first;
@@ -69,6 +59,15 @@ void delete_all(ENTITY_LIST& list) {
     list.clear();
 }
 } // namespace
+
+std::size_t acis_detail::read_all(BinaryFile& file, byte_block& bytes) {
+    std::size_t size = 0;
+    while (size == bytes.size()) {
+        bytes.grow(size == 0 ? 1 << 16 : 2 * size);
+        size += file.read(bytes.data() + size, bytes.size() - size, 1);
+    }
+    return size;
+}
 
 outcome acis_detail::outcome_of_exception(int number) {
     try {
@@ -110,7 +109,7 @@ outcome api_restore_entity_list_file(BinaryFile* file, ENTITY_LIST& entities, Ac
     if (!file) return {ACIS_BAD_ARGUMENT, "there is no file to restore from"};
     return guarded(ACIS_RESTORE_FAILED, [&] {
         byte_block bytes;
-        std::size_t size = read_all(*file, bytes);
+        std::size_t size = acis_detail::read_all(*file, bytes);
         std::size_t length = restore(bytes.data(), size, entities);
         if (length < size) file->goto_mark(file->set_mark() - FilePosition(size - length));
     });

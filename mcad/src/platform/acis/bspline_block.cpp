@@ -9,11 +9,6 @@
 
 namespace acis_detail {
 namespace {
-std::string text_of(double value) {
-    char text[32];
-    return {text, std::to_chars(text, text + sizeof(text), value).ptr};
-}
-
 constexpr long fully_stored = 0;
 constexpr long rational_both_ways = 2;
 
@@ -21,8 +16,7 @@ constexpr long rational_both_ways = 2;
 /// intersection of and no curves on them, no range, no discontinuities.
 void write_default_rest(record_writer& writer, const bs3_curve*) {
     for (const char* none : {"null_surface", "null_surface", "nullbs", "nullbs"}) writer.name(none, true);
-    writer.logical_value(true);
-    writer.logical_value(true);
+    for (int i = 0; i < 2; ++i) writer.logical_value(false);
     for (int i = 0; i < 3; ++i) writer.integer(0);
 }
 void write_default_rest(record_writer& writer, const bs2_curve*) { writer.name("null_surface", true); }

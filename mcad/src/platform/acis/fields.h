@@ -5,9 +5,9 @@
 //   up       a pointer to something that is not
 //   chained  a pointer (down) that starts or continues a list: nothing may be pointed to like this twice
 //   ring     a pointer (up) that nothing may be pointed to like this twice
-//   sibling  a member (up) by which attributes of one owner are chained; those that are not copied drop out
-//   of it data     a value bspline  the block of a B-spline: name, whether it is exact, B-spline, fit
-//   tolerance, further tokens
+//   sibling  a member (up) by which attributes of one owner are chained; those not copied drop out of it
+//   data     a value; an optional integer is one that later versions have there: it is written if it was read
+//   bspline  the block of a B-spline: name, whether it is exact, B-spline, fit tolerance, further tokens
 #pragma once
 
 #include "platform/acis/bspline_block.h"
@@ -15,6 +15,7 @@
 #include "platform/acis/image.h"
 #include "platform/acis/unknown_tokens.h"
 #include <charconv>
+#include <optional>
 #include <string>
 #include <type_traits>
 
@@ -54,6 +55,9 @@ public:
     }
     void data(double value) { m_writer.real(value); }
     void data(long value) { m_writer.integer(value); }
+    void data(std::optional<long> value) {
+        if (value) m_writer.integer(*value);
+    }
     void data(logical value) { m_writer.logical_value(value); }
     void data(const std::string& value) { m_writer.string(value); }
     void data(const SPAposition& value) { m_writer.position(value); }
@@ -73,7 +77,7 @@ public:
 
 private:
     void bound(bool bounded, double value) {
-        m_writer.logical_value(!bounded);
+        m_writer.logical_value(bounded);
         if (bounded) m_writer.real(value);
     }
 
@@ -107,6 +111,9 @@ public:
     }
     void data(double& value) { value = m_reader.real(); }
     void data(long& value) { value = m_reader.integer(); }
+    void data(std::optional<long>& value) {
+        if (m_reader.next_is(tag::integer)) value = m_reader.integer();
+    }
     void data(logical& value) { value = m_reader.logical_value(); }
     void data(std::string& value) { value = m_reader.string(); }
     void data(SPAposition& value) { value = m_reader.position(); }
@@ -118,8 +125,8 @@ public:
     void data(SPApar_vec& value) { value = m_reader.par_vec(); }
     void data(SPAinterval& value) {
         constexpr double infinity = std::numeric_limits<double>::infinity();
-        double start = m_reader.logical_value() ? -infinity : m_reader.real();
-        double end = m_reader.logical_value() ? infinity : m_reader.real();
+        double start = m_reader.logical_value() ? m_reader.real() : -infinity;
+        double end = m_reader.logical_value() ? m_reader.real() : infinity;
         value = {start, end};
     }
     void data(SPAtransf& value) {

@@ -61,7 +61,7 @@ private:
     int m_fileVersion = 0;
     std::string m_acisVersion;
     std::string m_date;
-    double m_tolAbs = 1e-6;
+    double m_tolAbs = SPAresabs;
     double m_tolNor = 1e-10;
 };
 

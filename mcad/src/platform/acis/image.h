@@ -46,6 +46,20 @@ private:
     image_writer* m_outer;
 };
 
+/// Takes the whole rest of a file and says how long it is.
+std::size_t read_all(BinaryFile& file, byte_block& bytes);
+
+/// What an image begins with.
+struct image_header {
+    FileInfo info;
+    long records = 0;  ///< 0: not told
+    long entities = 0; ///< those at the top, which come first; 0: not told
+};
+/// Reads it, and tells the reader how wide integers are.
+image_header read_header(record_reader& reader);
+/// Whether a record of such a name, its parts joined by "-", ends the image.
+bool ends_image(std::string_view name);
+
 /// How much of an image to understand. Images of other versions than ours may give their records other
 /// layouts.
 enum class restore_level {
@@ -63,10 +77,10 @@ public:
     ~image_reader();
 
     /// The version in the header, as soon as that has been read.
-    int version() const { return m_info.file_version(); }
-    const FileInfo& info() const { return m_info; }
+    int version() const { return m_header.info.file_version(); }
+    const FileInfo& info() const { return m_header.info; }
     void restore();
-    std::size_t top_count() const { return std::size_t(m_topCount); }
+    std::size_t top_count() const { return m_top.size(); }
     /// The top entities; the caller owns everything from now on.
     std::vector<ENTITY*> release();
     /// Number of bytes that the image takes.
@@ -104,7 +118,7 @@ private:
         bool ends_image = false;
     };
 
-    void header();
+    void choose_top();
     /// False at the end of the image.
     bool record();
     const record_class& class_at_hand();
@@ -117,9 +131,8 @@ private:
 
     record_reader m_records;
     restore_level m_level;
-    FileInfo m_info;
-    long m_recordCount = 0;
-    long m_topCount = 0;
+    image_header m_header;
+    std::vector<long> m_top; ///< indexes of the top entities
     std::vector<ENTITY*> m_entities;
     std::vector<std::size_t> m_offsets;   ///< of records
     std::vector<std::size_t> m_firstLink; ///< of a record, in m_records.links()

@@ -12,6 +12,43 @@ thread_local image_reader* the_reader = nullptr;
 bool has(unsigned char uses, image_reader::use how) { return (uses & how) != 0; }
 } // namespace
 
+image_header read_header(record_reader& reader) {
+    for (std::string_view signature : {"ACIS BinaryFile", "ASM BinaryFile"}) {
+        if (reader.left() < signature.size() + 1) continue;
+        if (std::string_view(reader.at(), signature.size()) != signature) continue;
+        const char* behind = reader.at() + signature.size();
+        bool wide = *behind == '8';
+        // Without a digit the version follows at once; its lowest byte is no digit in any version of the
+        // format.
+        reader.go_to(wide || *behind == '4' ? behind + 1 : behind);
+        reader.set_integers(wide ? width::wide : width::narrow);
+        image_header header;
+        long version = reader.plain_integer();
+        header.records = reader.plain_integer();
+        header.entities = reader.plain_integer();
+        reader.plain_integer(); // flags: whether there is history, which is left out
+        if (version < 100 || version > 1000000 || header.records < 0 || header.entities < 0)
+            reader.fail("expected a version and two counts, found " + std::to_string(version) + ", " +
+                        std::to_string(header.records) + ", " + std::to_string(header.entities));
+        header.info.set_file_version(int(version));
+        header.info.set_product_id(std::string(reader.string()));
+        header.info.set_acis_version(std::string(reader.string()));
+        header.info.set_date(std::string(reader.string()));
+        header.info.set_units(reader.real());
+        header.info.set_tol_abs(reader.real());
+        header.info.set_tol_nor(reader.real());
+        return header;
+    }
+    reader.fail("expected the signature ACIS BinaryFile");
+}
+
+bool ends_image(std::string_view name) {
+    for (const char* end :
+         {"End-of-ACIS-data", "End-of-ASM-data", "Begin-of-ACIS-History-Data", "Begin-of-ASM-History-Data"})
+        if (name == end) return true;
+    return false;
+}
+
 image_reader::image_reader(const char* data, std::size_t length, restore_level level)
     : m_records(data, length), m_level(level), m_outer(the_reader) {
     the_reader = this;
@@ -49,58 +86,38 @@ bool image_reader::is_reading(const ENTITY* entity) {
 }
 
 std::vector<ENTITY*> image_reader::release() {
-    std::vector<ENTITY*> top(m_entities.begin(), m_entities.begin() + m_topCount);
+    std::vector<ENTITY*> top;
+    for (long index : m_top) top.push_back(m_entities[std::size_t(index)]);
     m_entities.clear();
     return top;
 }
 
 void image_reader::restore() {
-    header();
+    m_header = read_header(m_records);
+    m_entities.reserve(std::min(std::size_t(m_header.records), m_records.left() / 8));
     if (version() < format_version) m_level = restore_level::nothing; // no such layout is known
     while (record()) {
     }
     m_length = m_records.offset();
-    long count = long(m_entities.size());
-    if (m_recordCount != 0 && m_recordCount != count)
-        m_records.fail("expected " + std::to_string(m_recordCount) + " records as the header says, found " +
-                       std::to_string(count));
-    if (m_topCount > count)
-        m_records.fail("expected " + std::to_string(m_topCount) + " top entities as the header says, found " +
-                       std::to_string(count) + " records");
+    choose_top();
     fix_pointers();
     drop_unreachable();
     check_structure();
     check_attributes();
 }
 
-void image_reader::header() {
-    for (std::string_view signature : {"ACIS BinaryFile", "ASM BinaryFile"}) {
-        if (m_records.left() < signature.size() + 1) continue;
-        if (std::string_view(m_records.at(), signature.size()) != signature) continue;
-        const char* behind = m_records.at() + signature.size();
-        bool wide = *behind == '8';
-        // Without a digit the version follows at once; its lowest byte is no digit in any version of the
-        // format.
-        m_records.go_to(wide || *behind == '4' ? behind + 1 : behind);
-        m_records.set_integers(wide ? width::wide : width::narrow);
-        long version = m_records.plain_integer();
-        m_recordCount = m_records.plain_integer();
-        m_topCount = m_records.plain_integer();
-        m_records.plain_integer(); // flags: whether there is history, which is left out
-        if (version < 100 || version > 1000000 || m_recordCount < 0 || m_topCount < 0)
-            m_records.fail("expected a version and two counts, found " + std::to_string(version) + ", " +
-                           std::to_string(m_recordCount) + ", " + std::to_string(m_topCount));
-        m_info.set_file_version(int(version));
-        m_info.set_product_id(std::string(m_records.string()));
-        m_info.set_acis_version(std::string(m_records.string()));
-        m_info.set_date(std::string(m_records.string()));
-        m_info.set_units(m_records.real());
-        m_info.set_tol_abs(m_records.real());
-        m_info.set_tol_nor(m_records.real());
-        m_entities.reserve(std::min(std::size_t(m_recordCount), m_records.left() / 8));
-        return;
-    }
-    m_records.fail("expected the signature ACIS BinaryFile");
+void image_reader::choose_top() {
+    long count = long(m_entities.size());
+    if (m_header.records != 0 && m_header.records != count)
+        m_records.fail("expected " + std::to_string(m_header.records) +
+                       " records as the header says, found " + std::to_string(count));
+    if (m_header.entities > count)
+        m_records.fail("expected " + std::to_string(m_header.entities) +
+                       " top entities as the header says, found " + std::to_string(count) + " records");
+    // The top entities come first. Where they are not counted, bodies are what somebody saved.
+    for (long i = 0; i < count; ++i)
+        if (m_header.entities > 0 ? i < m_header.entities : is_BODY(m_entities[std::size_t(i)]))
+            m_top.push_back(i);
 }
 
 const image_reader::record_class& image_reader::class_at_hand() {
@@ -120,9 +137,7 @@ const image_reader::record_class& image_reader::class_at_hand() {
         joined += names.size() > 1 ? "-" : "";
         joined += names.back();
     }
-    for (const char* end :
-         {"End-of-ACIS-data", "End-of-ASM-data", "Begin-of-ACIS-History-Data", "Begin-of-ASM-History-Data"})
-        if (joined == end) result.ends_image = true;
+    result.ends_image = ends_image(joined);
 
     const restore_def* definition = &ENTITY::definition();
     std::size_t unknown = names.size();
@@ -212,7 +227,7 @@ void image_reader::drop_unreachable() {
         reached[std::size_t(index)] = 1;
         work.push_back(index);
     };
-    for (long i = 0; i < m_topCount; ++i) reach(i);
+    for (long index : m_top) reach(index);
     m_firstLink.push_back(links.size());
     while (!work.empty()) {
         auto index = std::size_t(work.back());
@@ -267,12 +282,14 @@ void image_reader::check_structure() {
         } else if (type == SHELL::staticType()) {
             auto* shell = static_cast<SHELL*>(entity);
             check_list(shell->face(), shell, &FACE::shell);
+            check_list(shell->wire(), shell, &WIRE::owner);
         } else if (type == LUMP::staticType()) {
             auto* lump = static_cast<LUMP*>(entity);
             check_list(lump->shell(), lump, &SHELL::lump);
         } else if (type == BODY::staticType()) {
             auto* body = static_cast<BODY*>(entity);
             check_list(body->lump(), body, &LUMP::body);
+            check_list(body->wire(), body, &WIRE::owner);
         }
     }
 }

@@ -6,6 +6,9 @@
 #include <cmath>
 #include <limits>
 
+/// Points that are nearer to each other are one point.
+inline constexpr double SPAresabs = 1e-6;
+
 /// A displacement.
 class SPAvector {
 public:

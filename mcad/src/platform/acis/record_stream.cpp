@@ -2,6 +2,7 @@
 #include "platform/acis/record_stream.h"
 
 #include "platform/acis/unknown_tokens.h"
+#include <charconv>
 
 namespace acis_detail {
 namespace {
@@ -48,6 +49,11 @@ const tag_fact* fact_of(tag kind) {
 const char* name_of(tag kind) {
     const tag_fact* fact = fact_of(kind);
     return fact ? fact->name : "no token";
+}
+
+std::string text_of(double value) {
+    char text[32];
+    return {text, std::to_chars(text, text + sizeof(text), value).ptr};
 }
 
 std::size_t record_reader::skip() {

@@ -47,6 +47,8 @@ enum class tag : std::uint8_t {
 };
 /// For messages.
 const char* name_of(tag kind);
+/// The shortest text that reads back as the same number.
+std::string text_of(double value);
 
 /// Integers and pointers take 4 bytes, or 8 in the wide variant.
 enum class width : int {
@@ -92,8 +94,8 @@ public:
         reals(tag::vector, xyz, 3);
     }
     void par_vec(const SPApar_vec& v) {
-        double uv[] = {v.du, v.dv};
-        reals(tag::par_pos, uv, 2);
+        real(v.du);
+        real(v.dv);
     }
     void single(tag kind) { *room(1) = char(kind), m_size += 1; }
     void raw(const void* data, std::size_t length) {
@@ -212,9 +214,11 @@ public:
         auto [x, y, z] = plain<triple>();
         return {x, y, z};
     }
+    /// Two reals, or one token with both.
     SPApar_vec par_vec() {
-        expect(tag::par_pos);
-        return plain<SPApar_vec>();
+        if (next_is(tag::par_pos)) return ++m_at, plain<SPApar_vec>();
+        double du = real();
+        return {du, real()};
     }
     /// A count of things that take at least so many bytes each: no more than can be left.
     std::size_t count(std::size_t bytesEach);

@@ -13,8 +13,8 @@ template class entity_of<TRANSFORM, ENTITY>;
 
 namespace {
 /// Makes an item the first of its owner's list.
-template <class Item, class Owner>
-void put_first(Item* item, Item*& first, Owner* owner, void (Item::*setOwner)(Owner*)) {
+template <class Item, class Owner, class OwnerBase>
+void put_first(Item* item, Item*& first, Owner* owner, void (Item::*setOwner)(OwnerBase*)) {
     item->set_next(first);
     (item->*setOwner)(owner);
     first = item;
@@ -24,16 +24,22 @@ template <class Item, class Owner>
 void own_list(Item* first, Owner* owner, void (Item::*setOwner)(Owner*)) {
     for (Item* item = first; item; item = item->next()) (item->*setOwner)(owner);
 }
+/// Tells the coedges that next() leads to whose they are.
+void own_coedges(COEDGE* first, ENTITY* owner) {
+    for (COEDGE* coedge = first; coedge && coedge->owner() != owner; coedge = coedge->next())
+        coedge->set_owner(owner);
+}
 } // namespace
 
 BODY::BODY(LUMP* lump) : m_lump(lump) { own_list(lump, this, &LUMP::set_body); }
 void BODY::add_lump(LUMP* lump) { put_first(lump, m_lump, this, &LUMP::set_body); }
+void BODY::add_wire(WIRE* wire) { put_first(wire, m_wire, this, &WIRE::set_owner); }
 
 template <class Visitor, class... Object>
 void BODY::walk(Visitor& visitor, Object&... object) {
     visitor.up(object.m_pattern...);
     visitor.chained(object.m_lump...);
-    visitor.down(object.m_wire...);
+    visitor.chained(object.m_wire...);
     visitor.down(object.m_transform...);
 }
 template class entity_of<BODY, ENTITY>;
@@ -61,7 +67,7 @@ void SHELL::walk(Visitor& visitor, Object&... object) {
     visitor.chained(object.m_next...);
     visitor.down(object.m_subshell...);
     visitor.chained(object.m_face...);
-    visitor.down(object.m_wire...);
+    visitor.chained(object.m_wire...);
     visitor.up(object.m_lump...);
 }
 template class entity_of<SHELL, ENTITY>;
@@ -86,14 +92,7 @@ void FACE::walk(Visitor& visitor, Object&... object) {
 }
 template class entity_of<FACE, ENTITY>;
 
-LOOP::LOOP(COEDGE* start, LOOP* next) : m_next(next), m_start(start) {
-    if (!start) return;
-    COEDGE* coedge = start;
-    do {
-        coedge->set_owner(this);
-        coedge = coedge->next();
-    } while (coedge && coedge != start);
-}
+LOOP::LOOP(COEDGE* start, LOOP* next) : m_next(next), m_start(start) { own_coedges(start, this); }
 
 template <class Visitor, class... Object>
 void LOOP::walk(Visitor& visitor, Object&... object) {
@@ -103,6 +102,19 @@ void LOOP::walk(Visitor& visitor, Object&... object) {
     visitor.up(object.m_face...);
 }
 template class entity_of<LOOP, ENTITY>;
+
+WIRE::WIRE(COEDGE* coedge, WIRE* next) : m_next(next), m_coedge(coedge) { own_coedges(coedge, this); }
+
+template <class Visitor, class... Object>
+void WIRE::walk(Visitor& visitor, Object&... object) {
+    visitor.up(object.m_pattern...);
+    visitor.chained(object.m_next...);
+    visitor.down(object.m_coedge...);
+    visitor.up(object.m_owner...);
+    visitor.up(object.m_subshell...);
+    visitor.data(object.m_cont...);
+}
+template class entity_of<WIRE, ENTITY>;
 
 COEDGE::COEDGE(EDGE* edge, REVBIT sense, COEDGE* previous, COEDGE* next)
     : m_next(next), m_previous(previous), m_edge(edge), m_sense(sense) {
@@ -117,11 +129,12 @@ template <class Visitor, class... Object>
 void COEDGE::walk(Visitor& visitor, Object&... object) {
     visitor.up(object.m_pattern...);
     visitor.down(object.m_next...);
-    visitor.up(object.m_previous...);
+    visitor.down(object.m_previous...);
     visitor.ring(object.m_partner...);
     visitor.down(object.m_edge...);
     visitor.data(object.m_sense...);
     visitor.up(object.m_owner...);
+    visitor.data(object.m_later...);
     visitor.down(object.m_geometry...);
 }
 template class entity_of<COEDGE, ENTITY>;
@@ -157,9 +170,45 @@ template <class Visitor, class... Object>
 void VERTEX::walk(Visitor& visitor, Object&... object) {
     visitor.up(object.m_pattern...);
     visitor.up(object.m_edge...);
+    visitor.data(object.m_later...);
     visitor.down(object.m_geometry...);
 }
 template class entity_of<VERTEX, ENTITY>;
+
+TEDGE::TEDGE(VERTEX* start, VERTEX* end, CURVE* geometry, REVBIT sense, const SPAinterval& range,
+             double tolerance)
+    : entity_of(start, end, geometry, sense, range), m_tolerance(tolerance) {}
+
+template <class Visitor, class... Object>
+void TEDGE::walk(Visitor& visitor, Object&... object) {
+    visitor.data(object.m_tolerance...);
+}
+template class entity_of<TEDGE, EDGE>;
+
+TCOEDGE::TCOEDGE(EDGE* edge, REVBIT sense, COEDGE* previous, COEDGE* next)
+    : entity_of(edge, sense, previous, next) {
+    if (edge && sense == FORWARD) set_param_range({edge->start_param(), edge->end_param()});
+    if (edge && sense == REVERSED) set_param_range({-edge->end_param(), -edge->start_param()});
+}
+void TCOEDGE::set_param_range(const SPAinterval& range) {
+    m_startParam = range.start_pt();
+    m_endParam = range.end_pt();
+}
+
+template <class Visitor, class... Object>
+void TCOEDGE::walk(Visitor& visitor, Object&... object) {
+    visitor.data(object.m_startParam...);
+    visitor.data(object.m_endParam...);
+}
+template class entity_of<TCOEDGE, COEDGE>;
+
+TVERTEX::TVERTEX(APOINT* geometry, double tolerance) : entity_of(geometry), m_tolerance(tolerance) {}
+
+template <class Visitor, class... Object>
+void TVERTEX::walk(Visitor& visitor, Object&... object) {
+    visitor.data(object.m_tolerance...);
+}
+template class entity_of<TVERTEX, VERTEX>;
 
 APOINT::APOINT(const SPAposition& coords) : m_coords(coords) {}
 

@@ -6,6 +6,7 @@
 
 #include "platform/acis/entity.h"
 #include "platform/acis/geometry.h"
+#include <optional>
 #include <string>
 
 class BODY;
@@ -16,6 +17,7 @@ class LOOP;
 class LUMP;
 class SHELL;
 class VERTEX;
+class WIRE;
 
 /// Whether something is used in its own direction or against it.
 enum REVBIT : int {
@@ -60,12 +62,15 @@ public:
 
     LUMP* lump() const { return m_lump; }
     void set_lump(LUMP* lump) { m_lump = lump; }
-    /// Wires are not bundled: this entity, if there is one, is of unknown class.
-    ENTITY* wire() const { return m_wire; }
+    /// Edges that bound no face.
+    WIRE* wire() const { return m_wire; }
+    void set_wire(WIRE* wire) { m_wire = wire; }
     TRANSFORM* transform() const { return m_transform; }
     void set_transform(TRANSFORM* transform) { m_transform = transform; }
     /// Makes a lump the first of this body.
     void add_lump(LUMP* lump);
+    /// Makes a wire the first of this body.
+    void add_wire(WIRE* wire);
 
 private:
     friend entity_of;
@@ -74,7 +79,7 @@ private:
 
     ENTITY* m_pattern = nullptr;
     LUMP* m_lump = nullptr;
-    ENTITY* m_wire = nullptr;
+    WIRE* m_wire = nullptr;
     TRANSFORM* m_transform = nullptr;
 };
 inline logical is_BODY(const ENTITY* entity) { return is_entity<BODY>(entity); }
@@ -114,9 +119,10 @@ public:
 
     SHELL* next() const { return m_next; }
     void set_next(SHELL* next) { m_next = next; }
-    /// Subshells and wires are not bundled: entities of unknown class.
+    /// Subshells are not bundled: an entity of unknown class.
     ENTITY* subshell() const { return m_subshell; }
-    ENTITY* wire() const { return m_wire; }
+    /// Edges that belong to the shell without bounding one of its faces.
+    WIRE* wire() const { return m_wire; }
     FACE* face() const { return m_face; }
     void set_face(FACE* face) { m_face = face; }
     LUMP* lump() const { return m_lump; }
@@ -133,7 +139,7 @@ private:
     SHELL* m_next = nullptr;
     ENTITY* m_subshell = nullptr;
     FACE* m_face = nullptr;
-    ENTITY* m_wire = nullptr;
+    WIRE* m_wire = nullptr;
     LUMP* m_lump = nullptr;
 };
 inline logical is_SHELL(const ENTITY* entity) { return is_entity<SHELL>(entity); }
@@ -208,7 +214,41 @@ private:
 };
 inline logical is_LOOP(const ENTITY* entity) { return is_entity<LOOP>(entity); }
 
-/// The use of an edge by a loop.
+/// Edges that hang together and bound no face. A coedge for each of them; where the wire ends, next() or
+/// previous() of its last coedge is that coedge itself. An edge without a curve is a single vertex.
+class WIRE : public entity_of<WIRE, ENTITY> {
+public:
+    static constexpr const char* external_name = "wire";
+    /// Owns the coedge and those that next() leads to.
+    explicit WIRE(COEDGE* coedge = nullptr, WIRE* next = nullptr);
+
+    WIRE* next() const { return m_next; }
+    void set_next(WIRE* next) { m_next = next; }
+    COEDGE* coedge() const { return m_coedge; }
+    void set_coedge(COEDGE* coedge) { m_coedge = coedge; }
+    /// A BODY or a SHELL.
+    ENTITY* owner() const { return m_owner; }
+    void set_owner(ENTITY* owner) { m_owner = owner; }
+    ENTITY* subshell() const { return m_subshell; }
+    /// Whether it lies in material.
+    CONTBIT cont() const { return m_cont ? BOTH_INSIDE : BOTH_OUTSIDE; }
+    void set_cont(CONTBIT cont) { m_cont = cont; }
+
+private:
+    friend entity_of;
+    template <class Visitor, class... Object>
+    static void walk(Visitor& visitor, Object&... object);
+
+    ENTITY* m_pattern = nullptr;
+    WIRE* m_next = nullptr;
+    COEDGE* m_coedge = nullptr;
+    ENTITY* m_owner = nullptr;
+    ENTITY* m_subshell = nullptr;
+    logical m_cont = BOTH_OUTSIDE;
+};
+inline logical is_WIRE(const ENTITY* entity) { return is_entity<WIRE>(entity); }
+
+/// The use of an edge by a loop or a wire.
 class COEDGE : public entity_of<COEDGE, ENTITY> {
 public:
     static constexpr const char* external_name = "coedge";
@@ -229,7 +269,7 @@ public:
     /// Whether the loop runs along the edge or against it.
     REVBIT sense() const { return m_sense ? REVERSED : FORWARD; }
     void set_sense(REVBIT sense) { m_sense = sense; }
-    /// A LOOP, or the owner of a wire.
+    /// A LOOP or a WIRE.
     ENTITY* owner() const { return m_owner; }
     void set_owner(ENTITY* owner) { m_owner = owner; }
     /// Null if the owner is no loop.
@@ -253,6 +293,7 @@ private:
     EDGE* m_edge = nullptr;
     logical m_sense = FORWARD;
     ENTITY* m_owner = nullptr;
+    std::optional<long> m_later;
     PCURVE* m_geometry = nullptr;
 };
 inline logical is_COEDGE(const ENTITY* entity) { return is_entity<COEDGE>(entity); }
@@ -283,6 +324,8 @@ public:
     void set_sense(REVBIT sense) { m_sense = sense; }
     /// "unknown", or what another kernel found.
     const std::string& convexity() const { return m_convexity; }
+    /// How far its curve may lie from the surfaces of its faces: SPAresabs, unless it is a TEDGE.
+    virtual double get_tolerance() const { return SPAresabs; }
 
 private:
     friend entity_of;
@@ -312,6 +355,8 @@ public:
     void set_edge(EDGE* edge) { m_edge = edge; }
     APOINT* geometry() const { return m_geometry; }
     void set_geometry(APOINT* geometry) { m_geometry = geometry; }
+    /// How far the curves of its edges may end from it: SPAresabs, unless it is a TVERTEX.
+    virtual double get_tolerance() const { return SPAresabs; }
 
 private:
     friend entity_of;
@@ -320,6 +365,67 @@ private:
 
     ENTITY* m_pattern = nullptr;
     EDGE* m_edge = nullptr;
+    std::optional<long> m_later;
     APOINT* m_geometry = nullptr;
 };
 inline logical is_VERTEX(const ENTITY* entity) { return is_entity<VERTEX>(entity); }
+
+/// A tolerant edge: its curve lies near the surfaces of its faces. Its coedges are TCOEDGEs.
+class TEDGE : public entity_of<TEDGE, EDGE> {
+public:
+    static constexpr const char* external_name = "tedge";
+    explicit TEDGE(VERTEX* start = nullptr, VERTEX* end = nullptr, CURVE* geometry = nullptr,
+                   REVBIT sense = FORWARD, const SPAinterval& range = {0, 0}, double tolerance = SPAresabs);
+
+    double get_tolerance() const override { return m_tolerance; }
+    void set_tolerance(double tolerance) { m_tolerance = tolerance; }
+
+private:
+    friend entity_of;
+    template <class Visitor, class... Object>
+    static void walk(Visitor& visitor, Object&... object);
+
+    double m_tolerance = SPAresabs;
+};
+inline logical is_TEDGE(const ENTITY* entity) { return is_entity<TEDGE>(entity); }
+
+/// The use of a tolerant edge. Where it runs on the surface of its face is told by its pcurve.
+class TCOEDGE : public entity_of<TCOEDGE, COEDGE> {
+public:
+    static constexpr const char* external_name = "tcoedge";
+    /// The range is that of the edge.
+    explicit TCOEDGE(EDGE* edge = nullptr, REVBIT sense = FORWARD, COEDGE* previous = nullptr,
+                     COEDGE* next = nullptr);
+
+    /// Parameters of its ends in the direction of the coedge: where it runs against its edge's curve, those
+    /// of its pcurve negated.
+    SPAinterval param_range() const { return {m_startParam, m_endParam}; }
+    void set_param_range(const SPAinterval& range);
+
+private:
+    friend entity_of;
+    template <class Visitor, class... Object>
+    static void walk(Visitor& visitor, Object&... object);
+
+    double m_startParam = 0;
+    double m_endParam = 0;
+};
+inline logical is_TCOEDGE(const ENTITY* entity) { return is_entity<TCOEDGE>(entity); }
+
+/// A tolerant vertex: a ball in which its edges end.
+class TVERTEX : public entity_of<TVERTEX, VERTEX> {
+public:
+    static constexpr const char* external_name = "tvertex";
+    explicit TVERTEX(APOINT* geometry = nullptr, double tolerance = SPAresabs);
+
+    double get_tolerance() const override { return m_tolerance; }
+    void set_tolerance(double tolerance) { m_tolerance = tolerance; }
+
+private:
+    friend entity_of;
+    template <class Visitor, class... Object>
+    static void walk(Visitor& visitor, Object&... object);
+
+    double m_tolerance = SPAresabs;
+};
+inline logical is_TVERTEX(const ENTITY* entity) { return is_entity<TVERTEX>(entity); }
