@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include "mp/shared_buffer.h"
 #include "support/json_text.h"
 #include "support/temp_dir.h"
@@ -119,6 +121,41 @@ TEST_F(ZeqSamples, GeometryIsCountedAndCanBeKept) {
     const RunResult again = zeq({"import", sample("jaw_plate.stp"), "--geometry", dir.file("jaw_plate.stp")});
     EXPECT_EQ(again.exitCode, 3);
     EXPECT_NE(again.errors.find("block_1.sab"), std::string::npos) << again.errors;
+}
+
+TEST_F(ZeqSamples, AKeptImageAndABufferCanBeInspected) {
+    const TempDir dir;
+    EXPECT_EQ(zeq({"-q", "import", sample("jaw_plate.stp"), "--geometry", dir.path()}).exitCode, 0);
+    const std::string image = dir.file("block_1.sab");
+    const RunResult kept = zeq({"inspect", image});
+    EXPECT_EQ(kept.exitCode, 0) << kept.errors;
+    for (const char* const part :
+         {"version 700, integers of 4 bytes, records: ", "made by \"Morvanta Convexor\"", "\nRecords    ",
+          " 14 face,", "\nGeometry   1 body, 14 faces", "\nTopology   sound", "\nbody #1  in place  1 lump\n",
+          "\nface 7  ", "\nedge 34  "})
+        EXPECT_NE(kept.output.find(part), std::string::npos) << part << "\n" << kept.output;
+
+    const std::string name = "inspected-" + std::to_string(::getpid());
+    const fs::path buffer = fs::path(mp::sharedDirectory()) / name;
+    fs::copy_file(image, buffer);
+    EXPECT_EQ(zeq({"inspect", name}).output, kept.output);
+    EXPECT_TRUE(fs::remove(buffer)) << "looking at a buffer does not take it";
+
+    const std::string records = zeq({"inspect", image, "--records"}).output;
+    EXPECT_NE(records.find("\n0 body $-1 "), std::string::npos) << records;
+    std::wistringstream stream(transport::fromUtf8(zeq({"inspect", image, "--json"}).output));
+    const JsonDocument report = parse(stream);
+    EXPECT_EQ(report[L"summary"][L"counts"][L"face"].GetInt(), 14);
+    EXPECT_EQ(report[L"summary"][L"faces"].Size(), 14U);
+    EXPECT_EQ(report[L"summary"][L"faces"][6][L"attributes"][0], JsonValue(L"id 7"));
+
+    fs::resize_file(image, 1500);
+    const RunResult cut = zeq({"inspect", image});
+    EXPECT_EQ(cut.exitCode, 1);
+    EXPECT_NE(cut.output.find("the image ends within"), std::string::npos) << cut.output;
+    const RunResult model = zeq({"inspect", sample("jaw_plate.stp")});
+    EXPECT_EQ(model.exitCode, 3);
+    EXPECT_NE(model.errors.find("expected the signature ACIS BinaryFile"), std::string::npos) << model.errors;
 }
 
 TEST_F(ZeqSamples, PackedFilesAndThoseOfOtherNamesAreTheSame) {

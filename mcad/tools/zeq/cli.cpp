@@ -129,6 +129,15 @@ CommandLine::CommandLine() {
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     check->add_option("--class", m_settings.className, "The class of a bare object, such as ExcBlock")
         ->type_name("NAME");
+    CLI::App* inspect = addCommand(
+        "inspect", "Show what is in an image of geometry, and what is wrong with it", EAction::inspect);
+    inspect
+        ->add_option("FILE", m_settings.file,
+                     "A kept image, or the name of a shared buffer, which stays; - is standard input")
+        ->required()
+        ->type_name("");
+    inspect->add_flag("--records", m_settings.records, "Show every record, and nothing else");
+    inspect->add_flag("--all", m_settings.all, "Show all faces and edges, however many");
     addCommand("schema", "Print the JSON Schema of all documents or of one class", EAction::schema)
         ->add_option("CLASS", m_settings.className, "The class, such as Command")
         ->type_name("");

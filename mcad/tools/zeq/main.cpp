@@ -18,6 +18,7 @@
 #include "zeq/command_builder.h"
 #include "zeq/failure.h"
 #include "zeq/import.h"
+#include "zeq/inspect.h"
 #include "zeq/schema.h"
 
 namespace zeq::host {
@@ -97,6 +98,8 @@ int perform(const Host& host, Output& output) {
         break;
     case EAction::check:
         return checkFiles(host, output);
+    case EAction::inspect:
+        return inspectImage(host, output);
     case EAction::schema:
         show(host, schemaText(host.settings.className), output);
         break;
@@ -126,6 +129,8 @@ const char* nameOf(EAction action) {
         return "check";
     case EAction::schema:
         return "schema";
+    case EAction::inspect:
+        return "inspect";
     }
     return "";
 }
