@@ -1,5 +1,5 @@
-# What `cmake --install` puts where: the programs side by side, the library, its headers under include/zeq_api, and
-# what find_package(zeq_api) and pkg-config need.
+# What `cmake --install` puts where: the programs side by side, the libraries, their headers under include/zeq_api,
+# and what find_package(zeq_api) and pkg-config need.
 include(CMakePackageConfigHelpers)
 
 set(config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/zeq_api)
@@ -30,6 +30,12 @@ file(RELATIVE_PATH pc_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 configure_file(cmake/zeq_api.pc.in zeq_api.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/zeq_api.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
+if(ZEQ_BUILD_TRANSPORT)
+  install(TARGETS zeq_transport EXPORT zeq_transport FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zeq_api)
+  install(EXPORT zeq_transport NAMESPACE zeq:: FILE zeq_transport-targets.cmake DESTINATION ${config_dir})
+  configure_file(cmake/zeq_transport.pc.in zeq_transport.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/zeq_transport.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endif()
 if(ZEQ_BUILD_TOOLS)
   file(RELATIVE_PATH bin_to_lib /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
   set_target_properties(zeq convexor PROPERTIES INSTALL_RPATH "$ORIGIN/${bin_to_lib}")

@@ -1,7 +1,7 @@
 #!/bin/bash
 # install_test.sh BUILD CXX [SOURCE ARGUMENT...]: installs the build directory BUILD into a temporary prefix,
-# then builds and runs the programs beside this script against it, through find_package and through pkg-config, and
-# looks at what the library exports.
+# then builds and runs the programs beside this script and the examples against it, through find_package and through
+# pkg-config, and looks at what the library exports.
 # With SOURCE, BUILD is first configured from there with these arguments of cmake, and built.
 set -euo pipefail
 build=$1 cxx=$2
@@ -29,6 +29,41 @@ read -ra flags < <(pkg-config --cflags --libs zeq_api)
 "$cxx" -std=c++20 "$here/main.cpp" "$here/use_library.cpp" "${flags[@]}" -o "$work/by-pkg-config"
 LD_LIBRARY_PATH=$(pkg-config --variable=libdir zeq_api) "$work/by-pkg-config"
 
+examples=$here/../../../examples
+cmake -S "$examples" -B "$work/examples" -DCMAKE_PREFIX_PATH="$work/prefix" -DCMAKE_CXX_COMPILER="$cxx"
+cmake --build "$work/examples"
+echo 12.5 >"$work/ball.txt"
+# The translator's output is kept, to see afterwards which shared buffers it made.
+printf '#!/bin/bash\n%q | tee %q\n' "$work/examples/translator" "$work/sent" >"$work/translator.sh"
+chmod +x "$work/translator.sh"
+
+expect_no_buffers() {
+    local name
+    for name in $(grep -aoE '[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}' "$work/sent"); do
+        [[ ! -e $(echo /tmp/mp-v25-*)/$name ]] || { echo "the shared buffer $name is left" >&2; exit 1; }
+    done
+    [[ -n ${name-} ]] # there were some
+}
+
+"$work/examples/host" "$work/translator.sh" "$work/ball.txt" | tee "$work/printed"
+diff - "$work/printed" <<'END'
+root Ball of block 1
+block 1 Ball
+geometry of block 1: 1 top entities
+ok 
+END
+expect_no_buffers
+if "$work/examples/host" /bin/false "$work/ball.txt"; then exit 1; fi
+read -ra flags < <(pkg-config --cflags --libs zeq_api zeq_transport)
+"$cxx" -std=c++20 "$examples/translator.cpp" "${flags[@]}" -o "$work/translator-by-pkg-config"
+LD_LIBRARY_PATH=$(pkg-config --variable=libdir zeq_api) "$work/translator-by-pkg-config" </dev/null
+
+if [[ -e $work/prefix/bin/zeq ]]; then
+    "$work/prefix/bin/zeq" --strict --translator "$work/translator.sh" import "$work/ball.txt" | tee "$work/printed"
+    grep -q '^Geometry   1 body, 1 face (1 sphere)' "$work/printed"
+    grep -q '^Topology   sound' "$work/printed"
+    expect_no_buffers
+fi
 for program in zeq convexor; do # the installed programs find the library
     [[ ! -e $work/prefix/bin/$program ]] || "$work/prefix/bin/$program" --version
 done

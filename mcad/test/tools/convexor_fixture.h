@@ -28,6 +28,7 @@ struct Answer {
     std::optional<Result> result;
     std::optional<ConvexorInfo> info;
     std::shared_ptr<ExcProductStructure> product;
+    std::size_t geometries = 0;
     std::vector<ExcStageFinished::EStage> finished;
     std::vector<std::shared_ptr<ExcProgress>> progress;
     std::wstring log;
@@ -105,8 +106,10 @@ private:
             answer.finished.push_back(stage->stage());
         else if (const auto product = std::dynamic_pointer_cast<ExcProductStructure>(wrapper.get()))
             answer.product = product;
-        else if (const auto geometry = std::dynamic_pointer_cast<ExcBlockGeometry>(wrapper.get()))
+        else if (const auto geometry = std::dynamic_pointer_cast<ExcBlockGeometry>(wrapper.get())) {
+            ++answer.geometries;
             geometry->load(); // which removes the buffer in the end
+        }
     }
 
     transport::SignalPipe m_signals{SIGCHLD};
@@ -128,9 +131,9 @@ inline Command importCommand(const std::filesystem::path& file, bool withMiscDat
     return command;
 }
 
-/// An option group with one setting; with an empty key it has its defaults.
+/// An option group with one setting.
 inline std::wstring optionGroup(const std::wstring& operation, const std::wstring& format,
-                                const std::wstring& key = {}, const std::wstring& value = {}) {
+                                const std::wstring& key, const std::wstring& value) {
     return LR"({"operation_type":")" + operation + LR"(","format_type":")" + format + LR"(",")" + key +
            LR"(":")" + value + LR"("})";
 }

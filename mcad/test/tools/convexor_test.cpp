@@ -50,11 +50,12 @@ TEST_F(Convexor, DescribesItselfTruly) {
     EXPECT_EQ(answer.info->requestedInterface(), EConvexorInterface::connect);
     ASSERT_EQ(answer.info->thirdpartyCores().size(), 1u);
     EXPECT_EQ(answer.info->thirdpartyCores()[0]->version().substr(0, 2), L"7.");
-    std::vector<std::wstring> filters;
+    std::wstring filters;
     for (const auto& format : answer.info->importFormats())
-        for (const std::wstring& filter : format->getFilters()) filters.push_back(filter);
-    EXPECT_EQ(filters, (std::vector<std::wstring>{L"STEP files|*.stp", L"STEP files|*.step",
-                                                  L"IGES files|*.igs", L"IGES files|*.iges"}));
+        for (const std::wstring& filter : format->getFilters()) filters += filter + L"\n";
+    EXPECT_EQ(filters, L"STEP files|*.stp\nSTEP files|*.step\nSTEP files|*.p21\nSTEP files|*.stp.gz\n"
+                       L"STEP files|*.step.gz\nSTEP files|*.p21.gz\nIGES files|*.igs\nIGES files|*.iges\n"
+                       L"IGES files|*.igs.gz\nIGES files|*.iges.gz\n");
     EXPECT_TRUE(answer.info->exportFormats().empty());
 }
 
@@ -197,7 +198,32 @@ TEST_F(Convexor, TellsWhatItCannotHonour) {
     }
 }
 
-TEST_F(Convexor, DoesTheSameForGroupsWithTheirDefaults) {
+TEST_F(Convexor, SendsGeometryUnlessItIsToldNotTo) {
+    const struct {
+        const wchar_t* group;
+        std::size_t geometries;
+    } rows[] = {
+        {LR"({"operation_type":"import","format_type":"STEP","layer_name_mode":"asm_rep"})", 1},
+        {LR"({"operation_type":"import","format_type":"STEP","import_geometry":true})", 1},
+        {LR"({"operation_type":"import","format_type":"STEP","import_geometry":false})", 0},
+        {LR"({"operation_type":"import","format_type":"NX","import_geometry":false})", 1},
+    };
+    for (const auto& row : rows) {
+        Translator translator;
+        translator.send(LR"({"command":"import","options":{"translate_misc_data":true,"file":")" +
+                        transport::fromUtf8(sample("jaw_plate.stp").string()) + LR"(","format_options":[)" +
+                        row.group + L"]}}");
+        const Answer answer = translator.answer();
+        ASSERT_TRUE(answer.product);
+        EXPECT_EQ(answer.geometries, row.geometries) << transport::toUtf8(row.group);
+        bool hasFigures = false;
+        for (const ExcMiscPropertiesGroup& group : answer.product->blocks()[0]->miscData().groups())
+            hasFigures = hasFigures || group.name() == L"geometry check";
+        EXPECT_EQ(hasFigures, row.geometries == 1) << transport::toUtf8(row.group);
+    }
+}
+
+TEST_F(Convexor, DoesTheSameForGroupsWithTheirDefaultsAndGeometry) {
     const auto structureOf = [](const Answer& answer, JsonDocument& structure) {
         for (const ExcBlockReferencePtr& reference : answer.product->rootBlockReferences())
             reference->setGuid({}); // new with each import
@@ -205,12 +231,14 @@ TEST_F(Convexor, DoesTheSameForGroupsWithTheirDefaults) {
             for (const ExcBlockReferencePtr& reference : block->blockReferences()) reference->setGuid({});
         answer.product->writeObject(structure, structure.GetAllocator());
     };
-    std::wstring groups;
-    for (const auto& [operation, format] : IFormatOptions::kinds())
-        if (operation != EOperationType::export_)
-            groups +=
-                (groups.empty() ? L"" : L",") + optionGroup(enumToString(operation), enumToString(format));
-    for (const char* file : {"bench_vise.stp", "fastener.igs"}) {
+    for (const auto& [file, fileFormat] :
+         {std::pair("bench_vise.stp", EFormatType::STEP), std::pair("fastener.igs", EFormatType::IGES)}) {
+        std::wstring groups;
+        for (const auto& [operation, format] : IFormatOptions::kinds())
+            if (operation != EOperationType::export_)
+                groups += std::wstring(groups.empty() ? L"" : L",") + LR"({"operation_type":")" +
+                          enumToString(operation) + LR"(","format_type":")" + enumToString(format) +
+                          (format == fileFormat ? LR"(","import_geometry":true})" : LR"("})");
         const Answer without = importWith(sample(file), {});
         const Answer with = importWith(sample(file), groups);
         JsonDocument expected, structure;
@@ -374,11 +402,13 @@ TEST_F(LongImport, EndsInOrderWhenTerminated) {
     EXPECT_TRUE(translator.endsInOrder());
 }
 
-TEST_F(LongImport, EndsWhenTheHostClosesTheInput) {
+TEST_F(LongImport, IsAnsweredAlthoughTheInputHasEnded) {
     Translator translator;
     translator.send(importCommand(lattice()));
     const Answer answer = translator.answer([&] { translator.process().closeInput(); });
-    EXPECT_FALSE(answer.product);
+    ASSERT_TRUE(answer.result);
+    EXPECT_EQ(answer.result->code(), Result::ECode::ok);
+    EXPECT_TRUE(answer.product);
     EXPECT_TRUE(translator.endsInOrder());
 }
 

@@ -17,6 +17,8 @@
 #include "zeq_api/command/command.h"
 #include "zeq_api/command/result.h"
 #include "zeq_api/convexor_info/convexor_info.h"
+#include "zeq_api/exchange_mechanical/block_geometry.h"
+#include "zeq_api/exchange_mechanical/owned_entities.h"
 #include "zeq_api/exchange_object/exchange_object_wrapper.h"
 #include "zeq_api/exchange_object/messages.h"
 #include "zeq_api/exchange_structure/product_structure.h"
@@ -110,6 +112,19 @@ std::shared_ptr<ExcProductStructure> cart() {
     return result;
 }
 
+/// A cart whose frame had so many faces, as its translator says.
+std::shared_ptr<ExcProductStructure> cartWithFrameOf(int faces) {
+    auto result = cart();
+    ExcMiscPropertiesGroup figures;
+    figures.name() = L"geometry check";
+    ExcMiscProperty count;
+    count.name() = L"faces";
+    count.value() = std::to_wstring(faces);
+    figures.addProperty(count);
+    result->getBlockById(2)->miscData().addGroup(figures);
+    return result;
+}
+
 [[noreturn]] void waitForEndOfInput() {
     for (std::wstring ignored; input.next(ignored);) {
     }
@@ -190,6 +205,16 @@ const std::map<std::string, std::function<void()>>& misbehaviours() {
              writeRaw(transport::encodeFrame(L"{\"code\":\"ok\"}").substr(0, 9));
              std::exit(0);
          }},
+        {"banner",
+         [] {
+             writeRaw("\x1B[31mLoading\nmodules\n");
+             waitForEndOfInput();
+         }},
+        {"word",
+         [] {
+             writeRaw("hi\n");
+             std::exit(0);
+         }},
         {"huge-frame",
          [] {
              writeRaw("\xFF\xFF\xFF\xFF");
@@ -252,6 +277,17 @@ const std::map<std::string, std::function<void()>>& misbehaviours() {
          [] {
              send(cart());
              sendResult(Result::ECode::warning, L"one face is missing");
+         }},
+        {"lost-part", [] { answer(cartWithFrameOf(4)); }},
+        {"lost-face",
+         [] {
+             const auto product = cartWithFrameOf(4);
+             const auto geometry = std::make_shared<ExcBlockGeometry>();
+             geometry->setBlockId(2);
+             const OwnedEntities ball(new BODY(new LUMP(new SHELL(new FACE(new SPHERE({0, 0, 0}, 1))))));
+             geometry->setGeometry(ball.list, true);
+             send(geometry);
+             answer(product);
          }},
         {"two-results",
          [] {

@@ -128,6 +128,9 @@ TEST(Frame, WhatAFrameCannotBeIsRefused) {
     const std::vector<std::pair<std::string, std::string>> rows{
         {"\xFF\xFF\xFF\xFF"s, "a frame claims 4294967295 bytes"},
         {"\x01\x00\x00\x40"s, "a frame claims 1073741825 bytes"},
+        {"Loading\nmodules"s, "text instead of a frame: 'Loading'"},
+        {"\r\n\033[1mhi"s, "text instead of a frame: '\033[1mhi'"},
+        {"~~~~"s, "text instead of a frame: '~~~~'"},
         {frameOf("\xC0\x80"), "malformed UTF-8: overlong sequence"},
         {frameOf("ok\xE2\x82"), "malformed UTF-8: cut sequence"},
     };
@@ -142,11 +145,14 @@ TEST(Frame, WhatAFrameCannotBeIsRefused) {
             EXPECT_EQ(error.what(), message);
         }
     }
-    // The largest length is believed, but nothing is reserved for it.
-    FrameDecoder decoder;
-    decoder.feed("\x00\x00\x00\x40"s);
-    std::wstring text;
-    EXPECT_FALSE(decoder.next(text));
+    // The largest length is believed, but nothing is reserved for it; and one that could be text, before a
+    // document.
+    for (const std::string& bytes : {"\x00\x00\x00\x40"s, "   \n"s, "   \n{"s}) {
+        FrameDecoder decoder;
+        decoder.feed(bytes);
+        std::wstring text;
+        EXPECT_FALSE(decoder.next(text)) << bytes;
+    }
     EXPECT_THROW(encodeFrame(std::wstring(1, std::numeric_limits<wchar_t>::min())), ProtocolError);
 }
 
@@ -167,6 +173,19 @@ TEST(Frame, FramesLargerThanThePipePassBetweenProcesses) {
     EXPECT_EQ(text, L"last");
     EXPECT_FALSE(reader.next(text));
     EXPECT_EQ(zeq::test::waitForChild(child), 0);
+}
+
+TEST(Frame, AWordIsNoFrameThatWasCut) {
+    Pipe pipe;
+    ASSERT_EQ(::write(pipe.writeEnd.get(), "hi\n", 3), 3);
+    pipe.writeEnd.reset();
+    std::wstring text;
+    try {
+        FrameReader(pipe.readEnd.get()).next(text);
+        ADD_FAILURE();
+    } catch (const ProtocolError& error) {
+        EXPECT_STREQ(error.what(), "text instead of a frame: 'hi'");
+    }
 }
 
 } // namespace

@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
+#include <regex>
 #include <sstream>
 #include <string>
 #include <tuple>
@@ -46,8 +48,8 @@ zeq::JsonDocument report(const std::string& text) {
     zeq::JsonDocument json;
     std::wistringstream stream(zeq::transport::fromUtf8(text));
     EXPECT_TRUE(zeq::JsonTextIO::read(stream, json) && json.IsObject()) << text;
-    for (const wchar_t* key :
-         {L"version", L"command", L"file", L"documents", L"contents", L"summary", L"exit_code", L"error"})
+    for (const wchar_t* key : {L"version", L"command", L"file", L"documents", L"contents", L"summary",
+                               L"warnings", L"exit_code", L"error"})
         EXPECT_TRUE(json.IsObject() && json.HasMember(key)) << text;
     return json;
 }
@@ -165,7 +167,11 @@ TEST(ZeqCommands, WrongUsageIsExplained) {
         {{"--timeout", "inf", "ping"}, "is not a positive number of seconds"},
         {{"--log", "7:file", "ping"}, "is not LEVEL:FILE"},
         {{"--log", "debug", "ping"}, "is not LEVEL:FILE"},
-        {{"--color", "pink", "ping"}, "--color"},
+        {{"--color", "pink", "ping"}, "--color: 'pink' is none of auto, always, never"},
+        {{"--geometry", "x", "import", file},
+         "the option '--geometry' belongs to zeq import and tree, after whose name it stands"},
+        {{"--set=a=b", "ping"},
+         "'--set' belongs to zeq import, tree, command import and command export, after"},
         {{"command", "imporrt", file}, "unknown command 'imporrt'; did you mean 'import'?"},
         {{"command", "ping", "--interface", "old"}, "'old' is none of uconnect, connect, legacy"},
         {{"import", file, "--set", "STP.x=1"},
@@ -316,6 +322,16 @@ TEST(ZeqCommands, CommandsArePrintedForAnyFormatAndInterface) {
          R"("force_mp_mode":false,"translate_world_orientation":true,"translate_misc_data":true,)"
          R"("format_options":[{"operation_type":"import","format_type":"parasolid",)"
          R"("hidden_entities_mode":"none"}],"modeler_version":30},"mt_mode":true})"},
+        // Geometry is wanted unless somebody says that it is not.
+        {{"import", "/a.stp", "--set", "STEP.layer_name_mode=asm_rep", "--set", "JT.import_geometry=false"},
+         R"({"convexor_interface":"connect","command":"import","options":{"file":"/a.stp",)"
+         R"("force_mp_mode":false,"translate_world_orientation":true,"translate_misc_data":true,)"
+         R"("format_options":[{"operation_type":"import","format_type":"STEP","import_geometry":true,)"
+         R"("import_visualization":false,"import_root_visualization":false,"layer_name_mode":"asm_rep",)"
+         R"("visu_pmi_mode":"unknown"},{"operation_type":"import","format_type":"JT",)"
+         R"("import_geometry":false,"import_visualization":false,"import_root_visualization":false,)"
+         R"("edges_mode":"unknown","user_prop_mode":"unknown","visu_pmi_mode":"unknown",)"
+         R"("import_visu_lod":""}],"modeler_version":31},"mt_mode":false})"},
         // What --set says goes before what the file says.
         {{"export", "/a.stl", "--format-options", "-", "--set", "STL.save_mode=binary_le", "--set",
           "geometry_flags=2"},
@@ -355,6 +371,8 @@ TEST(ZeqCommands, AStoredCommandIsSentAsItIs) {
          "/mtmode: Command has no member 'mtmode'; did you mean 'mt_mode'?"},
         {R"({"command":"import"})", 3, "Cannot send '-': Import command should contain options."},
         {"[]", 3, "Cannot send '-': Command::readObject: invalid json document"},
+        {"{\n\"command\":}", 3,
+         "Cannot send '-': not a JSON document (line 2, character 11: Invalid value.)"},
         {"\xFF", 3, "Cannot send '-': malformed UTF-8"},
     };
     for (const auto& [input, exitCode, message] : rows) {
@@ -362,6 +380,55 @@ TEST(ZeqCommands, AStoredCommandIsSentAsItIs) {
         const RunResult result = runFake("", {"run", "-"}, options);
         EXPECT_EQ(result.exitCode, exitCode) << input;
         EXPECT_NE(result.errors.find(message), std::string::npos) << result.errors;
+    }
+}
+
+TEST(ZeqCommands, ATreeAsksForTheStructureAlone) {
+    const std::regex said("\"import_geometry\": (\\w+)");
+    const auto asked = [&said](std::vector<std::string> arguments) {
+        arguments.insert(arguments.end(), {file, "--no-progress"});
+        const std::string sent = runFake("echo", arguments).errors;
+        std::map<std::string, int> values;
+        for (std::sregex_iterator at(sent.begin(), sent.end(), said), end; at != end; ++at)
+            ++values[(*at)[1]];
+        return values;
+    };
+    const TempDir dir;
+    using Values = std::map<std::string, int>;
+    EXPECT_EQ(asked({"import"}), Values{});
+    EXPECT_EQ(asked({"tree"}), (Values{{"false", 4}}));
+    EXPECT_EQ(asked({"tree", "--set", "STEP.import_geometry=true"}), (Values{{"false", 3}, {"true", 1}}));
+    EXPECT_EQ(asked({"tree", "--geometry", dir.path()}), Values{});
+}
+
+TEST(ZeqCommands, StrictMakesAFailureOfAnyWarning) {
+    const struct {
+        std::string mode, lastLine, text;
+        int warnings;
+    } rows[] = {
+        {"", "Time ", "", 0},
+        {"warning", "Time ", "one face is missing", 1},
+        {"cyclic", "Time ", "1 reference to blocks that are missing", 2},
+        {"lost-part", "Missing    1 part; --strict makes that a failure",
+         "geometry of block 2: it did not arrive", 1},
+        {"lost-face", "Missing    3 faces; --strict makes that a failure",
+         "geometry of block 2: faces is 1, but the translator had 4", 11},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.mode);
+        const RunResult loose = runFake(row.mode, {"-q", "import", file});
+        EXPECT_EQ(loose.exitCode, 0) << loose.errors;
+        const std::string last = loose.output.substr(loose.output.rfind('\n', loose.output.size() - 2) + 1);
+        EXPECT_TRUE(last.starts_with(row.lastLine)) << loose.output;
+        const RunResult strict = runFake(row.mode, {"--strict", "--json", "import", file});
+        EXPECT_EQ(strict.exitCode, row.warnings > 0 ? 1 : 0);
+        const zeq::JsonDocument json = report(strict.output);
+        EXPECT_EQ(json[L"exit_code"].GetInt(), strict.exitCode);
+        EXPECT_EQ(json[L"error"].IsNull(), row.warnings == 0);
+        const auto warnings = json[L"warnings"].GetArray();
+        ASSERT_EQ(static_cast<int>(warnings.Size()), row.warnings);
+        if (row.warnings == 0) continue;
+        EXPECT_EQ(zeq::transport::toUtf8(warnings[0].GetString()), row.text);
     }
 }
 
@@ -375,6 +442,7 @@ TEST(ZeqCommands, CheckTellsWhatIsWrongAndWhetherAnythingIs) {
     const std::string bad = write("bad", R"({"command":"pong"})");
     const std::string bare = write("bare", R"({"id":-1})");
     const std::string sent = write("report", runFake("", {"tree", file, "--json"}).output);
+    const std::string cyclic = write("cyclic", runFake("cyclic", {"tree", file, "--json"}).output);
     const std::vector<std::tuple<std::vector<std::string>, int, std::string>> rows{
         {{good}, 0, good + ": Command, nothing found\n"},
         {{good, bad},
@@ -383,7 +451,8 @@ TEST(ZeqCommands, CheckTellsWhatIsWrongAndWhetherAnythingIs) {
                "'ping'?"},
         {{bare, "--class", "ExcBlock"}, 1, bare + "#/id: error: -1 is out of the range"},
         {{bare}, 1, "--class tells what it is"},
-        {{sent}, 0, "documents, nothing found\n"},
+        {{sent}, 0, ": note: 6 instances have no GUID\n"},
+        {{cyclic}, 1, "/blocks/1/block_references/0/block_id: error: the block contains itself: 1 > 2 > 1\n"},
         {{write("text", "{")}, 1, "not a JSON document (line 1, character 2: "},
         {{bare, "--class", "ExcBlok"}, 2, "unknown class 'ExcBlok'; did you mean 'ExcBlock'?"},
         {{bare, "--class", "OptionsSTEP"}, 2, "may be exp::OptionsSTEP or imp::OptionsSTEP"},

@@ -43,7 +43,14 @@ struct Row {
 TEST(ZeqFaults, AFaultOfTheTranslatorIsNamed) {
     const std::vector<Row> rows{
         {"crash", 5, "the translator was killed by signal 11 (Segmentation fault) before it answered"},
-        {"killed", 5, "the translator was killed by signal 9 (Killed) before it answered"},
+        {"crash", 5, "before it answered; the file may be damaged"},
+        {"killed", 5,
+         "the translator was killed by signal 9 (Killed) before it answered; the memory of the machine may "
+         "have run "
+         "out"},
+        {"banner", 5, "the translator broke the protocol: text instead of a frame: '\\x1B[31mLoading'"},
+        {"word", 5,
+         "the translator exited with status 0 after it wrote text instead of documents ('hi') before it"},
         {"exit", 5, "the translator exited with status 0 before it answered"},
         {"exit-7", 5, "the translator exited with status 7 before it answered"},
         {"half-frame", 5,

@@ -1,4 +1,5 @@
 // The whole way: sample models, the real translator, and what zeq shows of them.
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -9,10 +10,14 @@
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
+#include "mp/shared_buffer.h"
 #include "support/json_text.h"
 #include "support/temp_dir.h"
 #include "tools/zeq_run.h"
 #include "transport/utf8.h"
+#include "zeq_api/codec/compressor.h"
 
 namespace {
 
@@ -116,6 +121,92 @@ TEST_F(ZeqSamples, GeometryIsCountedAndCanBeKept) {
     const RunResult again = zeq({"import", sample("jaw_plate.stp"), "--geometry", dir.file("jaw_plate.stp")});
     EXPECT_EQ(again.exitCode, 3);
     EXPECT_NE(again.errors.find("block_1.sab"), std::string::npos) << again.errors;
+}
+
+TEST_F(ZeqSamples, AKeptImageAndABufferCanBeInspected) {
+    const TempDir dir;
+    EXPECT_EQ(zeq({"-q", "import", sample("jaw_plate.stp"), "--geometry", dir.path()}).exitCode, 0);
+    const std::string image = dir.file("block_1.sab");
+    const RunResult kept = zeq({"inspect", image});
+    EXPECT_EQ(kept.exitCode, 0) << kept.errors;
+    for (const char* const part :
+         {"version 700, integers of 4 bytes, records: ", "made by \"Morvanta Convexor\"", "\nRecords    ",
+          " 14 face,", "\nGeometry   1 body, 14 faces", "\nTopology   sound", "\nbody #1  in place  1 lump\n",
+          "\nface 7  ", "\nedge 34  "})
+        EXPECT_NE(kept.output.find(part), std::string::npos) << part << "\n" << kept.output;
+
+    const std::string name = "inspected-" + std::to_string(::getpid());
+    const fs::path buffer = fs::path(mp::sharedDirectory()) / name;
+    fs::copy_file(image, buffer);
+    EXPECT_EQ(zeq({"inspect", name}).output, kept.output);
+    EXPECT_TRUE(fs::remove(buffer)) << "looking at a buffer does not take it";
+
+    const std::string records = zeq({"inspect", image, "--records"}).output;
+    EXPECT_NE(records.find("\n0 body $-1 "), std::string::npos) << records;
+    std::wistringstream stream(transport::fromUtf8(zeq({"inspect", image, "--json"}).output));
+    const JsonDocument report = parse(stream);
+    EXPECT_EQ(report[L"summary"][L"counts"][L"face"].GetInt(), 14);
+    EXPECT_EQ(report[L"summary"][L"faces"].Size(), 14U);
+    EXPECT_EQ(report[L"summary"][L"faces"][6][L"attributes"][0], JsonValue(L"id 7"));
+
+    fs::resize_file(image, 1500);
+    const RunResult cut = zeq({"inspect", image});
+    EXPECT_EQ(cut.exitCode, 1);
+    EXPECT_NE(cut.output.find("the image ends within"), std::string::npos) << cut.output;
+    const RunResult model = zeq({"inspect", sample("jaw_plate.stp")});
+    EXPECT_EQ(model.exitCode, 3);
+    EXPECT_NE(model.errors.find("expected the signature ACIS BinaryFile"), std::string::npos) << model.errors;
+}
+
+TEST_F(ZeqSamples, PackedFilesAndThoseOfOtherNamesAreTheSame) {
+    const TempDir dir;
+    const auto packed = [&dir](const std::string& from, const std::string& name, std::size_t bytes) {
+        std::ifstream stream(from, std::ios::binary);
+        const std::string plain{std::istreambuf_iterator<char>(stream), {}};
+        std::string gzip;
+        zeq::Compressor::compress(gzip, plain.data(), plain.size(), -1);
+        std::ofstream(dir.file(name), std::ios::binary) << gzip.substr(0, bytes);
+        return dir.file(name);
+    };
+    const std::string plate = sample("jaw_plate.stp");
+    fs::copy_file(plate, dir.file("a.p21"));
+    const auto whole = std::string::npos;
+    for (const auto& [model, copy] :
+         {std::pair(plate, packed(plate, "a.stp.gz", whole)), std::pair(plate, dir.file("a.p21")),
+          std::pair(plate, packed(plate, "a.step", whole)), // what it is tells its content
+          std::pair(sample("fastener.igs"), packed(sample("fastener.igs"), "a.igs.gz", whole))}) {
+        const RunResult result = zeq({"-q", "--strict", "import", copy});
+        EXPECT_EQ(result.exitCode, 0) << result.errors;
+        const auto tree = treeLines(result.output);
+        const auto expected = treeLines(zeq({"-q", "import", model}).output);
+        ASSERT_EQ(tree.size(), expected.size()) << copy; // the first line may have the name of the file
+        EXPECT_TRUE(std::equal(tree.begin() + 1, tree.end(), expected.begin() + 1)) << result.output;
+    }
+    const RunResult cut = zeq({"import", packed(plate, "cut.stp.gz", 900)});
+    EXPECT_EQ(cut.exitCode, 4);
+    EXPECT_NE(cut.errors.find("its compression is damaged: unexpected end of file"), std::string::npos)
+        << cut.errors;
+}
+
+TEST_F(ZeqSamples, ASharedDirectoryThatTakesNothingIsNamed) {
+    if (runProgram({"/usr/bin/unshare", "-m", "mount", "-t", "tmpfs", "none", mp::sharedDirectory()})
+            .exitCode != 0)
+        GTEST_SKIP() << "needs a namespace of its own for mounts";
+    for (const auto& [options, reason] :
+         {std::pair("nr_inodes=1", "No space left on device"),
+          std::pair("size=4k", "No space left on device"), std::pair("ro", "Read-only file system")}) {
+        const std::string shared = mp::sharedDirectory();
+        const RunResult result =
+            runProgram({"/usr/bin/unshare", "-m", "/bin/sh", "-c",
+                        std::string("mount -t tmpfs -o ") + options + " none " + shared + " && cd " + shared +
+                            " && '" + ZEQ_PROGRAM + "' --translator '" + ZEQ_CONVEXOR + "' import '" +
+                            sample("bench_vise.stp") + "'; code=$?; ls " + shared + "; exit $code"});
+        EXPECT_EQ(result.exitCode, 4) << options;
+        EXPECT_EQ(result.output, "") << "nothing is shown, and nothing left";
+        EXPECT_NE(result.errors.find("Cannot write to the shared directory '" + shared + "': " + reason),
+                  std::string::npos)
+            << result.errors;
+    }
 }
 
 TEST_F(ZeqSamples, AStoredCommandDoesWhatTheImportDoes) {

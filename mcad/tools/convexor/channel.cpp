@@ -13,7 +13,9 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include "mp/exception.h"
 #include "mp/shared_buffer.h"
+#include "mp/string.h"
 #include "zeq_api/exchange_object/exchange_object_wrapper.h"
 
 namespace zeq::convexor {
@@ -65,8 +67,10 @@ void Channel::send(const std::shared_ptr<ExcBlockGeometry>& geometry, const ENTI
                    bool compress) {
     const std::lock_guard sending(m_sending);
     write([&](mp::OutputStream& stream) {
-        if (!geometry->setGeometry(entities, compress))
+        if (!geometry->setGeometry(entities, compress)) {
+            if (!geometry->bufferError().empty()) throw mp::SharedMemoryException(geometry->bufferError());
             throw std::runtime_error("its geometry cannot be saved");
+        }
         ExchangeObjectWrapper wrapper;
         wrapper.set(geometry);
         wrapper.writeObject(stream);
@@ -96,6 +100,10 @@ void Channel::write(const Compose& compose) {
     m_composing = true;
     try {
         compose(stream);
+    } catch (const mp::SharedMemoryException& error) {
+        m_composing = false;
+        throw mp::SharedMemoryException(L"Cannot write to the shared directory '" +
+                                        mp::toWideString(mp::sharedDirectory()) + L"': " + error.message());
     } catch (...) {
         m_composing = false;
         throw;

@@ -16,7 +16,8 @@
 namespace zeq::convexor {
 
 /// Writes documents as frames. When the host no longer listens, sending does not return: nobody is left to
-/// work for, and the process ends as with endProcess().
+/// work for, and the process ends as with endProcess(). Sending throws mp::SharedMemoryException, with a text
+/// for the user, when the shared directory takes no buffer.
 class Channel {
 public:
     explicit Channel(int fd) : m_fd(fd), m_writer(fd) {}

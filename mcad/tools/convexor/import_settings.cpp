@@ -3,12 +3,15 @@
 #include "convexor/import_settings.h"
 
 #include <algorithm>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "zeq_api/format_options/common_options.h"
 #include "zeq_api/format_options/import_options.h"
+#include "zeq_api/json/dom_model.h"
+#include "zeq_api/json/text_io.h"
 
 namespace zeq::convexor {
 
@@ -84,9 +87,31 @@ void reportWhatIsLeft(const IFormatOptions& group, EFormatType fileFormat, Repor
             (isUsed ? L": not honoured: " + keys : L": not used for importing " + enumToString(fileFormat)));
 }
 
+/// Whether the import group of that format says that no geometry is wanted. One that says nothing does not.
+bool refusesGeometry(const std::wstring& commandText, EFormatType format) {
+    JsonDocument command;
+    std::wistringstream stream(commandText);
+    if (!JsonTextIO::read(stream, command)) return false;
+    const JsonValue* const options = json::findMember(command, L"options");
+    const JsonValue* const groups = options ? json::findMember(*options, L"format_options") : nullptr;
+    bool refuses = false;
+    if (!groups || !groups->IsArray()) return refuses;
+    for (const JsonValue& group : groups->GetArray()) {
+        const JsonValue* const operation = findString(group, L"operation_type");
+        const JsonValue* const name = findString(group, L"format_type");
+        if (!operation || !name || enumToString(EOperationType::import) != operation->GetString() ||
+            enumToString(format) != name->GetString())
+            continue;
+        const JsonValue* const said = json::findMember(group, L"import_geometry");
+        refuses = said && said->IsFalse(); // of several groups of a format the last one counts
+    }
+    return refuses;
+}
+
 } // namespace
 
-ImportSettings importSettings(const ImportOptions& options, EFormatType fileFormat, Reporter& reporter) {
+ImportSettings importSettings(const ImportOptions& options, const std::wstring& commandText,
+                              EFormatType fileFormat, Reporter& reporter) {
     for (const EnumEntry& format : enumTable(EFormatType{}).entries())
         if (const auto group = options.formatOptions(static_cast<EFormatType>(format.value)))
             reportWhatIsLeft(*group, fileFormat, reporter);
@@ -105,6 +130,7 @@ ImportSettings importSettings(const ImportOptions& options, EFormatType fileForm
 
     if (const auto iges = findGroup<imp::OptionsIGES>(options); iges && fileFormat == EFormatType::IGES)
         settings.hiddenEntities = iges->hiddenEntitiesMode() != ETranslateHiddenEntitiesModeType::none;
+    settings.geometry = !refusesGeometry(commandText, fileFormat);
     return settings;
 }
 

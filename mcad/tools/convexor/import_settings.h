@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "convexor/reporter.h"
 #include "zeq_api/command/options.h"
@@ -15,11 +16,14 @@ struct ImportSettings {
     ELengthUnitType lengthUnit = ELengthUnitType::unknown;
     bool miscData = false;      ///< whether layers, materials and properties travel
     bool hiddenEntities = true; ///< whether hidden parts and assemblies travel, marked as such
+    bool geometry = true;       ///< whether the shapes of parts travel, or the structure alone
 };
 
 /// Takes the settings for a file of that format from a command. For each option group, one log line names the
 /// keys that were set and cannot be honoured.
-ImportSettings importSettings(const ImportOptions& options, EFormatType fileFormat, Reporter& reporter);
+/// @param commandText the command as it arrived: of a flag, its class cannot tell whether anybody said it
+ImportSettings importSettings(const ImportOptions& options, const std::wstring& commandText,
+                              EFormatType fileFormat, Reporter& reporter);
 
 /// The group of that class; null when there is none.
 template <class Group>

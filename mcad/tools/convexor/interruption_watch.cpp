@@ -1,4 +1,4 @@
-// The thread that waits for signals and for the end of the input.
+// The thread that waits for signals and for the end of the output.
 #include "convexor/interruption_watch.h"
 
 #include <cerrno>
@@ -10,8 +10,8 @@
 
 namespace zeq::convexor {
 
-InterruptionWatch::InterruptionWatch(int input, Channel& channel)
-    : m_input(input), m_channel(channel), m_signals({SIGTERM, SIGINT, SIGHUP}),
+InterruptionWatch::InterruptionWatch(int output, Channel& channel)
+    : m_output(output), m_channel(channel), m_signals({SIGTERM, SIGINT, SIGHUP}),
       m_wakeUp(::eventfd(0, EFD_CLOEXEC)) {
     if (!m_wakeUp.isOpen()) throw std::system_error(errno, std::generic_category(), "eventfd");
     m_thread = std::thread([this] { run(); });
@@ -32,12 +32,12 @@ void InterruptionWatch::wake() { ::eventfd_write(m_wakeUp.get(), 1); }
 
 void InterruptionWatch::run() {
     while (!m_stopping) {
-        // With no events asked for, the input reports only that its other end was closed.
+        // With no events asked for, the output reports only that its other end was closed.
         pollfd entries[] = {
-            {m_signals.fd(), POLLIN, 0}, {m_wakeUp.get(), POLLIN, 0}, {m_working ? m_input : -1, 0, 0}};
+            {m_signals.fd(), POLLIN, 0}, {m_wakeUp.get(), POLLIN, 0}, {m_working ? m_output : -1, 0, 0}};
         if (::poll(entries, std::size(entries), -1) < 0) continue;
-        const auto& [signals, wakeUp, input] = entries;
-        if (signals.revents != 0 || input.revents != 0) m_channel.endProcess();
+        const auto& [signals, wakeUp, output] = entries;
+        if (signals.revents != 0 || output.revents != 0) m_channel.endProcess();
         if (eventfd_t count; wakeUp.revents != 0) ::eventfd_read(m_wakeUp.get(), &count);
     }
 }

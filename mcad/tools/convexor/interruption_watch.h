@@ -10,18 +10,18 @@
 
 namespace zeq::convexor {
 
-/// A thread that ends the process through the channel when SIGTERM, SIGINT or SIGHUP arrives, or when the
-/// host closes the input while work is under way. The kernel parses for seconds without asking whether to
+/// A thread that ends the process through the channel when SIGTERM, SIGINT or SIGHUP arrives, or when nobody
+/// reads the output any more while work is under way. The kernel parses for seconds without asking whether to
 /// stop, so the work itself cannot watch.
 class InterruptionWatch {
 public:
     /// @throws std::system_error when the system has no descriptors or threads left
-    InterruptionWatch(int input, Channel& channel);
+    InterruptionWatch(int output, Channel& channel);
     InterruptionWatch(const InterruptionWatch&) = delete;
     InterruptionWatch& operator=(const InterruptionWatch&) = delete;
     ~InterruptionWatch();
 
-    /// Watches the input too for as long as it lives.
+    /// Watches the output too for as long as it lives.
     class Work {
     public:
         explicit Work(InterruptionWatch& watch) : m_watch(watch) { m_watch.setWorking(true); }
@@ -38,7 +38,7 @@ private:
     void wake();
     void run();
 
-    const int m_input;
+    const int m_output;
     Channel& m_channel;
     transport::SignalPipe m_signals;
     transport::Descriptor m_wakeUp;

@@ -30,7 +30,9 @@ int main(int argc, char** argv) {
     CLI::App app(
         "Reads STEP and IGES files for a host program.\n"
         "Commands arrive on standard input and documents leave on standard output, each as a frame: a\n"
-        "4-byte little-endian length and that many bytes of UTF-8. The program ends when its input does.");
+        "4-byte little-endian length and that many bytes of UTF-8. When the input ends, the commands that\n"
+        "have arrived are answered, and the program ends. It gives up at once on SIGTERM, SIGINT and\n"
+        "SIGHUP, and when nobody reads its output any more.");
     app.set_version_flag("--version", "convexor " CONVEXOR_VERSION);
     bool isPlain = false;
     app.add_flag("--no-compression", isPlain, "Leave geometry in shared buffers uncompressed");

@@ -2,14 +2,10 @@
 #include "convexor/model_reader.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <optional>
 #include <string_view>
-#include <system_error>
-
-#include <unistd.h>
 
 #include <IGESCAFControl_Reader.hxx>
 #include <IGESData_GlobalSection.hxx>
@@ -117,21 +113,6 @@ private:
     Handle(LogPrinter) m_printer;
 };
 
-[[noreturn]] void fail(const std::filesystem::path& path, const std::string& reason) {
-    throw ImportError("Cannot read '" + path.string() + "': " + reason);
-}
-
-/// Finds what the kernel would answer with a crash or a wrong reason.
-void requireReadable(const std::filesystem::path& path) {
-    std::error_code error;
-    const auto status = std::filesystem::status(path, error);
-    if (status.type() == std::filesystem::file_type::not_found) fail(path, "there is no such file");
-    if (error) fail(path, error.message());
-    if (!std::filesystem::is_regular_file(status)) fail(path, "it is not a regular file");
-    if (::access(path.c_str(), R_OK) != 0) fail(path, std::generic_category().message(errno));
-    if (std::filesystem::is_empty(path, error)) fail(path, "the file is empty");
-}
-
 /// Whether the file holds UTF-8 and nothing else.
 bool isUtf8(const std::filesystem::path& path) {
     std::ifstream stream(path, std::ios::binary);
@@ -177,16 +158,16 @@ int reportChecks(const Interface_CheckIterator& checks, const Handle(Interface_I
 /// `basicReader` is the one that owns the session; `prepare()` is called once the file is in memory and
 /// returns how many errors it found.
 template <class Reader, class BasicReader, class Preparation>
-Model read(Reader& reader, BasicReader& basicReader, const std::filesystem::path& path, Reporter& reporter,
+Model read(Reader& reader, BasicReader& basicReader, const InputFile& input, Reporter& reporter,
            const Preparation& prepare) {
     const MessageCapture messages(reporter);
     Interface_Static::SetCVal("xstep.cascade.unit", "MM");
 
-    reporter.beginPulse(L"Reading " + wideText(path.filename().string()));
-    if (reader.ReadFile(path.c_str()) != IFSelect_RetDone)
-        fail(path, "it is damaged or not of the format that its name tells" +
-                       (messages.lastError().empty() ? "" : " (" + messages.lastError() + ")"));
-    if (reader.NbRootsForTransfer() == 0) fail(path, "it holds no model");
+    reporter.beginPulse(L"Reading " + wideText(input.path().filename().string()));
+    if (reader.ReadFile(input.plainPath().c_str()) != IFSelect_RetDone)
+        cannotRead(input.path(), "it is damaged or not of the format that its name tells" +
+                                     (messages.lastError().empty() ? "" : " (" + messages.lastError() + ")"));
+    if (reader.NbRootsForTransfer() == 0) cannotRead(input.path(), "it holds no model");
 
     Model model{new TDocStd_Document("BinXCAF")};
     model.errors = prepare();
@@ -200,7 +181,7 @@ Model read(Reader& reader, BasicReader& basicReader, const std::filesystem::path
     const Handle(Transfer_TransientProcess) process = session->TransferReader()->TransientProcess();
     model.errors += reportChecks(session->ModelCheckList(), session->Model(), reporter) +
                     reportChecks(process->CheckList(Standard_False), session->Model(), reporter);
-    if (!isTransferred) fail(path, "none of its shapes could be translated");
+    if (!isTransferred) cannotRead(input.path(), "none of its shapes could be translated");
     return model;
 }
 
@@ -252,7 +233,7 @@ LengthUnit chooseLengthUnit(ELengthUnitType wanted, double fileUnit, Reporter& r
     return {};
 }
 
-Model readStep(const std::filesystem::path& path, const ImportSettings& settings, Reporter& reporter) {
+Model readStep(const InputFile& input, const ImportSettings& settings, Reporter& reporter) {
     STEPCAFControl_Reader reader;
     reader.SetColorMode(Standard_True);
     reader.SetNameMode(Standard_True);
@@ -262,9 +243,9 @@ Model readStep(const std::filesystem::path& path, const ImportSettings& settings
     reader.SetGDTMode(Standard_False);
     reader.SetViewMode(Standard_False);
     // Many writers put names into the file in the code page of their machine.
-    Interface_Static::SetCVal("read.step.codepage", isUtf8(path) ? "UTF8" : "CP1252");
+    Interface_Static::SetCVal("read.step.codepage", isUtf8(input.plainPath()) ? "UTF8" : "CP1252");
     const auto prepare = [&] { return dropMissing(reader.Reader().Model(), reporter); };
-    Model model = read(reader, reader.ChangeReader(), path, reporter, prepare);
+    Model model = read(reader, reader.ChangeReader(), input, reporter, prepare);
     const Handle(Interface_InterfaceModel) file = reader.Reader().Model();
     model.remarks = passedOver(file);
     for (const std::wstring& name : missingFiles(reader))
@@ -288,10 +269,10 @@ void hideBlanked(const Model& model, const Handle(XSControl_WorkSession) & sessi
     }
 }
 
-Model readIges(const std::filesystem::path& path, const ImportSettings& settings, Reporter& reporter) {
+Model readIges(const InputFile& input, const ImportSettings& settings, Reporter& reporter) {
     IGESCAFControl_Reader reader;
     Model model =
-        read(reader, reader, path, reporter, [&] { return nameGroups(reader.IGESModel(), reporter); });
+        read(reader, reader, input, reporter, [&] { return nameGroups(reader.IGESModel(), reporter); });
     hideBlanked(model, reader.WS());
     const auto file = Handle(IGESData_IGESModel)::DownCast(reader.Model());
     model.lengthUnit = chooseLengthUnit(settings.lengthUnit, file->GlobalSection().UnitValue(), reporter);
@@ -302,7 +283,7 @@ Model readIges(const std::filesystem::path& path, const ImportSettings& settings
 struct FormatReader {
     EFormatType type;
     std::shared_ptr<Format> format;
-    Model (*read)(const std::filesystem::path&, const ImportSettings&, Reporter&);
+    Model (*read)(const InputFile&, const ImportSettings&, Reporter&);
 };
 
 FormatReader formatReader(EFormatType type, const wchar_t* description,
@@ -318,18 +299,19 @@ FormatReader formatReader(EFormatType type, const wchar_t* description,
 
 const std::vector<FormatReader>& formatReaders() {
     static const std::vector<FormatReader> readers = {
-        formatReader(EFormatType::STEP, L"STEP files", {L"stp", L"step"}, &readStep),
-        formatReader(EFormatType::IGES, L"IGES files", {L"igs", L"iges"}, &readIges),
+        formatReader(EFormatType::STEP, L"STEP files",
+                     {L"stp", L"step", L"p21", L"stp.gz", L"step.gz", L"p21.gz"}, &readStep),
+        formatReader(EFormatType::IGES, L"IGES files", {L"igs", L"iges", L"igs.gz", L"iges.gz"}, &readIges),
     };
     return readers;
 }
 
-const FormatReader& formatReaderFor(const std::wstring& file) {
-    const std::filesystem::path path = transport::toUtf8(file);
-    requireReadable(path);
+const FormatReader& formatReaderFor(const InputFile& input) {
     for (const FormatReader& reader : formatReaders())
-        if (reader.format->is(file)) return reader;
-    fail(path, "its name belongs to none of the formats STEP (.stp, .step) and IGES (.igs, .iges)");
+        if (reader.format->is(transport::fromUtf8(input.path().string()))) return reader;
+    cannotRead(input.path(),
+               "its name belongs to none of the formats STEP (.stp, .step, .p21) and IGES (.igs, "
+               ".iges), packed by gzip (.gz) or not");
 }
 
 } // namespace
@@ -343,10 +325,10 @@ const std::vector<std::shared_ptr<Format>>& importFormats() {
     return formats;
 }
 
-EFormatType formatOfFile(const std::wstring& file) { return formatReaderFor(file).type; }
+EFormatType formatOf(const InputFile& input) { return formatReaderFor(input).type; }
 
-Model readModel(const std::wstring& file, const ImportSettings& settings, Reporter& reporter) {
-    return formatReaderFor(file).read(transport::toUtf8(file), settings, reporter);
+Model readModel(const InputFile& input, const ImportSettings& settings, Reporter& reporter) {
+    return formatReaderFor(input).read(input, settings, reporter);
 }
 
 } // namespace zeq::convexor

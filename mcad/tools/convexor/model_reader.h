@@ -2,24 +2,18 @@
 #pragma once
 
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include <TDocStd_Document.hxx>
 
 #include "convexor/import_settings.h"
+#include "convexor/input_file.h"
 #include "convexor/length_unit.h"
 #include "convexor/reporter.h"
 #include "zeq_api/convexor_info/format.h"
 
 namespace zeq::convexor {
-
-/// A file that cannot be imported, with a reason for the user in UTF-8.
-class ImportError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
 
 /// What a file held: parts and assemblies with their attributes, lengths in millimetres.
 struct Model {
@@ -35,13 +29,13 @@ struct Model {
 /// The formats that readModel() understands.
 const std::vector<std::shared_ptr<Format>>& importFormats();
 
-/// The format of an existing file, as its name tells.
-/// @throws ImportError when the file cannot be opened or has no format that can be imported
-EFormatType formatOfFile(const std::wstring& file);
+/// The format of a file, as its name tells.
+/// @throws ImportError when it is none that can be imported
+EFormatType formatOf(const InputFile& input);
 
 /// Reads the file in the format that its name tells.
 /// @throws ImportError when the file or its format is at fault
 /// @throws Standard_Failure when the kernel gives up
-Model readModel(const std::wstring& file, const ImportSettings& settings, Reporter& reporter);
+Model readModel(const InputFile& input, const ImportSettings& settings, Reporter& reporter);
 
 } // namespace zeq::convexor

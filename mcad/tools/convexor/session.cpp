@@ -2,7 +2,6 @@
 #include "convexor/session.h"
 
 #include <exception>
-#include <filesystem>
 #include <memory>
 #include <sstream>
 
@@ -95,7 +94,7 @@ Result Session::execute(const std::wstring& text) {
             return makeResult(Result::ECode::ok);
         case Command::EType::import:
             if (isLegacy) return failure(L"The legacy interface is not supported by this translator.");
-            return import(*command.importOptions());
+            return import(*command.importOptions(), text);
         case Command::EType::export_:
             return failure(L"Export is not supported by this translator.");
         case Command::EType::unknown:
@@ -112,27 +111,28 @@ Result Session::execute(const std::wstring& text) {
     }
 }
 
-Result Session::import(const ImportOptions& options) {
+Result Session::import(const ImportOptions& options, const std::wstring& commandText) {
     const InterruptionWatch::Work work(m_watch);
     Reporter reporter(m_channel);
     if (const auto general = findGroup<OptionsGeneral>(options)) {
         startLog(*general);
         reporter.limitLog(general->logEventLevel());
     }
-    const std::wstring name =
-        wideText(std::filesystem::path(transport::toUtf8(options.file())).filename().string());
+    const InputFile input(transport::toUtf8(options.file()));
+    const std::wstring name = wideText(input.path().filename().string());
 
-    const ImportSettings settings = importSettings(options, formatOfFile(options.file()), reporter);
-    const Model model = readModel(options.file(), settings, reporter);
+    const ImportSettings settings = importSettings(options, commandText, formatOf(input), reporter);
+    const Model model = readModel(input, settings, reporter);
     reporter.beginPulse(L"Building the product structure");
     const Structure structure = buildProductStructure(model, name, settings);
-    if (settings.miscData) measureGeometry(structure, model.lengthUnit, reporter);
+    if (settings.miscData && settings.geometry) measureGeometry(structure, model.lengthUnit, reporter);
     reporter.message(L"'" + name + L"': " + summary(*structure.product));
     for (const std::wstring& remark : model.remarks) reporter.message(L"'" + name + L"' " + remark);
     reporter.beginPulse(L"Sending the product structure");
     m_channel.send(structure.product);
     m_channel.send(std::make_shared<ExcStageFinished>(ExcStageFinished::EStage::product_structure));
-    const int errors = model.errors + sendGeometry(structure, model.lengthUnit, reporter);
+    const int errors =
+        model.errors + (settings.geometry ? sendGeometry(structure, model.lengthUnit, reporter) : 0);
 
     if (errors == 0) return makeResult(Result::ECode::ok);
     return makeResult(Result::ECode::warning, L"'" + name + L"' was read with " +

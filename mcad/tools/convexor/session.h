@@ -17,17 +17,18 @@ class Session {
 public:
     /// Commands come from `input`, documents go to `output`; shared buffers hold geometry compressed or not.
     Session(int input, int output, bool compress)
-        : m_input(input), m_compress(compress), m_channel(output), m_watch(input, m_channel) {}
+        : m_input(input), m_compress(compress), m_channel(output), m_watch(output, m_channel) {}
 
-    /// Answers commands until the input ends. Whatever a command does, it gets a Result; several commands may
-    /// wait in the pipe.
+    /// Answers commands until the input ends; those that have arrived are answered first. Whatever a command
+    /// does, it gets a Result; several commands may wait in the pipe.
     /// @throws transport::ProtocolError when the input is no sequence of frames; std::system_error when it
     /// cannot be read
     void run();
 
 private:
     Result execute(const std::wstring& text);
-    Result import(const ImportOptions& options);
+    /// @param commandText the command as it arrived
+    Result import(const ImportOptions& options, const std::wstring& commandText);
     /// Gives the block of each part the figures of its geometry.
     void measureGeometry(const Structure& structure, const LengthUnit& unit, Reporter& reporter);
     /// Sends the geometry of each part and returns for how many that failed.

@@ -1,6 +1,7 @@
 // Encoding and decoding of frames, and the blocking reader and writer around them.
 #include "transport/frame.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <system_error>
 
@@ -13,6 +14,17 @@ namespace zeq::transport {
 namespace {
 
 constexpr std::size_t headerSize = 4;
+constexpr std::string_view lineEnds = "\r\n";
+
+/// ASCII that a program prints, with the controls that colour it.
+bool isPrinted(char byte) {
+    return (byte >= ' ' && byte <= '~') || byte == '\t' || byte == '\033' ||
+           lineEnds.find(byte) != std::string_view::npos;
+}
+
+[[noreturn]] void refuseText(const std::string& text) {
+    throw ProtocolError("text instead of a frame: '" + text + "'");
+}
 
 } // namespace
 
@@ -42,6 +54,9 @@ bool FrameDecoder::next(std::wstring& text) {
     if (rest.size() < headerSize) return false;
     std::size_t size = 0;
     for (std::size_t i = headerSize; i-- > 0;) size = size << 8 | static_cast<unsigned char>(rest[i]);
+    if (const std::string line = textInstead();
+        !line.empty() && (size > maxFrameSize || rest.size() > headerSize))
+        refuseText(line);
     if (size > maxFrameSize) throw ProtocolError("a frame claims " + std::to_string(size) + " bytes");
     if (rest.size() - headerSize < size) return false;
     try {
@@ -53,6 +68,14 @@ bool FrameDecoder::next(std::wstring& text) {
     return true;
 }
 
+std::string FrameDecoder::textInstead() const {
+    std::string_view rest = std::string_view(m_bytes).substr(m_taken);
+    const bool isDocument = rest.size() > headerSize && rest[headerSize] == '{';
+    if (isDocument || !std::ranges::all_of(rest.substr(0, headerSize), isPrinted)) return {};
+    rest.remove_prefix(std::min(rest.find_first_not_of(lineEnds), rest.size()));
+    return std::string(rest.substr(0, std::min<std::size_t>(rest.find_first_of(lineEnds), 60)));
+}
+
 bool FrameReader::next(std::wstring& text) {
     char portion[64 * 1024];
     while (!m_decoder.next(text)) {
@@ -60,6 +83,7 @@ bool FrameReader::next(std::wstring& text) {
         if (count > 0) {
             m_decoder.feed({portion, static_cast<std::size_t>(count)});
         } else if (count == 0) {
+            if (const std::string line = m_decoder.textInstead(); !line.empty()) refuseText(line);
             if (m_decoder.isWithinFrame()) throw ProtocolError("the stream ends within a frame");
             return false;
         } else if (errno != EINTR) {

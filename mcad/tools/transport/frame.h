@@ -29,11 +29,15 @@ public:
 
     /// Takes the next whole frame.
     /// @return false if it has not arrived yet
-    /// @throws ProtocolError for a length beyond maxFrameSize and for malformed UTF-8
+    /// @throws ProtocolError for a length beyond maxFrameSize, for malformed UTF-8 and for plain text
     bool next(std::wstring& text);
 
     /// Whether a frame has begun to arrive: the stream must not end now.
     bool isWithinFrame() const { return m_taken != m_bytes.size(); }
+    /// The first line of what has arrived, at most 60 bytes of it, when that is text that somebody printed
+    /// and no frame; else empty. Text would be a frame of 150 MB or more: it is believed when a JSON object
+    /// begins there.
+    std::string textInstead() const;
 
 private:
     std::string m_bytes;

@@ -187,18 +187,21 @@ bool TranslatorProcess::succeeded() const {
     return m_status && WIFEXITED(*m_status) && WEXITSTATUS(*m_status) == 0;
 }
 
-bool TranslatorProcess::wasKilled() const { return m_status && WIFSIGNALED(*m_status); }
+int TranslatorProcess::endSignal() const {
+    return m_status && WIFSIGNALED(*m_status) ? WTERMSIG(*m_status) : 0;
+}
 
 std::string TranslatorProcess::describeEnd() const {
     std::string text;
-    if (wasKilled()) {
-        const int signal = WTERMSIG(*m_status);
+    if (const int signal = endSignal(); signal != 0) {
         text = "was killed by signal " + std::to_string(signal) + " (" + ::strsignal(signal) + ")";
     } else {
         text = "exited with status " + std::to_string(m_status ? WEXITSTATUS(*m_status) : 0);
     }
-    if (m_outputIsFrames && m_decoder.isWithinFrame()) text += " in the middle of a document";
-    return text;
+    if (!m_outputIsFrames || !m_decoder.isWithinFrame()) return text;
+    const std::string printed = m_decoder.textInstead();
+    return text + (printed.empty() ? " in the middle of a document"
+                                   : " after it wrote text instead of documents ('" + printed + "')");
 }
 
 void TranslatorProcess::reapIfEnded() {

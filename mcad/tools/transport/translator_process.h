@@ -59,7 +59,8 @@ public:
 
     /// After Event::ended.
     bool succeeded() const;
-    bool wasKilled() const;
+    /// After Event::ended: the signal that killed it; 0 when it ended by itself.
+    int endSignal() const;
     /// After Event::ended: how it ended, as in "was killed by signal 11 (Segmentation fault)".
     std::string describeEnd() const;
 

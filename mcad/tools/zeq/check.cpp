@@ -6,6 +6,7 @@
 
 #include "inspection/document_classes.h"
 #include "inspection/linter.h"
+#include "inspection/relations.h"
 #include "text/text.h"
 #include "zeq/class_argument.h"
 #include "zeq/failure.h"
@@ -31,9 +32,11 @@ public:
         const JsonValue* documents = json::findMember(document, L"documents");
         const JsonValue* contents = json::findMember(document, L"contents");
         if (!m_form && documents && contents && documents->IsArray() && contents->IsArray())
-            checkReport(*documents, *contents);
-        else
-            checkDocument(document, {});
+            return checkReport(*documents, *contents);
+        inspection::Relations relations([this](const Finding& finding) { add(finding); },
+                                        inspection::openSharedBuffer, true);
+        checkDocument(document, {}, inspection::openSharedBuffer, relations);
+        relations.finish();
     }
 
     std::size_t count(Severity severity) const { return m_counts[static_cast<std::size_t>(severity)]; }
@@ -52,8 +55,8 @@ public:
 private:
     using Prefix = std::string;
 
-    void checkDocument(const JsonValue& document, const Prefix& prefix,
-                       const inspection::OpenBuffer& open = inspection::openSharedBuffer) {
+    void checkDocument(const JsonValue& document, const Prefix& prefix, const inspection::OpenBuffer& open,
+                       inspection::Relations& relations) {
         const json::FormInfo* form = m_form ? m_form : inspection::recognise(document);
         if (!form) {
             const json::FormInfo* closest = inspection::closestClass(document);
@@ -68,6 +71,7 @@ private:
             add(placed);
         };
         inspection::lint(document, *form, report, open);
+        relations.add(document, *form, prefix);
     }
     /// What zeq prints with --json: documents, and the contents of the buffers that they name.
     void checkReport(const JsonValue& documents, const JsonValue& contents);
@@ -99,8 +103,10 @@ void CheckedFile::checkReport(const JsonValue& documents, const JsonValue& conte
         }
         inspection::openSharedBuffer(name, content);
     };
+    inspection::Relations relations([this](const Finding& finding) { add(finding); }, open, false);
     for (rapidjson::SizeType i = 0; i < documents.Size(); ++i)
-        checkDocument(documents[i], "/documents/" + std::to_string(i), open);
+        checkDocument(documents[i], "/documents/" + std::to_string(i), open, relations);
+    relations.finish();
     m_className = text::counted(documents.Size(), "document", "documents");
 }
 

@@ -1,10 +1,10 @@
 // Options, subcommands and help texts.
 #include "zeq/cli.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <map>
 #include <utility>
 #include <vector>
 
@@ -20,7 +20,7 @@ namespace {
 constexpr const char* exitCodes =
     "Exit codes:\n"
     "  0         done\n"
-    "  1         a negative verdict (differs, invalid)\n"
+    "  1         a negative verdict (invalid; with --strict, not whole)\n"
     "  2         wrong usage\n"
     "  3         a file cannot be read or written, or the translator not started\n"
     "  4         the translator reported a failure\n"
@@ -54,6 +54,31 @@ EConvexorInterface parseInterface(const std::string& text) {
         names += (names.empty() ? "" : ", ") + name;
     }
     throw CLI::ValidationError("--interface", "'" + text::printable(text) + "' is none of " + names);
+}
+
+EColor parseColor(const std::string& text) {
+    constexpr std::array<const char*, 3> names{"auto", "always", "never"}; // in the order of the enumeration
+    const auto* const name = std::ranges::find(names, text);
+    if (name != names.end()) return static_cast<EColor>(name - names.begin());
+    throw CLI::ValidationError("--color", "'" + text::printable(text) + "' is none of auto, always, never");
+}
+
+/// The commands, with all words of their names, that have this option.
+void collectOwners(const CLI::App& app, const std::string& option, const std::string& name,
+                   std::vector<std::string>& owners) {
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+        const std::string full = name + (name.empty() ? "" : " ") + command->get_name();
+        if (command->get_option_no_throw(option)) owners.push_back(full);
+        collectOwners(*command, option, full, owners);
+    }
+}
+
+/// "a, b and c".
+std::string listed(const std::vector<std::string>& words) {
+    std::string text;
+    for (std::size_t i = 0; i < words.size(); ++i)
+        text += (i == 0 ? "" : i + 1 == words.size() ? " and " : ", ") + words[i];
+    return text;
 }
 
 class CommandLine {
@@ -104,6 +129,15 @@ CommandLine::CommandLine() {
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     check->add_option("--class", m_settings.className, "The class of a bare object, such as ExcBlock")
         ->type_name("NAME");
+    CLI::App* inspect = addCommand(
+        "inspect", "Show what is in an image of geometry, and what is wrong with it", EAction::inspect);
+    inspect
+        ->add_option("FILE", m_settings.file,
+                     "A kept image, or the name of a shared buffer, which stays; - is standard input")
+        ->required()
+        ->type_name("");
+    inspect->add_flag("--records", m_settings.records, "Show every record, and nothing else");
+    inspect->add_flag("--all", m_settings.all, "Show all faces and edges, however many");
     addCommand("schema", "Print the JSON Schema of all documents or of one class", EAction::schema)
         ->add_option("CLASS", m_settings.className, "The class, such as Command")
         ->type_name("");
@@ -132,16 +166,17 @@ CommandLine::CommandLine() {
             "--log", [this](const std::string& text) { m_settings.log = parseLogTarget(text); },
             "Log to a file; levels from 1, fatal, to 6, trace")
         ->type_name("LEVEL:FILE");
+    m_app.add_flag("--strict", m_settings.strict,
+                   "Exit with 1 after any warning: when something was lost or is faulty");
     m_app.add_flag("-q,--quiet", m_settings.quiet, "Tell nothing but errors on standard error");
     m_app.add_flag("-v,--verbose", m_settings.verbose, "Tell more on standard error");
     m_app.add_flag_callback(
         "--no-progress", [this] { m_settings.progress = false; }, "Draw no progress bar");
-    const std::map<std::string, EColor> colors{
-        {"auto", EColor::automatic}, {"always", EColor::always}, {"never", EColor::never}};
-    m_app.add_option("--color", m_settings.color, "Use colours: auto (default), always or never")
-        ->type_name("WHEN")
-        ->transform(CLI::Transformer(colors).description(""))
-        ->transform(CLI::CheckedTransformer(colors).description(""));
+    m_app
+        .add_option_function<std::string>(
+            "--color", [this](const std::string& when) { m_settings.color = parseColor(when); },
+            "Use colours: auto (default), always or never")
+        ->type_name("WHEN");
     m_app.add_flag("--version", m_version, "Show the versions of zeq, its interface and the translator");
 }
 
@@ -230,6 +265,13 @@ void CommandLine::refuse(const CLI::ParseError& error) const {
         throw Failure(exit_code::usage, std::string(error.what()) + "; zeq --help tells more");
 
     const std::string word = unknown.front().substr(0, unknown.front().find('='));
+    if (word.starts_with('-')) {
+        std::vector<std::string> owners;
+        collectOwners(m_app, word, {}, owners);
+        if (!owners.empty())
+            throw Failure(exit_code::usage, "the option '" + word + "' belongs to zeq " + listed(owners) +
+                                                ", after whose name it stands");
+    }
     std::vector<std::string> names;
     std::vector<const CLI::App*> apps{&m_app};
     while (!apps.back()->get_subcommands().empty()) apps.push_back(apps.back()->get_subcommands().front());

@@ -10,10 +10,9 @@
 #include "text/text.h"
 #include "transport/utf8.h"
 #include "zeq/failure.h"
-#include "zeq/interruptible.h"
+#include "zeq/json_file.h"
 #include "zeq/option_settings.h"
 #include "zeq_api/command/legacy_options.h"
-#include "zeq_api/json/text_io.h"
 
 namespace zeq::host {
 
@@ -116,18 +115,15 @@ Request readCommand(const Host& host) {
     };
     Request request;
     Command command;
+    JsonDocument document;
+    if (std::string problem; !readJsonFile(file, host.signals, document, problem, &request.text))
+        refuse(problem);
     try {
-        request.text = transport::fromUtf8(readAll(file, host.signals));
         std::wistringstream stream(request.text);
         command.readObject(stream);
-    } catch (const transport::EncodingError& error) {
-        refuse(error.what());
     } catch (const std::invalid_argument& error) {
         refuse(error.what());
     }
-    JsonDocument document;
-    std::wistringstream stream(request.text);
-    JsonTextIO::read(stream, document);
     inspection::lint(document, *inspection::findClass("Command"), [&](const inspection::Finding& finding) {
         if (finding.severity != inspection::Severity::note)
             host.console.warning(text::printable(finding.pointer) + ": " + inspection::fullText(finding));

@@ -34,6 +34,7 @@ Console::Console(const Settings& settings)
 
 void Console::warning(const std::string& message) {
     if (!m_quiet) line("warning: ", "1;33", message);
+    m_warnings.push_back(message);
 }
 
 void Console::message(const std::string& text) {

@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "zeq/progress_bar.h"
 #include "zeq/settings.h"
@@ -15,7 +16,10 @@ public:
     explicit Console(const Settings& settings);
 
     void error(const std::string& message) { line("error: ", "1;31", message); }
+    /// Something is lost, faulty or doubtful.
     void warning(const std::string& message);
+    /// All of them, shown or not.
+    const std::vector<std::string>& warnings() const { return m_warnings; }
     /// What the translator tells the user.
     void message(const std::string& text);
     /// Only with --verbose.
@@ -35,6 +39,7 @@ private:
     bool m_colorsErrors;
     bool m_colorsOutput;
     ProgressBar m_progress;
+    std::vector<std::string> m_warnings;
 };
 
 } // namespace zeq::host

@@ -116,7 +116,7 @@ Event Conversation::nextEvent() {
             progress.animate();
         } catch (const transport::ProtocolError& error) {
             fail(exit_code::translatorBroken,
-                 std::string("the translator broke the protocol: ") + error.what());
+                 "the translator broke the protocol: " + text::printable(error.what()));
         }
     }
 }
@@ -169,10 +169,15 @@ void Conversation::conclude() {
                                ::strsignal(m_signal) + ")"));
     if (m_fault) throw Failure(m_fault->exitCode(), cannotDo(m_fault->what()));
     if (!m_answered) {
-        const bool fileMayBeToBlame = m_process.wasKilled() && m_request.type == Command::EType::import;
+        const int signal = m_process.endSignal();
+        std::string suspicion;
+        if (signal == SIGKILL)
+            suspicion = "; the memory of the machine may have run out";
+        else if (signal != 0 && m_request.type == Command::EType::import)
+            suspicion = "; the file may be damaged";
         throw Failure(exit_code::translatorBroken,
-                      cannotDo("the translator " + m_process.describeEnd() + " before it answered" +
-                               (fileMayBeToBlame ? "; the file may be damaged" : "")));
+                      cannotDo("the translator " + text::printable(m_process.describeEnd()) +
+                               " before it answered" + suspicion));
     }
     if (m_killed)
         m_host.console.warning("the translator did not end after its answer and was killed");

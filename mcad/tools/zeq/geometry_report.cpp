@@ -101,6 +101,8 @@ std::vector<std::string> GeometryReport::compare(const ExcProductStructure& stru
             {L"box maximum z", high.z(), &Difference::box, diagonal},
         };
         ++m_compared;
+        if (const double faces = toldFigure(*told, L"faces"); faces > static_cast<double>(measure.faces))
+            m_missingFaces += static_cast<std::uint64_t>(faces) - measure.faces;
         block.difference.emplace();
         for (const Figure& each : figures) {
             const double theirs = toldFigure(*told, each.name);

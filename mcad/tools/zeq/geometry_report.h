@@ -38,6 +38,8 @@ public:
     /// Number of faults found by either, and of blocks among them whose geometry did not arrive.
     std::size_t faults() const { return m_check.faults.size() + m_faults; }
     std::size_t missing() const { return m_missing.size(); }
+    /// Faces that the translator had of the blocks that did arrive, and did not send.
+    std::uint64_t missingFaces() const { return m_missingFaces; }
     /// "1 body, 6 faces (6 planes), ..." of a block.
     std::string blockText(std::uint64_t blockId) const { return m_blocks.at(blockId).count.text(); }
     /// A line for each block, or for the first ones and the number of the others.
@@ -64,6 +66,7 @@ private:
     std::size_t m_faults = 0; ///< figures that are not the translator's
     std::vector<std::uint64_t> m_missing;
     Difference m_largest;
+    std::uint64_t m_missingFaces = 0;
 };
 
 } // namespace zeq::host

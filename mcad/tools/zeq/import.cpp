@@ -99,6 +99,7 @@ void Receiver::takeObject(const Document& document) {
     if (const std::wstring name = document.bufferName(); !name.empty()) {
         const auto* geometry = dynamic_cast<const ExcBlockGeometry*>(object.get());
         if (geometry && !m_host.settings.geometryDirectory.empty()) writeImage(geometry->blockId(), name);
+        if (geometry && m_host.settings.action == EAction::tree) return; // of the structure alone
         load(*object, name);
     }
 
@@ -167,13 +168,15 @@ void Receiver::load(IExchangeObject& object, const std::wstring& bufferName) {
 }
 
 std::string jsonSummary(const Import& import, const StructureCount& figures) {
+    const std::uint64_t parts = import.geometry.missing(), faces = import.geometry.missingFaces();
     std::ostringstream json;
     json << "{\"blocks\":" << figures.blocks << ",\"parts\":" << figures.parts
          << ",\"unused_blocks\":" << figures.unused << ",\"missing_blocks\":" << figures.dangling
          << ",\"instances\":" << figures.instances << ",\"depth\":" << figures.depth
          << ",\"cyclic\":" << (figures.cyclic ? "true" : "false") << ",\"documents\":" << import.documents
          << ",\"buffers\":" << import.buffers << ",\"bytes\":" << import.bytes
-         << ",\"seconds\":" << import.seconds << "," << import.geometry.jsonMembers() << "}";
+         << ",\"seconds\":" << import.seconds << ",\"missing\":{\"parts\":" << parts << ",\"faces\":" << faces
+         << "}," << import.geometry.jsonMembers() << "}";
     return json.str();
 }
 
@@ -198,6 +201,12 @@ std::string textSummary(const Import& import, const StructureCount& figures) {
     char seconds[32];
     std::snprintf(seconds, sizeof seconds, "%.2f s", import.seconds);
     text << "\nTime       " << seconds << "\n";
+    const std::uint64_t parts = import.geometry.missing(), faces = import.geometry.missingFaces();
+    if (parts + faces > 0)
+        text << "Missing    " << (parts > 0 ? text::counted(parts, "part", "parts") : "")
+             << (parts > 0 && faces > 0 ? ", " : "")
+             << (faces > 0 ? text::counted(faces, "face", "faces") : "")
+             << "; --strict makes that a failure\n";
     return text.str();
 }
 
@@ -227,15 +236,21 @@ void importModel(const Host& host, const Request& request, Output& output) {
         throw Failure(exit_code::translatorBroken,
                       cannot("import", request.thing, "the translator sent no product structure"));
 
-    for (const std::string& fault : import.geometry.compare(*import.structure)) host.console.warning(fault);
+    const bool isTree = settings.action == EAction::tree;
+    if (!isTree)
+        for (const std::string& fault : import.geometry.compare(*import.structure))
+            host.console.warning(fault);
     const StructureCount figures = count(*import.structure);
-    const bool summary = settings.action != EAction::tree;
+    if (figures.dangling > 0)
+        host.console.warning(text::counted(figures.dangling, "reference", "references") +
+                             " to blocks that are missing");
+    if (figures.cyclic) host.console.warning("the structure contains a block that contains itself");
     if (settings.json) {
-        if (summary) host.report.setSummary(jsonSummary(import, figures));
+        if (!isTree) host.report.setSummary(jsonSummary(import, figures));
         return;
     }
     printTree(*import.structure, figures, {host.console.colorsOutput(), settings.all}, output);
-    if (!summary) return;
+    if (isTree) return;
     if (!import.geometry.isEmpty())
         output.write("\n" + import.geometry.blocksText(*import.structure, settings.all));
     output.write(textSummary(import, figures));

@@ -10,11 +10,13 @@
 namespace zeq::host {
 
 bool readJsonFile(const std::string& path, transport::SignalPipe& signals, JsonDocument& document,
-                  std::string& problem) {
+                  std::string& problem, std::wstring* text) {
     const std::string bytes = readAll(path, signals);
     try {
-        std::wistringstream text(transport::fromUtf8(bytes));
-        if (JsonTextIO::read(text, document, &problem)) return true;
+        const std::wstring wide = transport::fromUtf8(bytes);
+        if (text) *text = wide;
+        std::wistringstream stream(wide);
+        if (JsonTextIO::read(stream, document, &problem)) return true;
         problem = "not a JSON document (" + problem + ")";
     } catch (const transport::EncodingError& error) {
         problem = error.what();

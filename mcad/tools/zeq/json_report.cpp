@@ -1,4 +1,4 @@
-// Members and their order: version, command, file, documents, contents, summary, exit_code, error.
+// Members and their order: version, command, file, documents, contents, summary, warnings, exit_code, error.
 #include "zeq/json_report.h"
 
 #include "text/text.h"
@@ -18,6 +18,12 @@ std::string array(const std::vector<std::string>& elements) {
     return result + ']';
 }
 
+std::vector<std::string> jsonStrings(const std::vector<std::string>& texts) {
+    std::vector<std::string> result;
+    for (const std::string& each : texts) result.push_back(text::jsonString(each));
+    return result;
+}
+
 } // namespace
 
 void JsonReport::setCommand(const std::string& command, const std::string& file) {
@@ -34,10 +40,12 @@ void JsonReport::addContent(const std::wstring& bufferName, const std::wstring& 
                          ",\"data\":" + text::validUtf8(data) + "}");
 }
 
-std::string JsonReport::text(int exitCode, const std::string& error) const {
+std::string JsonReport::text(const std::vector<std::string>& warnings, int exitCode,
+                             const std::string& error) const {
     return "{\"version\":" + std::to_string(version) + ",\n\"command\":" + m_command +
            ",\n\"file\":" + m_file + ",\n\"documents\":" + array(m_documents) +
            ",\n\"contents\":" + array(m_contents) + ",\n\"summary\":" + m_summary +
+           ",\n\"warnings\":" + array(jsonStrings(warnings)) +
            ",\n\"exit_code\":" + std::to_string(exitCode) +
            ",\n\"error\":" + (error.empty() ? "null" : text::jsonString(error)) + "}\n";
 }

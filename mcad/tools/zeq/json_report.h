@@ -21,7 +21,7 @@ public:
     void setSummary(const std::string& json) { m_summary = json; }
 
     /// The whole document; `error` is empty when all went well.
-    std::string text(int exitCode, const std::string& error) const;
+    std::string text(const std::vector<std::string>& warnings, int exitCode, const std::string& error) const;
 
 private:
     bool m_enabled;

@@ -18,6 +18,7 @@
 #include "zeq/command_builder.h"
 #include "zeq/failure.h"
 #include "zeq/import.h"
+#include "zeq/inspect.h"
 #include "zeq/schema.h"
 
 namespace zeq::host {
@@ -97,6 +98,8 @@ int perform(const Host& host, Output& output) {
         break;
     case EAction::check:
         return checkFiles(host, output);
+    case EAction::inspect:
+        return inspectImage(host, output);
     case EAction::schema:
         show(host, schemaText(host.settings.className), output);
         break;
@@ -126,6 +129,8 @@ const char* nameOf(EAction action) {
         return "check";
     case EAction::schema:
         return "schema";
+    case EAction::inspect:
+        return "inspect";
     }
     return "";
 }
@@ -179,12 +184,15 @@ int run(int argc, char** argv) {
             const int verdict = perform({settings, console, signals, report}, *output);
             if (!settings.json) output->commit();
             outcome.exitCode = verdict;
+            if (const std::size_t warnings = console.warnings().size(); settings.strict && warnings > 0)
+                throw Failure(exit_code::negative, text::counted(warnings, "warning", "warnings") +
+                                                       ", which --strict does not allow");
         });
     }
     if (settings.json) {
         outcome.then(console, [&] {
             if (!output) output.emplace("", false, signals);
-            output->write(report.text(outcome.exitCode, outcome.error));
+            output->write(report.text(console.warnings(), outcome.exitCode, outcome.error));
             output->commit();
         });
     }

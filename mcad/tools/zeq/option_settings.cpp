@@ -23,6 +23,8 @@ namespace {
 constexpr const wchar_t* groupsKey = L"format_options";
 constexpr const wchar_t* operationKey = L"operation_type";
 constexpr const wchar_t* formatKey = L"format_type";
+/// The one key whose default in the classes is not what a user means who does not mention it.
+constexpr const wchar_t* geometryKey = L"import_geometry";
 
 using inspection::Finding;
 
@@ -34,6 +36,12 @@ void requireClean(const JsonValue& document, const json::FormInfo& form, const s
         if (finding.severity != inspection::Severity::note && finding.pointer.starts_with(below))
             refuse(finding);
     });
+}
+
+bool hasMember(const json::FormInfo& form, std::wstring_view key) {
+    const json::Shape shape = form.shape();
+    return std::ranges::find(std::get<json::ObjectShape>(shape.is).members, key, &json::MemberShape::key) !=
+           std::get<json::ObjectShape>(shape.is).members.end();
 }
 
 /// The text as a value of that shape. What cannot be one becomes something that the linter refuses.
@@ -63,6 +71,9 @@ public:
 
     void addGroups(const std::string& path, transport::SignalPipe& signals);
     void set(const std::string& assignment);
+    /// Says in each group that can whether geometry is wanted, unless the user has said it. Where it is not,
+    /// all groups that can are there to say so.
+    void askForGeometry(bool wanted);
     const JsonValue& value() const { return m_document; }
 
 private:
@@ -73,6 +84,9 @@ private:
 
     /// The group of that name, made when it is not there yet.
     Place group(const std::string& name, const std::string& assignment);
+    /// The group of that kind; null when it is not there.
+    JsonValue* find(EOperationType operation, EFormatType format);
+    JsonValue& add(EOperationType operation, EFormatType format);
     JsonValue& groups();
     JsonValue text(const std::wstring& value) {
         return {value.data(), static_cast<rapidjson::SizeType>(value.size()), m_alloc};
@@ -107,32 +121,51 @@ JsonValue& OptionsDocument::groups() {
     return m_document[groupsKey];
 }
 
+JsonValue* OptionsDocument::find(EOperationType operation, EFormatType format) {
+    for (JsonValue& group : groups().GetArray())
+        if (enumToString(operation) == group[operationKey].GetString() &&
+            enumToString(format) == group[formatKey].GetString())
+            return &group;
+    return nullptr;
+}
+
+JsonValue& OptionsDocument::add(EOperationType operation, EFormatType format) {
+    JsonValue made(rapidjson::kObjectType);
+    made.AddMember(text(operationKey), text(enumToString(operation)), m_alloc);
+    made.AddMember(text(formatKey), text(enumToString(format)), m_alloc);
+    groups().PushBack(made, m_alloc);
+    return groups()[groups().Size() - 1];
+}
+
 OptionsDocument::Place OptionsDocument::group(const std::string& name, const std::string& assignment) {
     std::vector<std::string> names;
-    const json::Shape shape = m_form.shape();
-    const bool hasGroups = std::ranges::any_of(std::get<json::ObjectShape>(shape.is).members,
-                                               [](const auto& member) { return member.key == groupsKey; });
     for (const auto& [operation, format] : IFormatOptions::kinds()) {
-        if (!hasGroups) break;
+        if (!hasMember(m_form, groupsKey)) break;
         if (operation != m_operation && operation != EOperationType::options) continue;
         names.push_back(text::printable(enumToString(format)));
         if (names.back() != name) continue;
-        const json::FormInfo* form = json::formOf(*IFormatOptions::make(operation, format));
-        for (JsonValue& group : groups().GetArray())
-            if (enumToString(operation) == group[operationKey].GetString() &&
-                enumToString(format) == group[formatKey].GetString())
-                return {&group, form};
-        JsonValue made(rapidjson::kObjectType);
-        made.AddMember(text(operationKey), text(enumToString(operation)), m_alloc);
-        made.AddMember(text(formatKey), text(enumToString(format)), m_alloc);
-        groups().PushBack(made, m_alloc);
-        return {&groups()[groups().Size() - 1], form};
+        JsonValue* const known = find(operation, format);
+        return {known ? known : &add(operation, format),
+                json::formOf(*IFormatOptions::make(operation, format))};
     }
     Finding unknown{
         inspection::Severity::error, {},   {}, "there is no option group '" + text::printable(name) + "'",
         text::nearest(name, names),  names};
     throw Failure(exit_code::usage,
                   "--set '" + text::printable(assignment) + "': " + inspection::fullText(unknown));
+}
+
+void OptionsDocument::askForGeometry(bool wanted) {
+    if (!hasMember(m_form, groupsKey)) return;
+    for (const auto& [operation, format] : IFormatOptions::kinds()) {
+        if (operation != m_operation ||
+            !hasMember(*json::formOf(*IFormatOptions::make(operation, format)), geometryKey))
+            continue;
+        JsonValue* group = find(operation, format);
+        if (!group && !wanted) group = &add(operation, format);
+        if (group && !json::findMember(*group, geometryKey))
+            group->AddMember(text(geometryKey), JsonValue(wanted), m_alloc);
+    }
 }
 
 void OptionsDocument::set(const std::string& assignment) {
@@ -164,7 +197,8 @@ void OptionsDocument::set(const std::string& assignment) {
 } // namespace
 
 void applySettings(ConvexorOptions& options, const Settings& settings, transport::SignalPipe& signals) {
-    if (settings.formatOptions.empty() && settings.assignments.empty()) return;
+    const bool needsGeometry = settings.action != EAction::tree || !settings.geometryDirectory.empty();
+    if (needsGeometry && settings.formatOptions.empty() && settings.assignments.empty()) return;
     OptionsDocument document(options);
     if (!settings.formatOptions.empty()) document.addGroups(settings.formatOptions, signals);
     for (const std::string& assignment : settings.assignments) {
@@ -174,6 +208,7 @@ void applySettings(ConvexorOptions& options, const Settings& settings, transport
             throw Failure(exit_code::usage, "--set '" + text::printable(assignment) + "': " + error.what());
         }
     }
+    document.askForGeometry(needsGeometry);
     options.readObject(document.value());
 }
 

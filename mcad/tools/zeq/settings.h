@@ -21,6 +21,7 @@ enum class EAction {
     run,     ///< sends what is stored
     check,
     schema,
+    inspect,
 };
 
 enum class EColor {
@@ -46,7 +47,8 @@ struct Settings {
     std::vector<std::string> assignments; ///< of --set: [GROUP.]KEY=VALUE
     std::string formatOptions;            ///< path of a JSON array; "-" is standard input
     std::string geometryDirectory;        ///< for the images of block geometry; empty for none
-    bool all = false;                     ///< the tree without bounds
+    bool all = false;                     ///< lists without bounds
+    bool records = false;                 ///< of an image, every record
     std::vector<std::string> files;       ///< those to check
     std::string className;                ///< empty when the documents tell, or for the schema of all
 
@@ -56,6 +58,7 @@ struct Settings {
 
     std::string output; ///< empty is standard output
     bool force = false;
+    bool strict = false; ///< any warning makes the verdict negative
     bool json = false;
     bool quiet = false;
     bool verbose = false;

@@ -99,11 +99,26 @@ void ExcBlockGeometry::own(bool own) {
 }
 
 void ExcBlockGeometry::makeBuffer() {
+    m_bufferError.clear();
     m_buffer = std::make_shared<ExcSharedAcisBuffer>(generateUUID(), m_own);
+}
+
+bool ExcBlockGeometry::publish(bool compress, const char* failed) {
+    try {
+        m_buffer->flush(compress);
+        return true;
+    } catch (...) {
+        const std::string reason = currentReason();
+        ZEQ_LOG(Error) << failed << reason;
+        m_bufferError = mp::toWideString(reason);
+        mp::removeObject(m_buffer->name()); // it exists, and is not filled
+        return false;
+    }
 }
 
 bool ExcBlockGeometry::setGeometry(const ENTITY_LIST& entities, bool compress) {
     json::trace(area::exchangeCommon, "bool zeq::ExcBlockGeometry::setGeometry(const ENTITY_LIST &, bool)");
+    constexpr const char* failed = "Failed to write geometry into shared ACIS buffer: ";
     makeBuffer();
     const outcome result = api_block([&] {
         FileInfo info;
@@ -113,30 +128,24 @@ bool ExcBlockGeometry::setGeometry(const ENTITY_LIST& entities, bool compress) {
         return installed.ok() ? api_save_entity_list_file(m_buffer.get(), entities) : installed;
     });
     if (!result.ok()) {
-        ZEQ_LOG(Error) << "Failed to write geometry into shared ACIS buffer: " << reasonOf(result);
+        ZEQ_LOG(Error) << failed << reasonOf(result);
         return false;
     }
-    try {
-        m_buffer->flush(compress);
-    } catch (...) {
-        ZEQ_LOG(Error) << "Failed to write geometry into shared ACIS buffer: " << currentReason();
-        return false;
-    }
-    return true;
+    return publish(compress, failed);
 }
 
 bool ExcBlockGeometry::setBinaryData(const char* data, std::size_t size, bool compress) {
     json::trace(area::exchangeCommon,
                 "bool zeq::ExcBlockGeometry::setBinaryData(const char *, std::size_t, bool)");
+    constexpr const char* failed = "Work with shared ACIS buffer failed with message: ";
     try {
         makeBuffer();
         m_buffer->write(data, size, 0);
-        m_buffer->flush(compress);
     } catch (...) {
-        ZEQ_LOG(Error) << "Work with shared ACIS buffer failed with message: " << currentReason();
+        ZEQ_LOG(Error) << failed << currentReason();
         return false;
     }
-    return true;
+    return publish(compress, failed);
 }
 
 void ExcBlockGeometry::load() {

@@ -31,10 +31,12 @@ public:
     /// Whether the shared buffer that is written, or was, is removed with this object.
     void own(bool own);
 
-    /// Saves the entities into a new shared buffer.
+    /// Saves the entities into a new shared buffer. When that fails, no buffer is left.
     bool setGeometry(const ENTITY_LIST& entities, bool compress);
-    /// Puts a saved image into a new shared buffer.
+    /// Puts a saved image into a new shared buffer. When that fails, no buffer is left.
     bool setBinaryData(const char* data, std::size_t size, bool compress);
+    /// Why the last of these calls could not write its buffer; empty if that was not what failed.
+    const mp::String& bufferError() const { return m_bufferError; }
 
     /// Takes the image from the shared buffer that the document named, which is removed with this object.
     void load() override;
@@ -46,12 +48,15 @@ private:
     struct JsonForm;
 
     void makeBuffer();
+    /// Makes the shared buffer hold the image that was saved; else says why not, and leaves none.
+    bool publish(bool compress, const char* failed);
 
     mp::String m_name;
     bool m_loaded = false;
     bool m_own = false;
     std::uint64_t m_blockId = 0;
     std::shared_ptr<ExcSharedAcisBuffer> m_buffer;
+    mp::String m_bufferError;
 };
 
 } // namespace zeq

@@ -1,0 +1,41 @@
+// The file that a command names, compressed or not.
+#pragma once
+
+#include <filesystem>
+#include <stdexcept>
+
+#include "transport/descriptor.h"
+
+namespace zeq::convexor {
+
+/// A file that cannot be imported, with a reason for the user in UTF-8.
+class ImportError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// @throws ImportError "Cannot read '<path>': <reason>"
+[[noreturn]] void cannotRead(const std::filesystem::path& path, const std::string& reason);
+
+/// Gives the kernel, which opens files by their names and reads no compressed ones, a name under which it
+/// finds the plain content. What is unpacked stays in memory, so that a crash leaves no file behind.
+class InputFile {
+public:
+    /// @throws ImportError for what the kernel would answer with a crash or a wrong reason, and for damaged
+    ///         compression
+    explicit InputFile(const std::filesystem::path& path);
+
+    /// As the host knows it.
+    const std::filesystem::path& path() const { return m_path; }
+    /// Where its plain content is, as long as this object lives.
+    const std::filesystem::path& plainPath() const { return m_plainPath; }
+
+private:
+    void unpack();
+
+    std::filesystem::path m_path;
+    std::filesystem::path m_plainPath;
+    transport::Descriptor m_unpacked;
+};
+
+} // namespace zeq::convexor
