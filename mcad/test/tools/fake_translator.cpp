@@ -18,10 +18,12 @@
 #include "zeq_api/command/result.h"
 #include "zeq_api/convexor_info/convexor_info.h"
 #include "zeq_api/exchange_mechanical/block_geometry.h"
+#include "zeq_api/exchange_mechanical/mechanical_data.h"
 #include "zeq_api/exchange_mechanical/owned_entities.h"
 #include "zeq_api/exchange_object/exchange_object_wrapper.h"
 #include "zeq_api/exchange_object/messages.h"
 #include "zeq_api/exchange_structure/product_structure.h"
+#include "zeq_api/exchange_visualization/scene.h"
 
 namespace {
 
@@ -288,6 +290,34 @@ const std::map<std::string, std::function<void()>>& misbehaviours() {
              geometry->setGeometry(ball.list, true);
              send(geometry);
              answer(product);
+         }},
+        {"sections",
+         [] {
+             const auto view = std::make_shared<ExcPMIAnnotationView>();
+             view->addNote(std::make_shared<ExcPMINote>());
+             view->addDimension(std::make_shared<ExcPMIDimension>());
+             const auto set = std::make_shared<ExcPMIAnnotationSet>();
+             set->addView(view);
+             const auto pmi = std::make_shared<ExcPMIData>();
+             pmi->addAnnotationSet(set);
+             const auto mapping = std::make_shared<ExcMappingData>();
+             mapping->add(std::make_shared<ExcEntity>(), std::make_shared<ExcEntity>());
+             const auto mechanical = std::make_shared<ExcBlockMechanicalData>();
+             mechanical->setPMIData(pmi);
+             mechanical->setMappingData(mapping);
+             send(mechanical);
+             const auto face = std::make_shared<ExcVisuFace>();
+             face->setPolygons({{4, {0, 1, 2}}, {4, {2, 1, 3}}});
+             const auto mesh = std::make_shared<ExcVisuMesh>();
+             mesh->addFace(face);
+             const auto node = std::make_shared<ExcVisuNode>();
+             node->setMesh(mesh);
+             const auto scene = std::make_shared<ExcVisualizationData>();
+             scene->addSceneRootNode(node);
+             const auto display = std::make_shared<ExcBlockVisualization>();
+             display->setVisualizationData(scene);
+             send(display);
+             answer(cart());
          }},
         {"two-results",
          [] {

@@ -383,6 +383,18 @@ TEST(ZeqCommands, AStoredCommandIsSentAsItIs) {
     }
 }
 
+TEST(ZeqCommands, AnImportCountsAndReportsTheSectionsThatLoadingLeavesOut) {
+    const RunResult text = runFake("sections", {"import", file});
+    EXPECT_NE(text.output.find("\nMechanical 2 annotations, 1 annotation view, 1 mapped entity\n"
+                               "Display    1 mesh, 2 polygons, 1 node\n"),
+              std::string::npos)
+        << text.output;
+    const RunResult json = runFake("sections", {"--json", "import", file});
+    EXPECT_EQ(json.exitCode, 0) << json.errors;
+    for (const char* section : {"\"pmi_data\":[{", "\"mapping_data\":[{", "\"mapped_entities\":1"})
+        EXPECT_NE(json.output.find(section), std::string::npos) << section;
+}
+
 TEST(ZeqCommands, ATreeAsksForTheStructureAlone) {
     const std::regex said("\"import_geometry\": (\\w+)");
     const auto asked = [&said](std::vector<std::string> arguments) {

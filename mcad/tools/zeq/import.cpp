@@ -15,6 +15,7 @@
 #include "mv_cvx/logger.h"
 #include "text/text.h"
 #include "transport/utf8.h"
+#include "zeq/content_count.h"
 #include "zeq/failure.h"
 #include "zeq/geometry_report.h"
 #include "zeq/geometry_watch.h"
@@ -23,6 +24,7 @@
 #include "zeq/tree_printer.h"
 #include "zeq_api/codec/compressor.h"
 #include "zeq_api/exchange_mechanical/block_geometry.h"
+#include "zeq_api/exchange_mechanical/mechanical_sections.h"
 #include "zeq_api/exchange_mechanical/owned_entities.h"
 #include "zeq_api/exchange_object/exchange_object_wrapper.h"
 #include "zeq_api/exchange_object/messages.h"
@@ -47,6 +49,7 @@ std::uint64_t bufferSize(const std::wstring& name) {
 struct Import {
     std::shared_ptr<ExcProductStructure> structure;
     GeometryReport geometry;
+    ContentCount content;
     std::uint64_t documents = 0;
     std::uint64_t buffers = 0;
     std::uint64_t bytes = 0;
@@ -118,6 +121,8 @@ void Receiver::takeObject(const Document& document) {
         m_import.structure = structure;
     } else if (const auto geometry = std::dynamic_pointer_cast<ExcBlockGeometry>(object)) {
         takeGeometry(*geometry);
+    } else {
+        m_import.content.add(*object);
     }
 }
 
@@ -153,7 +158,7 @@ void Receiver::load(IExchangeObject& object, const std::wstring& bufferName) {
     ++m_import.buffers;
     m_import.bytes += bufferSize(bufferName);
     try {
-        object.load();
+        loadWithSections(object);
     } catch (const std::exception&) {
         throw Failure(exit_code::translatorBroken, "the shared buffer '" + text::printable(bufferName) +
                                                        "' of '" + text::printable(object.objectName()) +
@@ -176,7 +181,7 @@ std::string jsonSummary(const Import& import, const StructureCount& figures) {
          << ",\"cyclic\":" << (figures.cyclic ? "true" : "false") << ",\"documents\":" << import.documents
          << ",\"buffers\":" << import.buffers << ",\"bytes\":" << import.bytes
          << ",\"seconds\":" << import.seconds << ",\"missing\":{\"parts\":" << parts << ",\"faces\":" << faces
-         << "}," << import.geometry.jsonMembers() << "}";
+         << "}," << import.content.jsonMembers() << ',' << import.geometry.jsonMembers() << "}";
     return json.str();
 }
 
@@ -195,6 +200,7 @@ std::string textSummary(const Import& import, const StructureCount& figures) {
     if (figures.dangling > 0) text << ", " << figures.dangling << " of missing blocks";
     text << "\nDepth      " << figures.depth << "\n";
     if (!import.geometry.isEmpty()) text << import.geometry.summaryText();
+    text << import.content.text();
     text << "Moved      " << text::byteSize(import.bytes) << " in "
          << text::counted(import.documents, "document", "documents") << " and "
          << text::counted(import.buffers, "shared buffer", "shared buffers");
