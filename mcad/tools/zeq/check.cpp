@@ -113,16 +113,13 @@ void CheckedFile::checkReport(const JsonValue& documents, const JsonValue& conte
 std::string CheckedFile::json() const {
     std::string findings;
     for (const Finding& finding : m_findings) {
-        std::string allowed;
-        for (const std::string& name : finding.allowed)
-            allowed += (allowed.empty() ? "" : ",") + text::jsonString(name);
         findings += std::string(findings.empty() ? "" : ",") + "\n{\"severity\":\"" +
                     inspection::nameOf(finding.severity) +
                     "\",\"buffer\":" + (finding.buffer.empty() ? "null" : text::jsonString(finding.buffer)) +
                     ",\"pointer\":" + text::jsonString(finding.pointer) +
                     ",\"text\":" + text::jsonString(finding.text) +
                     ",\"nearest\":" + (finding.nearest.empty() ? "null" : text::jsonString(finding.nearest)) +
-                    ",\"allowed\":[" + allowed + "]}";
+                    ",\"allowed\":" + jsonStrings(finding.allowed) + "}";
     }
     return "{\"file\":" + text::jsonString(m_path) +
            ",\"class\":" + (m_className.empty() ? "null" : text::jsonString(m_className)) +

@@ -137,12 +137,6 @@ std::string textOf(const std::vector<Row>& rows, bool all) {
     return text;
 }
 
-std::string jsonStrings(const std::vector<std::string>& texts) {
-    std::string json;
-    for (const std::string& each : texts) json += (json.empty() ? "" : ",") + text::jsonString(each);
-    return "[" + json + "]";
-}
-
 std::string jsonOf(const std::vector<Row>& rows) {
     std::string json;
     for (const Row& row : rows)

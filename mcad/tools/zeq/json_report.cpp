@@ -18,13 +18,13 @@ std::string array(const std::vector<std::string>& elements) {
     return result + ']';
 }
 
-std::vector<std::string> jsonStrings(const std::vector<std::string>& texts) {
-    std::vector<std::string> result;
-    for (const std::string& each : texts) result.push_back(text::jsonString(each));
-    return result;
-}
-
 } // namespace
+
+std::string jsonStrings(const std::vector<std::string>& texts) {
+    std::string json;
+    for (const std::string& each : texts) json += (json.empty() ? "" : ",") + text::jsonString(each);
+    return '[' + json + ']';
+}
 
 void JsonReport::setCommand(const std::string& command, const std::string& file) {
     m_command = text::jsonString(command);
@@ -45,8 +45,7 @@ std::string JsonReport::text(const std::vector<std::string>& warnings, int exitC
     return "{\"version\":" + std::to_string(version) + ",\n\"command\":" + m_command +
            ",\n\"file\":" + m_file + ",\n\"documents\":" + array(m_documents) +
            ",\n\"contents\":" + array(m_contents) + ",\n\"summary\":" + m_summary +
-           ",\n\"warnings\":" + array(jsonStrings(warnings)) +
-           ",\n\"exit_code\":" + std::to_string(exitCode) +
+           ",\n\"warnings\":" + jsonStrings(warnings) + ",\n\"exit_code\":" + std::to_string(exitCode) +
            ",\n\"error\":" + (error.empty() ? "null" : text::jsonString(error)) + "}\n";
 }
 

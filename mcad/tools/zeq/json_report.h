@@ -6,6 +6,9 @@
 
 namespace zeq::host {
 
+/// A JSON array of these texts.
+std::string jsonStrings(const std::vector<std::string>& texts);
+
 /// Collects what arrives. Off, it collects nothing.
 class JsonReport {
 public:
