@@ -66,18 +66,24 @@ BoundaryPiece::BoundaryPiece(const COEDGE& coedge, const SURFACE& surface)
     : m_surface(&surface), m_curve(coedge.edge()->geometry()),
       m_pcurve(coedge.geometry() && coedge.geometry()->evaluable() ? coedge.geometry() : nullptr) {
     const auto [from, to] = rangeOf(coedge);
-    m_breaks = m_pcurve ? breaksBetween(from, to, knotsOf(*m_pcurve)) : smoothPieces(*m_curve, {from, to});
+    m_startsAtPoint = isDegenerate(surface, atParameter(from));
+    const bool endsAtPoint = isDegenerate(surface, atParameter(to));
+    if (m_pcurve) {
+        m_breaks = breaksBetween(from, to, knotsOf(*m_pcurve));
+    } else {
+        // At the point itself v is noise, which may turn by any angle within the least distance.
+        constexpr double inset = 1e-7;
+        m_breaks = smoothPieces(*m_curve, {m_startsAtPoint ? from + inset * (to - from) : from,
+                                           endsAtPoint ? to - inset * (to - from) : to});
+    }
 
     // Close enough that a curve around a periodic surface cannot make half a turn from one to the next.
     const std::size_t count = std::max<std::size_t>(32, 8 * (m_breaks.size() - 1));
     for (std::size_t i = 0; i < count; ++i) {
         const double part = (static_cast<double>(i) + 0.5) / static_cast<double>(count);
         const double t = (1 - part) * from + part * to;
-        if (m_pcurve)
-            m_polyline.push_back(m_pcurve->eval_position(t));
-        else
-            m_polyline.push_back(
-                inverted(t, i == 0 ? surface.param(m_curve->eval_position(t)) : m_polyline.back(), nullptr));
+        const SPApar_pos uv = atParameter(t);
+        m_polyline.push_back(m_pcurve || i == 0 ? uv : nearest(uv, m_polyline.back(), surface));
     }
 }
 
@@ -119,14 +125,8 @@ SPApar_pos BoundaryPiece::inverted(double t, const SPApar_pos& near, SPApar_vec*
     return uv;
 }
 
-SPApar_pos BoundaryPiece::start() const { return atEnd(m_breaks.front(), m_breaks.back()); }
-SPApar_pos BoundaryPiece::end() const { return atEnd(m_breaks.back(), m_breaks.front()); }
-
-SPApar_pos BoundaryPiece::atEnd(double t, double otherEnd) const {
-    SPApar_pos uv = eval(t);
-    constexpr double inset = 1e-7;
-    if (m_surface && !m_pcurve && isDegenerate(*m_surface, uv)) uv.v = eval(t + inset * (otherEnd - t)).v;
-    return uv;
+SPApar_pos BoundaryPiece::atParameter(double t) const {
+    return m_pcurve ? m_pcurve->eval_position(t) : m_surface->param(m_curve->eval_position(t));
 }
 
 void BoundaryPiece::move(const SPApar_vec& by) {
@@ -179,7 +179,7 @@ SPApar_pos Boundary::junction(const BoundaryPiece& before, const BoundaryPiece& 
     const SPApar_pos end = before.end();
     const SPApar_pos start = after.start();
     SPApar_pos next = nearest(start, end, m_surface);
-    if (!isDegenerate(m_surface, start)) return next;
+    if (!after.startsAtPoint()) return next;
     // An edge that runs around the point itself, closely, leaves nothing to be filled in.
     const auto staysThere = [this](const BoundaryPiece& piece) {
         return std::ranges::all_of(piece.polyline(),

@@ -29,12 +29,14 @@ public:
     /// Points from its beginning to its end.
     const std::vector<SPApar_pos>& polyline() const { return m_polyline; }
 
-    SPApar_pos start() const;
-    SPApar_pos end() const;
+    SPApar_pos start() const { return eval(m_breaks.front()); }
+    SPApar_pos end() const { return eval(m_breaks.back()); }
+    /// Whether the surface degenerates to a point there.
+    bool startsAtPoint() const { return m_startsAtPoint; }
     void move(const SPApar_vec& by);
 
 private:
-    SPApar_pos atEnd(double t, double otherEnd) const;
+    SPApar_pos atParameter(double t) const;
     SPApar_pos inverted(double t, const SPApar_pos& near, SPApar_vec* derivative) const;
 
     const SURFACE* m_surface = nullptr;
@@ -42,6 +44,7 @@ private:
     const PCURVE* m_pcurve = nullptr; ///< none: the curve is inverted; neither: a straight line
     SPApar_vec m_moved;
     std::vector<double> m_breaks;
+    bool m_startsAtPoint = false;
     std::vector<SPApar_pos> m_polyline; ///< at parameters of equal distance
 };
 

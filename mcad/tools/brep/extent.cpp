@@ -49,14 +49,15 @@ void Extent::add(const EDGE& edge) {
 
 void Extent::add(const SPAposition& point, const SURFACE& surface, const Boundary& boundary) {
     const SPApar_pos uv = surface.param(point);
-    // The point may lie on the other sheet of a torus through its axis, which has no parameters.
-    const bool isElsewhere = (surface.eval_position(uv) - point).len() > SPAresabs;
-    if (!isElsewhere && boundary.contains(uv)) add(point);
+    // Of a torus that meets its axis only one sheet is there.
+    const double distance = (surface.eval_position(uv) - point).len();
+    const double size = (point - SPAposition()).len();
+    if (distance <= SPAresabs + 1e-12 * size && boundary.contains(uv)) add(point);
 }
 
 void Extent::add(const SURFACE& surface, const Boundary& boundary) {
     if (is_SPLINE(&surface)) return addSpline(static_cast<const SPLINE&>(surface), boundary);
-    if (is_CONE(&surface) || (is_TORUS(&surface) && surface.param_period_u() == 0)) {
+    if (is_CONE(&surface)) {
         const SPAinterval u = surface.param_range_u();
         for (const double end : {u.start_pt(), u.end_pt()})
             if (std::isfinite(end) && boundary.contains({end, 0})) add(surface.eval_position({end, 0}));

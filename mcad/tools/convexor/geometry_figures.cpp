@@ -3,19 +3,23 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include <BRepAdaptor_Curve.hxx>
 #include <BRepAdaptor_Surface.hxx>
 #include <BRepBndLib.hxx>
+#include <BRepBuilderAPI_Copy.hxx>
 #include <BRepBuilderAPI_MakeFace.hxx>
 #include <BRepExtrema_DistShapeShape.hxx>
 #include <BRepGProp.hxx>
+#include <BRepMesh_IncrementalMesh.hxx>
 #include <BRepTopAdaptor_FClass2d.hxx>
 #include <BRep_Tool.hxx>
 #include <Bnd_Box.hxx>
 #include <GCPnts_AbscissaPoint.hxx>
 #include <GProp_GProps.hxx>
 #include <Geom_Curve.hxx>
+#include <Poly_Triangulation.hxx>
 #include <Precision.hxx>
 #include <TopExp.hxx>
 #include <TopExp_Explorer.hxx>
@@ -43,44 +47,49 @@ double reach(const Bnd_Box& box, int axis, int sign) {
     return sign * coordinate((sign > 0 ? box.CornerMax() : box.CornerMin()).XYZ(), axis);
 }
 
-/// Climbs from a point of a face as far as its surface leads in a direction, and tells how far that is; as
-/// far as at first where that leaves the face.
-double climbed(const TopoDS_Face& face, int axis, int sign, double u, double v) {
+/// How far a face reaches in a direction: from the farthest of some points of it along its surface as far as
+/// that leads. Nothing where that leaves the face.
+std::optional<double> climbed(const TopoDS_Face& face, int axis, int sign) {
     const BRepAdaptor_Surface surface(face);
-    const auto reach = [&](double atU, double atV) {
-        return sign * coordinate(surface.Value(atU, atV).XYZ(), axis);
+    constexpr double precision = 1e-7;
+    BRepTopAdaptor_FClass2d part(face, precision);
+    const double lowU = surface.FirstUParameter(), highU = surface.LastUParameter();
+    const double lowV = surface.FirstVParameter(), highV = surface.LastVParameter();
+    const auto reach = [&](const gp_XY& uv) {
+        return sign * coordinate(surface.Value(uv.X(), uv.Y()).XYZ(), axis);
     };
-    const double start = reach(u, v);
-    double best = start;
-    double stepU = (surface.LastUParameter() - surface.FirstUParameter()) / 32;
-    double stepV = (surface.LastVParameter() - surface.FirstVParameter()) / 32;
+    constexpr int samples = 16;
+    std::optional<gp_XY> at;
+    for (int i = 0; i < samples; ++i)
+        for (int j = 0; j < samples; ++j) {
+            const gp_XY uv(lowU + (highU - lowU) * (i + 0.5) / samples,
+                           lowV + (highV - lowV) * (j + 0.5) / samples);
+            if (at && reach(uv) <= reach(*at)) continue;
+            if (part.Perform(gp_Pnt2d(uv)) != TopAbs_OUT) at = uv;
+        }
+    if (!at) return std::nullopt;
+    gp_XY step((highU - lowU) / samples, (highV - lowV) / samples);
     for (int halvings = 0; halvings < 40;) {
-        double nextU = u, nextV = v;
+        gp_XY best = *at;
         for (const int i : {-1, 0, 1})
             for (const int j : {-1, 0, 1}) {
-                const double atU =
-                    std::clamp(u + i * stepU, surface.FirstUParameter(), surface.LastUParameter());
-                const double atV =
-                    std::clamp(v + j * stepV, surface.FirstVParameter(), surface.LastVParameter());
-                if (reach(atU, atV) <= best) continue;
-                best = reach(atU, atV);
-                nextU = atU;
-                nextV = atV;
+                const gp_XY next(std::clamp(at->X() + i * step.X(), lowU, highU),
+                                 std::clamp(at->Y() + j * step.Y(), lowV, highV));
+                if (reach(next) > reach(best)) best = next;
             }
-        const bool hasMoved = nextU != u || nextV != v;
-        u = nextU;
-        v = nextV;
-        if (hasMoved) continue;
-        stepU /= 2;
-        stepV /= 2;
-        ++halvings;
+        if (best.IsEqual(*at, 0)) {
+            step /= 2;
+            ++halvings;
+        }
+        at = best;
     }
-    constexpr double precision = 1e-7;
-    return BRepTopAdaptor_FClass2d(face, precision).Perform(gp_Pnt2d(u, v)) == TopAbs_OUT ? start : best;
+    if (part.Perform(gp_Pnt2d(*at)) == TopAbs_OUT) return std::nullopt;
+    return reach(*at);
 }
 
-/// The same for a face, of which the kernel's box tells no more than how far the surface reaches between the
-/// bounds of its parameters: by the distance from a plane beyond it.
+/// How far a face reaches. Its box tells no more than how far the surface reaches between the bounds of its
+/// parameters; so by the distance from a plane beyond it, and, as that misses what is farthest at times, by
+/// climbing.
 double reach(const TopoDS_Face& face, const Bnd_Box& box, int axis, int sign) {
     const double size = std::sqrt(box.SquareExtent());
     const double beyond = reach(box, axis, sign) + size;
@@ -88,12 +97,9 @@ double reach(const TopoDS_Face& face, const Bnd_Box& box, int axis, int sign) {
     const gp_Pln across(middle, gp_Dir(replaced({}, axis, 1)));
     const TopoDS_Face plane = BRepBuilderAPI_MakeFace(across, -size, size, -size, size);
     const BRepExtrema_DistShapeShape distance(face, plane);
-    if (!distance.IsDone() || distance.NbSolution() == 0) return reach(box, axis, sign);
-    const double found = beyond - distance.Value();
-    if (distance.SupportTypeShape1(1) != BRepExtrema_IsInFace) return found;
-    double u = 0, v = 0;
-    distance.ParOnFaceS1(1, u, v);
-    return std::max(found, climbed(face, axis, sign, u, v));
+    const std::optional<double> top = climbed(face, axis, sign);
+    if (!distance.IsDone()) return top.value_or(reach(box, axis, sign));
+    return std::max(beyond - distance.Value(), top.value_or(beyond - distance.Value()));
 }
 
 /// Adds the face to a box that holds the edges.
@@ -111,23 +117,59 @@ void addInside(const TopoDS_Face& face, Bnd_Box& box) {
         }
 }
 
+/// The area of triangles near a face.
+double triangulatedArea(const TopoDS_Face& face, double size) {
+    const TopoDS_Shape copy = BRepBuilderAPI_Copy(face, false, false).Shape();
+    constexpr double fineness = 1e-3;
+    constexpr double angle = 0.1;
+    const BRepMesh_IncrementalMesh mesher(copy, fineness * size, false, angle);
+    TopLoc_Location location;
+    const Handle(Poly_Triangulation) mesh = BRep_Tool::Triangulation(TopoDS::Face(copy), location);
+    double area = 0;
+    for (int i = 1; !mesh.IsNull() && i <= mesh->NbTriangles(); ++i) {
+        int a = 0, b = 0, c = 0;
+        mesh->Triangle(i).Get(a, b, c);
+        const gp_XYZ corner = mesh->Node(a).XYZ();
+        area += (mesh->Node(b).XYZ() - corner).CrossMagnitude(mesh->Node(c).XYZ() - corner) / 2;
+    }
+    return area;
+}
+
+/// By the rule that adds points until that no longer matters, or by the one with a fixed number of points in
+/// a span. That is as good and much faster where spans are many; and the other one may be far off where it
+/// tells an error of 0, because it did not add any. Both fail at times: where they differ, or the boundary is
+/// open by much, triangles tell which one to take, or give the figure.
+double areaOf(const TopoDS_Face& face) {
+    GProp_GProps coarse;
+    BRepGProp::SurfaceProperties(face, coarse);
+    double area = coarse.Mass();
+    double difference = 0;
+    const BRepAdaptor_Surface surface(face);
+    const bool isSpline = surface.GetType() == GeomAbs_BSplineSurface;
+    constexpr int fewSpans = 100;
+    if (!isSpline || (surface.NbUKnots() - 1) * (surface.NbVKnots() - 1) <= fewSpans) {
+        constexpr double precision = 1e-5;
+        GProp_GProps fine;
+        const double error = BRepGProp::SurfaceProperties(face, fine, precision);
+        difference = std::abs(fine.Mass() - coarse.Mass());
+        if (error > 0 && error <= precision) area = fine.Mass();
+    }
+    constexpr double same = 1e-3;
+    const double size = std::sqrt(std::abs(area));
+    const bool isOpen = BRep_Tool::MaxTolerance(face, TopAbs_VERTEX) > same * size;
+    if (difference <= same * area && !isOpen) return area;
+    const double triangles = triangulatedArea(face, size);
+    constexpr double near = 5e-3;
+    for (const double each : {area, coarse.Mass()})
+        if (std::abs(each - triangles) <= near * triangles) return each;
+    return triangles > 0 ? triangles : area;
+}
+
 bool isFinite(const TopoDS_Edge& edge) {
     double first = 0;
     double last = 0;
     const Handle(Geom_Curve) curve = BRep_Tool::Curve(edge, first, last);
     return !curve.IsNull() && !Precision::IsInfinite(first) && !Precision::IsInfinite(last);
-}
-
-/// By the rule that adds points until that no longer matters. Where it did not add any, it tells an error of
-/// 0 and may be far off; then by the one with a fixed number of points.
-double areaOf(const TopoDS_Face& face) {
-    constexpr double precision = 1e-5;
-    GProp_GProps area;
-    const double error = BRepGProp::SurfaceProperties(face, area, precision);
-    if (error > 0 && error <= precision) return area.Mass();
-    GProp_GProps coarse;
-    BRepGProp::SurfaceProperties(face, coarse);
-    return coarse.Mass();
 }
 
 } // namespace

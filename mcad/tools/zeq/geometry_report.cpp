@@ -54,7 +54,7 @@ std::vector<std::string> GeometryReport::add(std::uint64_t blockId, const ENTITY
     if (block.count.bodies() == 0)
         check.faults.push_back({"no body", "its image holds no body that could be restored", {}, {}, 0});
     m_check.add(check);
-    block.gap = std::max(check.vertexGap, check.edgeGap);
+    block.gap = std::max({check.vertexGap, check.edgeGap, check.largestTolerance});
     block.faults = std::move(check.faults);
     const std::vector<std::string> texts = brep::summarized(block.faults);
     m_blocks.insert_or_assign(blockId, std::move(block));

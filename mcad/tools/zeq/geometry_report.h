@@ -53,7 +53,7 @@ private:
     struct Block {
         brep::Count count;
         brep::Measure measure;
-        double gap = 0;                       ///< the largest distance that topology and geometry are apart
+        double gap = 0;                       ///< how far topology and geometry are apart, or may be
         std::optional<Difference> difference; ///< none: the translator told nothing
         std::vector<brep::Fault> faults;
     };
