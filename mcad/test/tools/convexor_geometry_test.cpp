@@ -165,9 +165,9 @@ TEST_F(Convexor, SendsWhatADamagedFileStillHolds) {
         {"FACE_BOUND('',#19,", "FACE_BOUND('',$,",
          L"Error at #17: a boundary of the face is not in the file"},
         {"EDGE_LOOP('',(#20,", "EDGE_LOOP('',(#999999,",
-         L"an edge of the boundary is not in the file, or has no ends"},
+         L"an edge of the boundary, or an end of it, is not in the file"},
         {"EDGE_CURVE('',#22,#24,", "EDGE_CURVE('',#22,#999999,",
-         L"an edge of the boundary is not in the file, or has no ends"},
+         L"an edge of the boundary, or an end of it, is not in the file"},
     };
     for (const auto& [from, to, logged] : rows) {
         SCOPED_TRACE(to);
