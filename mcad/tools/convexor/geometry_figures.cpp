@@ -146,7 +146,7 @@ double areaOf(const TopoDS_Face& face) {
     double difference = 0;
     const BRepAdaptor_Surface surface(face);
     const bool isSpline = surface.GetType() == GeomAbs_BSplineSurface;
-    constexpr int fewSpans = 100;
+    constexpr int fewSpans = 36;
     if (!isSpline || (surface.NbUKnots() - 1) * (surface.NbVKnots() - 1) <= fewSpans) {
         constexpr double precision = 1e-5;
         GProp_GProps fine;
