@@ -294,6 +294,8 @@ const std::vector<NamedShape>& shapes() {
          "1 body, 1 face (1 torus)"},
         {"inside of a torus through its axis", [] { return faceOn(spindle(), 0, 2, 2.5, 3.5); },
          "1 body, 1 face (1 torus)"},
+        {"tip of a torus through its axis", [] { return faceOn(spindle(), 1, 6, 2.32, 2.6); },
+         "1 body, 1 face (1 torus)"},
         {"both sides of a torus through its axis", [] { return faceOn(spindle(), 0, 2, 1, 3); },
          "1 body, 1 face (1 B-spline)"},
         {"double cone", [] { return faceOn(new Geom_ConicalSurface(gp_Ax3(tilted), 0.5, 2), 0, 2, -7, 3); },

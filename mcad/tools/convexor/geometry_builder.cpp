@@ -140,7 +140,8 @@ Draft bestDraft(const TopoDS_Shape& part, double tolerance, BuildNotes& notes) {
     for (const Draft::Loss& loss : losses) {
         const auto isSame = [&](const Draft::Loss& each) { return each.number == loss.number; };
         if (std::none_of(best.losses.begin(), best.losses.end(), isSame))
-            notes.warnings.push_back("face " + std::to_string(loss.number) + " was healed: " + loss.reason);
+            notes.warnings.push_back("face " + std::to_string(loss.number) +
+                                     " needed healing: " + loss.reason);
     }
     return best;
 }

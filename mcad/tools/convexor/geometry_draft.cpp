@@ -2,12 +2,9 @@
 #include "convexor/geometry_draft.h"
 
 #include <algorithm>
-#include <functional>
 #include <map>
-#include <optional>
 #include <utility>
 
-#include <BRepTools_WireExplorer.hxx>
 #include <BRep_Tool.hxx>
 #include <Standard_Failure.hxx>
 #include <TopExp.hxx>
@@ -15,62 +12,15 @@
 #include <TopTools_IndexedMapOfShape.hxx>
 #include <TopoDS.hxx>
 #include <TopoDS_Iterator.hxx>
+#include <TopoDS_Vertex.hxx>
 #include <TopoDS_Wire.hxx>
 
 #include "convexor/edge_tracing.h"
+#include "convexor/face_boundary.h"
 
 namespace zeq::convexor {
 
 namespace {
-
-using Edges = std::vector<TopoDS_Edge>;
-
-bool leadsTo(const TopoDS_Edge& edge, const TopoDS_Edge& next) {
-    return TopExp::LastVertex(edge, true).IsSame(TopExp::FirstVertex(next, true));
-}
-/// Whether each edge leads to the next.
-bool isChain(const Edges& edges) {
-    return std::adjacent_find(edges.begin(), edges.end(), std::not_fn(leadsTo)) == edges.end();
-}
-bool isRing(const Edges& edges) { return isChain(edges) && leadsTo(edges.back(), edges.front()); }
-
-/// The rings that edges make, which may be given in any order; nothing if some edges are left over.
-std::optional<std::vector<Edges>> rings(Edges edges) {
-    std::vector<Edges> result;
-    while (!edges.empty()) {
-        Edges ring{edges.front()};
-        edges.erase(edges.begin());
-        while (!leadsTo(ring.back(), ring.front())) {
-            const auto next = std::find_if(edges.begin(), edges.end(), [&](const TopoDS_Edge& edge) {
-                return leadsTo(ring.back(), edge);
-            });
-            if (next == edges.end()) return std::nullopt;
-            ring.push_back(*next);
-            edges.erase(next);
-        }
-        result.push_back(std::move(ring));
-    }
-    return result;
-}
-
-Edges edgesOf(const TopoDS_Shape& wire) {
-    Edges edges;
-    for (TopoDS_Iterator edge(wire); edge.More(); edge.Next()) edges.push_back(TopoDS::Edge(edge.Value()));
-    return edges;
-}
-
-/// The edges of a boundary one after the other.
-std::vector<Edges> loopsOf(const TopoDS_Wire& wire, const TopoDS_Face& face, Rigour rigour) {
-    const Edges given = edgesOf(wire);
-    if (given.empty()) return {};
-    Edges explored;
-    for (BRepTools_WireExplorer edge(wire, face); edge.More(); edge.Next())
-        explored.push_back(edge.Current());
-    if (explored.size() == given.size() && isRing(explored)) return {explored};
-    if (const auto found = rings(given)) return *found;
-    if (rigour == Rigour::closed) throw GeometryError("its boundary does not close");
-    return {explored.size() == given.size() ? explored : given};
-}
 
 double roughLength(const Piece& piece) {
     constexpr int chords = 8;
@@ -248,7 +198,7 @@ void Drafter::addWires(const TopoDS_Shape& shape) {
     };
     if (shape.ShapeType() == TopAbs_EDGE) {
         if (!BRep_Tool::Degenerated(TopoDS::Edge(shape))) add({TopoDS::Edge(shape)});
-    } else if (const Edges edges = edgesOf(shape); !edges.empty() && isChain(edges)) {
+    } else if (const Edges edges = edgesOf(TopoDS::Wire(shape)); !edges.empty() && isChain(edges)) {
         add(edges);
     } else {
         for (const TopoDS_Edge& edge : edges) addWires(edge);

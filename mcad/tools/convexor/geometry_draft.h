@@ -8,6 +8,7 @@
 #include <TopTools_DataMapOfShapeInteger.hxx>
 #include <TopoDS_Shape.hxx>
 
+#include "convexor/face_boundary.h"
 #include "convexor/geometry_conversion.h"
 #include "platform/acis/acis.h"
 
@@ -80,12 +81,6 @@ struct Draft {
     std::vector<Wire> wires;
     std::vector<Loss> losses;
     int openSolids = 0; ///< solids whose shells the original leaves open
-};
-
-/// How much has to be right.
-enum class Rigour {
-    closed, ///< a face whose boundary does not close is a loss
-    any     ///< its edges are taken as they come
 };
 
 /// @param tolerance for what cannot be expressed exactly

@@ -11,10 +11,8 @@
 
 #include <unistd.h>
 
-#include <IGESBasic_SubfigureDef.hxx>
 #include <IGESCAFControl_Reader.hxx>
 #include <IGESData_GlobalSection.hxx>
-#include <IGESData_HArray1OfIGESEntity.hxx>
 #include <IGESData_IGESEntity.hxx>
 #include <IGESData_IGESModel.hxx>
 #include <Interface_Check.hxx>
@@ -32,10 +30,6 @@
 #include <StepGeom_GeomRepContextAndGlobUnitAssCtxAndGlobUncertaintyAssCtx.hxx>
 #include <StepGeom_GeometricRepresentationContextAndGlobalUnitAssignedContext.hxx>
 #include <StepRepr_GlobalUnitAssignedContext.hxx>
-#include <StepShape_Face.hxx>
-#include <StepShape_FaceBound.hxx>
-#include <StepShape_HArray1OfFaceBound.hxx>
-#include <StepShape_Loop.hxx>
 #include <TCollection_HAsciiString.hxx>
 #include <TransferBRep.hxx>
 #include <Transfer_TransientProcess.hxx>
@@ -46,6 +40,7 @@
 #include <XSControl_WorkSession.hxx>
 
 #include "convexor/model_contents.h"
+#include "convexor/model_repair.h"
 #include "convexor/text.h"
 #include "transport/utf8.h"
 
@@ -257,31 +252,6 @@ LengthUnit chooseLengthUnit(ELengthUnitType wanted, double fileUnit, Reporter& r
     return {};
 }
 
-/// Takes boundaries off faces that the file names but does not hold: the kernel would crash on them.
-int dropMissingBoundaries(const Handle(Interface_InterfaceModel) & file, Reporter& reporter) {
-    int dropped = 0;
-    for (int i = 1; i <= file->NbEntities(); ++i) {
-        const auto face = Handle(StepShape_Face)::DownCast(file->Value(i));
-        if (face.IsNull()) continue;
-        std::vector<Handle(StepShape_FaceBound)> held;
-        for (int bound = 1; bound <= face->NbBounds(); ++bound)
-            if (const auto each = face->BoundsValue(bound); !each.IsNull() && !each->Bound().IsNull())
-                held.push_back(each);
-        const int missing = face->NbBounds() - static_cast<int>(held.size());
-        if (missing == 0) continue;
-        dropped += missing;
-        reporter.log(ELogEventLevelType::error, L"Error at " +
-                                                    wideText(file->StringLabel(face)->ToCString()) +
-                                                    L": the face lacks a boundary that it refers to");
-        Handle(StepShape_HArray1OfFaceBound) bounds;
-        if (!held.empty()) bounds = new StepShape_HArray1OfFaceBound(1, static_cast<int>(held.size()));
-        for (std::size_t bound = 0; bound < held.size(); ++bound)
-            bounds->SetValue(static_cast<int>(bound) + 1, held[bound]);
-        face->SetBounds(bounds);
-    }
-    return dropped;
-}
-
 Model readStep(const std::filesystem::path& path, const ImportSettings& settings, Reporter& reporter) {
     STEPCAFControl_Reader reader;
     reader.SetColorMode(Standard_True);
@@ -293,7 +263,7 @@ Model readStep(const std::filesystem::path& path, const ImportSettings& settings
     reader.SetViewMode(Standard_False);
     // Many writers put names into the file in the code page of their machine.
     Interface_Static::SetCVal("read.step.codepage", isUtf8(path) ? "UTF8" : "CP1252");
-    const auto prepare = [&] { return dropMissingBoundaries(reader.Reader().Model(), reporter); };
+    const auto prepare = [&] { return dropMissing(reader.Reader().Model(), reporter); };
     Model model = read(reader, reader.ChangeReader(), path, reporter, prepare);
     const Handle(Interface_InterfaceModel) file = reader.Reader().Model();
     model.remarks = passedOver(file);
@@ -316,25 +286,6 @@ void hideBlanked(const Model& model, const Handle(XSControl_WorkSession) & sessi
         if (TDF_Label label; !shape.IsNull() && shapes->Search(shape, label, true, true, false))
             colors->SetVisibility(label, false);
     }
-}
-
-/// Gives groups an empty name that have none, on which the kernel would crash.
-int nameGroups(const Handle(IGESData_IGESModel) & file, Reporter& reporter) {
-    int named = 0;
-    for (int i = 1; i <= file->NbEntities(); ++i) {
-        const auto group = Handle(IGESBasic_SubfigureDef)::DownCast(file->Entity(i));
-        if (group.IsNull() || !group->Name().IsNull()) continue;
-        ++named;
-        reporter.log(ELogEventLevelType::error, L"Error at " +
-                                                    wideText(file->StringLabel(group)->ToCString()) +
-                                                    L": the group has no name");
-        Handle(IGESData_HArray1OfIGESEntity) members;
-        if (group->NbEntities() > 0) members = new IGESData_HArray1OfIGESEntity(1, group->NbEntities());
-        for (int member = 1; member <= group->NbEntities(); ++member)
-            members->SetValue(member, group->AssociatedEntity(member));
-        group->Init(group->Depth(), new TCollection_HAsciiString(""), members);
-    }
-    return named;
 }
 
 Model readIges(const std::filesystem::path& path, const ImportSettings& settings, Reporter& reporter) {

@@ -1,0 +1,108 @@
+// Walks all entities of a file that is in memory.
+#include "convexor/model_repair.h"
+
+#include <unordered_set>
+#include <vector>
+
+#include <IGESBasic_SubfigureDef.hxx>
+#include <IGESData_HArray1OfIGESEntity.hxx>
+#include <StepShape_ConnectedFaceSet.hxx>
+#include <StepShape_Edge.hxx>
+#include <StepShape_EdgeLoop.hxx>
+#include <StepShape_Face.hxx>
+#include <StepShape_FaceBound.hxx>
+#include <StepShape_HArray1OfFace.hxx>
+#include <StepShape_HArray1OfFaceBound.hxx>
+#include <StepShape_HArray1OfOrientedEdge.hxx>
+#include <StepShape_OrientedEdge.hxx>
+#include <StepShape_Vertex.hxx>
+#include <TCollection_HAsciiString.hxx>
+
+#include "convexor/text.h"
+
+namespace zeq::convexor {
+
+namespace {
+
+/// Whether the use of an edge and what it needs is there.
+bool hasEnds(const Handle(StepShape_OrientedEdge) & use) {
+    if (use.IsNull() || use->EdgeElement().IsNull()) return false;
+    return !use->EdgeElement()->EdgeStart().IsNull() && !use->EdgeElement()->EdgeEnd().IsNull();
+}
+bool hasLoop(const Handle(StepShape_FaceBound) & bound) {
+    if (bound.IsNull() || bound->Bound().IsNull()) return false;
+    const auto loop = Handle(StepShape_EdgeLoop)::DownCast(bound->Bound());
+    return loop.IsNull() || loop->NbEdgeList() > 0;
+}
+
+/// The values of an array for which something holds; null if that is none of them.
+template <class Array, class Holds>
+opencascade::handle<Array> filtered(const opencascade::handle<Array>& all, const Holds& holds) {
+    std::vector<typename Array::value_type> kept;
+    for (const auto& each : all->Array1())
+        if (holds(each)) kept.push_back(each);
+    if (kept.empty()) return {};
+    opencascade::handle<Array> result = new Array(1, static_cast<int>(kept.size()));
+    for (std::size_t i = 0; i < kept.size(); ++i) result->SetValue(static_cast<int>(i) + 1, kept[i]);
+    return result;
+}
+
+} // namespace
+
+int dropMissing(const Handle(Interface_InterfaceModel) & file, Reporter& reporter) {
+    int dropped = 0;
+    const auto report = [&](const Handle(Standard_Transient) & entity, const wchar_t* text) {
+        ++dropped;
+        reporter.log(ELogEventLevelType::error,
+                     L"Error at " + wideText(file->StringLabel(entity)->ToCString()) + L": " + text);
+    };
+    for (int i = 1; i <= file->NbEntities(); ++i) {
+        const auto loop = Handle(StepShape_EdgeLoop)::DownCast(file->Value(i));
+        if (loop.IsNull() || loop->NbEdgeList() == 0) continue;
+        const auto held = filtered(loop->EdgeList(), hasEnds);
+        if (!held.IsNull() && held->Length() == loop->NbEdgeList()) continue;
+        loop->SetEdgeList(held);
+        report(loop, L"an edge of the boundary is not in the file, or has no ends");
+    }
+    std::unordered_set<const Standard_Transient*> unbounded;
+    for (int i = 1; i <= file->NbEntities(); ++i) {
+        const auto face = Handle(StepShape_Face)::DownCast(file->Value(i));
+        if (face.IsNull() || face->NbBounds() == 0) continue;
+        const auto held = filtered(face->Bounds(), hasLoop);
+        if (!held.IsNull() && held->Length() == face->NbBounds()) continue;
+        face->SetBounds(held);
+        if (held.IsNull()) unbounded.insert(face.get());
+        report(face, L"a boundary of the face is not in the file");
+    }
+    for (int i = 1; i <= file->NbEntities() && !unbounded.empty(); ++i) {
+        const auto shell = Handle(StepShape_ConnectedFaceSet)::DownCast(file->Value(i));
+        if (shell.IsNull() || shell->NbCfsFaces() == 0) continue;
+        const auto held = filtered(shell->CfsFaces(), [&](const Handle(StepShape_Face) & face) {
+            return !unbounded.contains(face.get());
+        });
+        if (held.IsNull() || held->Length() == shell->NbCfsFaces()) continue;
+        shell->SetCfsFaces(held);
+        report(shell, L"faces without a boundary are left out of the shell");
+    }
+    return dropped;
+}
+
+int nameGroups(const Handle(IGESData_IGESModel) & file, Reporter& reporter) {
+    int named = 0;
+    for (int i = 1; i <= file->NbEntities(); ++i) {
+        const auto group = Handle(IGESBasic_SubfigureDef)::DownCast(file->Entity(i));
+        if (group.IsNull() || !group->Name().IsNull()) continue;
+        ++named;
+        reporter.log(ELogEventLevelType::error, L"Error at " +
+                                                    wideText(file->StringLabel(group)->ToCString()) +
+                                                    L": the group has no name");
+        Handle(IGESData_HArray1OfIGESEntity) members;
+        if (group->NbEntities() > 0) members = new IGESData_HArray1OfIGESEntity(1, group->NbEntities());
+        for (int member = 1; member <= group->NbEntities(); ++member)
+            members->SetValue(member, group->AssociatedEntity(member));
+        group->Init(group->Depth(), new TCollection_HAsciiString(""), members);
+    }
+    return named;
+}
+
+} // namespace zeq::convexor
