@@ -142,25 +142,25 @@ double triangulatedArea(const TopoDS_Face& face, double size) {
 double areaOf(const TopoDS_Face& face) {
     GProp_GProps coarse;
     BRepGProp::SurfaceProperties(face, coarse);
-    double area = coarse.Mass();
+    double area = std::abs(coarse.Mass()); // negative where a face lies outside of its boundary
     double difference = 0;
     const BRepAdaptor_Surface surface(face);
     const bool isSpline = surface.GetType() == GeomAbs_BSplineSurface;
-    constexpr int fewSpans = 100;
+    constexpr int fewSpans = 36;
     if (!isSpline || (surface.NbUKnots() - 1) * (surface.NbVKnots() - 1) <= fewSpans) {
         constexpr double precision = 1e-5;
         GProp_GProps fine;
         const double error = BRepGProp::SurfaceProperties(face, fine, precision);
         difference = std::abs(fine.Mass() - coarse.Mass());
-        if (error > 0 && error <= precision) area = fine.Mass();
+        if (error > 0 && error <= precision) area = std::abs(fine.Mass());
     }
     constexpr double same = 1e-3;
-    const double size = std::sqrt(std::abs(area));
+    const double size = std::sqrt(area);
     const bool isOpen = BRep_Tool::MaxTolerance(face, TopAbs_VERTEX) > same * size;
     if (difference <= same * area && !isOpen) return area;
     const double triangles = triangulatedArea(face, size);
     constexpr double near = 5e-3;
-    for (const double each : {area, coarse.Mass()})
+    for (const double each : {area, std::abs(coarse.Mass())})
         if (std::abs(each - triangles) <= near * triangles) return each;
     return triangles > 0 ? triangles : area;
 }
