@@ -32,6 +32,7 @@ struct Answer {
     std::vector<ExcStageFinished::EStage> finished;
     std::vector<std::shared_ptr<ExcProgress>> progress;
     std::wstring log;
+    std::wstring messages;
 };
 
 /// A running convexor.
@@ -102,6 +103,8 @@ private:
             answer.progress.push_back(progress);
         else if (const auto line = std::dynamic_pointer_cast<ExcLog>(wrapper.get()))
             answer.log += line->get() + L"\n";
+        else if (const auto message = std::dynamic_pointer_cast<ExcMessage>(wrapper.get()))
+            answer.messages += message->get() + L"\n";
         else if (const auto stage = std::dynamic_pointer_cast<ExcStageFinished>(wrapper.get()))
             answer.finished.push_back(stage->stage());
         else if (const auto product = std::dynamic_pointer_cast<ExcProductStructure>(wrapper.get()))

@@ -156,4 +156,42 @@ TEST_F(Convexor, GivesADensityTheMassUnitOfItsFile) {
     EXPECT_EQ(properties(product->blocks()[0]->miscData()).at(L"Material.Density"), L"7.85 g/cm^3");
 }
 
+TEST_F(Convexor, SendsWhatADamagedFileStillHolds) {
+    const struct {
+        std::string from;
+        std::string to;
+        std::wstring logged;
+    } rows[] = {
+        {"FACE_BOUND('',#19,", "FACE_BOUND('',$,",
+         L"Error at #17: a boundary of the face is not in the file"},
+        {"EDGE_LOOP('',(#20,", "EDGE_LOOP('',(#999999,",
+         L"an edge of the boundary, or an end of it, is not in the file"},
+        {"EDGE_CURVE('',#22,#24,", "EDGE_CURVE('',#22,#999999,",
+         L"an edge of the boundary, or an end of it, is not in the file"},
+    };
+    for (const auto& [from, to, logged] : rows) {
+        SCOPED_TRACE(to);
+        std::string text = contentOf("jaw_plate.stp");
+        ASSERT_NE(text.find(from), text.npos);
+        text.replace(text.find(from), from.size(), to);
+        const Answer answer = importWith(write("damaged.stp", text), {});
+        ASSERT_TRUE(answer.result);
+        EXPECT_EQ(answer.result->code(), Result::ECode::warning);
+        EXPECT_NE(answer.log.find(logged), answer.log.npos) << transport::toUtf8(answer.log);
+        EXPECT_EQ(answer.messages.find(L"no exact geometry"), answer.messages.npos);
+    }
+}
+
+TEST_F(Convexor, TellsWhatDoesNotTravelYet) {
+    std::string text = contentOf("jaw_plate.stp");
+    const std::string end = "ENDSEC;\nEND-ISO";
+    ASSERT_NE(text.find(end), text.npos);
+    text.insert(text.find(end), "#99001=TRIANGULATED_FACE('',$,0,(),$,(),());\n"
+                                "#99002=COMPLEX_TRIANGULATED_FACE('',$,0,(),$,(),(),());\n");
+    const Answer answer = importWith(write("meshes.stp", text), {});
+    EXPECT_NE(answer.messages.find(L"'meshes.stp' holds 2 tessellated faces, which do not travel yet\n"),
+              answer.messages.npos)
+        << transport::toUtf8(answer.messages);
+}
+
 } // namespace

@@ -57,7 +57,7 @@ void Extent::add(const SPAposition& point, const SURFACE& surface, const Boundar
 
 void Extent::add(const SURFACE& surface, const Boundary& boundary) {
     if (is_SPLINE(&surface)) return addSpline(static_cast<const SPLINE&>(surface), boundary);
-    if (is_CONE(&surface) || (is_TORUS(&surface) && surface.param_period_u() == 0)) {
+    if (is_CONE(&surface)) {
         const SPAinterval u = surface.param_range_u();
         for (const double end : {u.start_pt(), u.end_pt()})
             if (std::isfinite(end) && boundary.contains({end, 0})) add(surface.eval_position({end, 0}));

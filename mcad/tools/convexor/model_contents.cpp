@@ -7,6 +7,17 @@
 #include <NCollection_DataMap.hxx>
 #include <STEPCAFControl_ExternFile.hxx>
 #include <StepData_UndefinedEntity.hxx>
+#include <StepShape_FaceBasedSurfaceModel.hxx>
+#include <StepShape_ManifoldSolidBrep.hxx>
+#include <StepShape_ShellBasedSurfaceModel.hxx>
+#include <TCollection_HAsciiString.hxx>
+#include <TDataStd_Name.hxx>
+#include <Transfer_Binder.hxx>
+#include <Transfer_TransientProcess.hxx>
+#include <XCAFDoc_DocumentTool.hxx>
+#include <XCAFDoc_ShapeTool.hxx>
+#include <XSControl_TransferReader.hxx>
+#include <XSControl_WorkSession.hxx>
 
 #include "convexor/text.h"
 
@@ -69,6 +80,29 @@ std::vector<std::wstring> missingFiles(const STEPCAFControl_Reader& reader) {
         if (file.Value().IsNull() || file.Value()->GetLoadStatus() != IFSelect_RetDone)
             names.push_back(wideText(file.Key().ToCString()));
     return names;
+}
+
+int addUnreferenced(STEPCAFControl_Reader& reader, const Handle(TDocStd_Document) & document) {
+    const Handle(XSControl_WorkSession) session = reader.ChangeReader().WS();
+    const Handle(XSControl_TransferReader) transfer = session->TransferReader();
+    const Handle(Interface_InterfaceModel) file = session->Model();
+    const auto shapes = XCAFDoc_DocumentTool::ShapeTool(document->Main());
+    int added = 0;
+    for (int i = 1; i <= file->NbEntities(); ++i) {
+        const Handle(Standard_Transient) entity = file->Value(i);
+        if (!entity->IsKind(STANDARD_TYPE(StepShape_ManifoldSolidBrep)) &&
+            !entity->IsKind(STANDARD_TYPE(StepShape_ShellBasedSurfaceModel)) &&
+            !entity->IsKind(STANDARD_TYPE(StepShape_FaceBasedSurfaceModel)))
+            continue;
+        if (!transfer->TransientProcess()->Find(entity).IsNull()) continue; // the kernel has tried
+        if (transfer->TransferOne(entity) == 0) continue;
+        const TopoDS_Shape shape = transfer->ShapeResult(entity);
+        if (shape.IsNull()) continue;
+        const TDF_Label label = shapes->AddShape(shape, Standard_False);
+        TDataStd_Name::Set(label, TCollection_ExtendedString(file->StringLabel(entity)->ToCString()));
+        ++added;
+    }
+    return added;
 }
 
 } // namespace zeq::convexor

@@ -1,4 +1,4 @@
-// What a file holds that the kernel passes over.
+// What a file holds that the kernel passes over, and getting at some of it.
 #pragma once
 
 #include <string>
@@ -6,6 +6,7 @@
 
 #include <Interface_InterfaceModel.hxx>
 #include <STEPCAFControl_Reader.hxx>
+#include <TDocStd_Document.hxx>
 
 namespace zeq::convexor {
 
@@ -15,5 +16,10 @@ std::vector<std::wstring> passedOver(const Handle(Interface_InterfaceModel) & fi
 
 /// The files that a STEP file refers to for shapes, without those that the reader has found and read.
 std::vector<std::wstring> missingFiles(const STEPCAFControl_Reader& reader);
+
+/// Translates the solids and surface models of a STEP file that no part refers to, and adds them to the
+/// document as parts of their own.
+/// @return how many there are
+int addUnreferenced(STEPCAFControl_Reader& reader, const Handle(TDocStd_Document) & document);
 
 } // namespace zeq::convexor

@@ -248,6 +248,11 @@ Model readStep(const InputFile& input, const ImportSettings& settings, Reporter&
     Model model = read(reader, reader.ChangeReader(), input, reporter, prepare);
     const Handle(Interface_InterfaceModel) file = reader.Reader().Model();
     model.remarks = passedOver(file);
+    if (const int added = addUnreferenced(reader, model.document); added == 1)
+        model.remarks.push_back(L"holds a shape that no part refers to; it travels as a part of its own");
+    else if (added > 1)
+        model.remarks.push_back(L"holds " + std::to_wstring(added) +
+                                L" shapes that no part refers to; they travel as parts of their own");
     for (const std::wstring& name : missingFiles(reader))
         model.remarks.push_back(L"refers to the file '" + name + L"', which is not beside it");
     model.densityUnit = commonValue(file, massUnitIn);

@@ -24,6 +24,30 @@ namespace zeq::convexor {
 
 namespace {
 
+/// The vertex where a use of an edge begins or ends; null if it is not there.
+Handle(StepShape_Vertex) endOf(const Handle(StepShape_OrientedEdge) & use, bool isStart) {
+    if (use.IsNull() || use->EdgeElement().IsNull()) return {};
+    return isStart == static_cast<bool>(use->Orientation()) ? use->EdgeElement()->EdgeStart()
+                                                            : use->EdgeElement()->EdgeEnd();
+}
+
+/// Gives an edge of a loop that lacks an end the one where its neighbour begins or ends.
+void joinToNeighbours(const Handle(StepShape_EdgeLoop) & loop) {
+    const int count = loop->NbEdgeList();
+    for (int i = 1; i <= count; ++i) {
+        const Handle(StepShape_OrientedEdge) use = loop->EdgeListValue(i);
+        if (use.IsNull() || use->EdgeElement().IsNull()) continue;
+        const auto set = [&](bool isStart, const Handle(StepShape_Vertex) & vertex) {
+            if (isStart == static_cast<bool>(use->Orientation()))
+                use->EdgeElement()->SetEdgeStart(vertex);
+            else
+                use->EdgeElement()->SetEdgeEnd(vertex);
+        };
+        if (endOf(use, true).IsNull()) set(true, endOf(loop->EdgeListValue(i > 1 ? i - 1 : count), false));
+        if (endOf(use, false).IsNull()) set(false, endOf(loop->EdgeListValue(i < count ? i + 1 : 1), true));
+    }
+}
+
 /// Whether the use of an edge and what it needs is there.
 bool hasEnds(const Handle(StepShape_OrientedEdge) & use) {
     if (use.IsNull() || use->EdgeElement().IsNull()) return false;
@@ -59,10 +83,12 @@ int dropMissing(const Handle(Interface_InterfaceModel) & file, Reporter& reporte
     for (int i = 1; i <= file->NbEntities(); ++i) {
         const auto loop = Handle(StepShape_EdgeLoop)::DownCast(file->Value(i));
         if (loop.IsNull() || loop->NbEdgeList() == 0) continue;
-        const auto held = filtered(loop->EdgeList(), hasEnds);
+        auto held = filtered(loop->EdgeList(), hasEnds);
         if (!held.IsNull() && held->Length() == loop->NbEdgeList()) continue;
+        joinToNeighbours(loop);
+        held = filtered(loop->EdgeList(), hasEnds);
         loop->SetEdgeList(held);
-        report(loop, L"an edge of the boundary is not in the file, or has no ends");
+        report(loop, L"an edge of the boundary, or an end of it, is not in the file");
     }
     std::unordered_set<const Standard_Transient*> unbounded;
     for (int i = 1; i <= file->NbEntities(); ++i) {

@@ -9,8 +9,8 @@
 namespace zeq::convexor {
 
 /// Takes off what the file refers to but does not hold, on which the kernel would crash or give up a whole
-/// solid: boundaries off their faces, and faces without any off their shells. Each is an error
-/// in the log.
+/// solid: edges off their loops, boundaries off their faces, and faces without any off their shells. Each is
+/// an error in the log.
 /// @return how many there are
 int dropMissing(const Handle(Interface_InterfaceModel) & file, Reporter& reporter);
 
