@@ -59,12 +59,18 @@ ZEQ_JSON_OBJECT(ExcPMILeader)
 
 struct ExcPMIText::JsonForm {
     using This = ExcPMIText;
+    // clang-format off
     static constexpr json::Form form{
-        json::Head{"ExcPMIText", area::exchangePmi},      json::field(L"text_after", &This::m_textAfter),
-        json::field(L"text_before", &This::m_textBefore), json::field(L"text_below", &This::m_textBelow),
-        json::field(L"text_lower", &This::m_textLower),   json::field(L"text_prefix", &This::m_textPrefix),
-        json::field(L"text_suffix", &This::m_textSuffix), json::field(L"text_upper", &This::m_textUpper),
+        json::Head{"ExcPMIText", area::exchangePmi},
+        json::field(L"text_after", &This::m_textAfter),
+        json::field(L"text_before", &This::m_textBefore),
+        json::field(L"text_below", &This::m_textBelow),
+        json::field(L"text_lower", &This::m_textLower),
+        json::field(L"text_prefix", &This::m_textPrefix),
+        json::field(L"text_suffix", &This::m_textSuffix),
+        json::field(L"text_upper", &This::m_textUpper),
     };
+    // clang-format on
 };
 
 ZEQ_JSON_OBJECT(ExcPMIText)
