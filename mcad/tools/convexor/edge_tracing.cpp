@@ -222,8 +222,9 @@ private:
             const double way = std::abs(move.X()) * du.Magnitude() + std::abs(move.Y()) * dv.Magnitude();
             gp_Pnt2d next;
             double nextDistance = 0;
+            constexpr int halvings = 10;
             double step = 1;
-            for (constexpr double shortest = 1e-3; step > shortest; step /= 2) {
+            for (int j = 0; j < halvings; ++j, step /= 2) {
                 next = clamped(uv.Translated(step * move));
                 m_surface->D1(next.X(), next.Y(), place, du, dv);
                 nextDistance = place.Distance(point);

@@ -206,7 +206,7 @@ TColStd_Array1OfReal shifted(TColStd_Array1OfReal knots, double by) {
 /// A periodic B-spline surface as one that is not, over a range of parameters, which may lie across its seam.
 Handle(Geom_BSplineSurface)
     opened(const Handle(Geom_BSplineSurface) & periodic, const std::array<double, 4>& bounds) {
-    const auto spline = Handle(Geom_BSplineSurface)::DownCast(periodic->Copy());
+    auto spline = Handle(Geom_BSplineSurface)::DownCast(periodic->Copy());
     const double periods[]{spline->IsUPeriodic() ? spline->UPeriod() : 0,
                            spline->IsVPeriodic() ? spline->VPeriod() : 0};
     std::array<double, 4> range;
