@@ -17,26 +17,28 @@ namespace detail {
 template <class Pending>
 class Worklist {
 public:
-    Worklist() : m_isOutermost(!active()) {
-        if (m_isOutermost) active() = &m_pending;
+    Worklist() {
+        if (active()) return;
+        m_pending = std::make_unique<std::vector<Pending>>();
+        active() = m_pending.get();
     }
     ~Worklist() {
-        if (m_isOutermost) active() = nullptr;
+        if (isOutermost()) active() = nullptr;
     }
     Worklist(const Worklist&) = delete;
     Worklist& operator=(const Worklist&) = delete;
 
-    bool isOutermost() const { return m_isOutermost; }
+    bool isOutermost() const { return m_pending != nullptr; }
     static std::vector<Pending>& pending() { return *active(); }
 
 private:
+    // No more than a pointer: an object with a destructor would keep the library loaded as long as the thread runs.
     static std::vector<Pending>*& active() {
         static thread_local std::vector<Pending>* list = nullptr;
         return list;
     }
 
-    std::vector<Pending> m_pending;
-    bool m_isOutermost;
+    std::unique_ptr<std::vector<Pending>> m_pending; // of the outermost one
 };
 
 /// A child that has been made and is to be read.
