@@ -126,7 +126,9 @@ TEST(AllForms, OfBinaryKindsCrossFromProcessToProcess) {
         documents[object->objectName()].emplace_back(test::writtenBy(*object), L"");
     });
     std::vector<std::wstring> kinds;
-    for (auto& [kind, sent] : documents) {
+    for (auto& entry : documents) {
+        const std::wstring& kind = entry.first;
+        auto& sent = entry.second;
         kinds.push_back(kind);
         const test::TempDir dir;
         const std::string path = dir.file("documents");

@@ -47,7 +47,7 @@ ZEQ_JSON_OBJECT(ExcBlock)
 
 void ExcBlock::addBlockReference(ExcBlockReferencePtr reference) {
     detail::appendChild(m_blockReferences, std::move(reference),
-                            "ExcBlock: attempt to add null Block Reference object.");
+                        "ExcBlock: attempt to add null Block Reference object.");
 }
 
 void ExcBlock::removeBlockReference(std::uint64_t blockId) {

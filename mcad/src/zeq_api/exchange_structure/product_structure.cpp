@@ -4,8 +4,8 @@
 #include <algorithm>
 
 #include "mv_cvx/logger.h"
-#include "zeq_api/exchange_object/exchange_object_registry.h"
 #include "zeq_api/exchange_common/child_list.h"
+#include "zeq_api/exchange_object/exchange_object_registry.h"
 #include "zeq_api/exchange_structure/area.h"
 #include "zeq_api/exchange_structure/reference_list.h"
 #include "zeq_api/json/form.h"
