@@ -126,8 +126,10 @@ Result Session::import(const ImportOptions& options, const std::wstring& command
     reporter.beginPulse(L"Building the product structure");
     const Structure structure = buildProductStructure(model, name, settings);
     if (settings.miscData && settings.geometry) measureGeometry(structure, model.lengthUnit, reporter);
-    reporter.message(L"'" + name + L"': " + summary(*structure.product));
-    for (const std::wstring& remark : model.remarks) reporter.message(L"'" + name + L"' " + remark);
+    const std::wstring quoted = L"'" + name + L"'";
+    reporter.message(quoted + L": " + summary(*structure.product));
+    for (const std::wstring& remark : model.remarks)
+        reporter.message(std::wstring(quoted).append(L" ").append(remark));
     reporter.beginPulse(L"Sending the product structure");
     m_channel.send(structure.product);
     m_channel.send(std::make_shared<ExcStageFinished>(ExcStageFinished::EStage::product_structure));
