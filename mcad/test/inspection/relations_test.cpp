@@ -1,9 +1,10 @@
-// What is found between objects: the rows hold a product structure, which stands in the buffer "s", and
-// geometry.
+// What is found between objects: the rows hold a product structure, which stands in the buffer "s", geometry,
+// mechanical and display data.
 #include "inspection/relations.h"
 
 #include <stdexcept>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -38,13 +39,18 @@ TEST(Relations, AreAsTheirCasesSay) {
             const JsonDocument document = test::parse(stream);
             relations.add(document, *findClass("ExchangeObjectWrapper"), pointer);
         };
-        if (line.HasMember(L"geometry")) {
-            for (const JsonValue& data : line[L"geometry"].GetArray()) {
-                JsonDocument geometry;
-                geometry.CopyFrom(data, geometry.GetAllocator());
-                add(LR"({"exchange_object_name":"exc_block_geometry","exchange_object_data":)" +
-                        test::textOf(geometry) + L"}",
-                    "/g");
+        for (const auto& [list, name, pointer] :
+             {std::tuple(L"geometry", L"exc_block_geometry", "/g"),
+              std::tuple(L"mechanical", L"exc_block_mechanical_data", "/m"),
+              std::tuple(L"display", L"exc_block_visualization", "/v"),
+              std::tuple(L"root", L"exc_root_mechanical_data", "/r")}) {
+            if (!line.HasMember(list)) continue;
+            for (const JsonValue& data : line[list].GetArray()) {
+                JsonDocument object;
+                object.CopyFrom(data, object.GetAllocator());
+                add(std::wstring(LR"({"exchange_object_name":")") + name + LR"(","exchange_object_data":)" +
+                        test::textOf(object) + L"}",
+                    pointer);
             }
         }
         for (const wchar_t* const buffer : {L"s", L"other"}) // one that cannot be opened is for the linter

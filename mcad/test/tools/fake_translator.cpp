@@ -12,8 +12,10 @@
 #include <unistd.h>
 
 #include "mp/shared_buffer.h"
+#include "tools/fake_model.h"
 #include "transport/frame.h"
 #include "transport/utf8.h"
+#include "zeq_api/acis_attrib_id/attrib_convexor.h"
 #include "zeq_api/command/command.h"
 #include "zeq_api/command/result.h"
 #include "zeq_api/convexor_info/convexor_info.h"
@@ -51,6 +53,10 @@ void send(const std::shared_ptr<IExchangeObject>& object) {
         std::cerr << "buffer " << std::string(name.begin(), name.end()) << std::endl;
     }
     output.write(text);
+}
+
+void sendAll(const test::Documents& documents) {
+    for (const auto& document : documents) send(document);
 }
 
 void sendResult(Result::ECode code, const std::wstring& message = {}, bool finished = true) {
@@ -291,6 +297,19 @@ const std::map<std::string, std::function<void()>>& misbehaviours() {
              send(geometry);
              answer(product);
          }},
+        {"lost-links",
+         [] {
+             sendAll(test::mechanicalDocuments());
+             sendAll(test::displayDocuments());
+             const auto geometry = std::make_shared<ExcBlockGeometry>();
+             geometry->setBlockId(4);
+             auto* const face = new FACE(new SPHERE({0, 0, 0}, 1));
+             new ATTRIB_CONVEXOR_ID(face, 12);
+             const OwnedEntities ball(new BODY(new LUMP(new SHELL(face))));
+             geometry->setGeometry(ball.list, true);
+             send(geometry);
+             answer(cart());
+         }},
         {"sections",
          [] {
              const auto view = std::make_shared<ExcPMIAnnotationView>();
@@ -318,6 +337,20 @@ const std::map<std::string, std::function<void()>>& misbehaviours() {
              display->setVisualizationData(scene);
              send(display);
              answer(cart());
+         }},
+        {"model",
+         [] {
+             sendAll(test::mechanicalDocuments());
+             send(cart());
+             sendAll(test::displayDocuments());
+             send(test::contentsReport());
+             sendResult(Result::ECode::ok);
+         }},
+        {"crash-after-pmi",
+         [] {
+             sendAll(test::mechanicalDocuments());
+             std::signal(SIGSEGV, SIG_DFL);
+             std::raise(SIGSEGV);
          }},
         {"two-results",
          [] {

@@ -322,14 +322,14 @@ TEST(ZeqCommands, CommandsArePrintedForAnyFormatAndInterface) {
          R"("force_mp_mode":false,"translate_world_orientation":true,"translate_misc_data":true,)"
          R"("format_options":[{"operation_type":"import","format_type":"parasolid",)"
          R"("hidden_entities_mode":"none"}],"modeler_version":30},"mt_mode":true})"},
-        // Geometry is wanted unless somebody says that it is not.
+        // Geometry and display data are wanted unless somebody says that it is not.
         {{"import", "/a.stp", "--set", "STEP.layer_name_mode=asm_rep", "--set", "JT.import_geometry=false"},
          R"({"convexor_interface":"connect","command":"import","options":{"file":"/a.stp",)"
          R"("force_mp_mode":false,"translate_world_orientation":true,"translate_misc_data":true,)"
          R"("format_options":[{"operation_type":"import","format_type":"STEP","import_geometry":true,)"
-         R"("import_visualization":false,"import_root_visualization":false,"layer_name_mode":"asm_rep",)"
+         R"("import_visualization":true,"import_root_visualization":true,"layer_name_mode":"asm_rep",)"
          R"("visu_pmi_mode":"unknown"},{"operation_type":"import","format_type":"JT",)"
-         R"("import_geometry":false,"import_visualization":false,"import_root_visualization":false,)"
+         R"("import_geometry":false,"import_visualization":true,"import_root_visualization":true,)"
          R"("edges_mode":"unknown","user_prop_mode":"unknown","visu_pmi_mode":"unknown",)"
          R"("import_visu_lod":""}],"modeler_version":31},"mt_mode":false})"},
         // What --set says goes before what the file says.
@@ -386,7 +386,7 @@ TEST(ZeqCommands, AStoredCommandIsSentAsItIs) {
 TEST(ZeqCommands, AnImportCountsAndReportsTheSectionsThatLoadingLeavesOut) {
     const RunResult text = runFake("sections", {"import", file});
     EXPECT_NE(text.output.find("\nMechanical 2 annotations, 1 annotation view, 1 mapped entity\n"
-                               "Display    1 mesh, 2 polygons, 1 node\n"),
+                               "Display    2 triangles, 1 face, 1 mesh, 1 node\n"),
               std::string::npos)
         << text.output;
     const RunResult json = runFake("sections", {"--json", "import", file});
@@ -396,21 +396,30 @@ TEST(ZeqCommands, AnImportCountsAndReportsTheSectionsThatLoadingLeavesOut) {
 }
 
 TEST(ZeqCommands, ATreeAsksForTheStructureAlone) {
-    const std::regex said("\"import_geometry\": (\\w+)");
+    const std::regex said("\"(import_geometry|import_visualization|visu_brep_tesselation_mode)\": \"?(\\w+)");
     const auto asked = [&said](std::vector<std::string> arguments) {
         arguments.insert(arguments.end(), {file, "--no-progress"});
         const std::string sent = runFake("echo", arguments).errors;
         std::map<std::string, int> values;
         for (std::sregex_iterator at(sent.begin(), sent.end(), said), end; at != end; ++at)
-            ++values[(*at)[1]];
+            ++values[(*at)[1].str() + " " + (*at)[2].str()];
         return values;
     };
     const TempDir dir;
     using Values = std::map<std::string, int>;
     EXPECT_EQ(asked({"import"}), Values{});
-    EXPECT_EQ(asked({"tree"}), (Values{{"false", 4}}));
-    EXPECT_EQ(asked({"tree", "--set", "STEP.import_geometry=true"}), (Values{{"false", 3}, {"true", 1}}));
-    EXPECT_EQ(asked({"tree", "--geometry", dir.path()}), Values{});
+    const Values none{{"import_geometry false", 4},
+                      {"import_visualization false", 9},
+                      {"visu_brep_tesselation_mode never", 1}};
+    EXPECT_EQ(asked({"tree"}), none);
+    Values some = none;
+    some["import_geometry false"] = 3;
+    some["import_geometry true"] = 1;
+    EXPECT_EQ(asked({"tree", "--set", "STEP.import_geometry=true"}), some);
+    Values others = none;
+    others.erase("import_geometry false");
+    others["import_geometry true"] = 4;
+    EXPECT_EQ(asked({"tree", "--geometry", dir.path()}), others);
 }
 
 TEST(ZeqCommands, StrictMakesAFailureOfAnyWarning) {

@@ -75,7 +75,8 @@ TEST(ZeqFaults, AFaultOfTheTranslatorIsNamed) {
         SCOPED_TRACE(row.mode);
         const RunResult result = runFake(row.mode, {"import", file});
         EXPECT_EQ(result.exitCode, row.exitCode);
-        EXPECT_EQ(result.output, "");
+        EXPECT_TRUE(result.output.empty() || row.mode == "killed")
+            << result.output; // which sends something before
         EXPECT_NE(result.errors.find("zeq: error: Cannot import '" + file + "': "), std::string::npos)
             << result.errors;
         EXPECT_NE(result.errors.find(row.reason), std::string::npos) << result.errors;

@@ -10,18 +10,16 @@
 #include "text/text.h"
 #include "transport/utf8.h"
 #include "zeq_api/exchange_mechanical/block_geometry.h"
+#include "zeq_api/exchange_mechanical/mechanical_data.h"
 #include "zeq_api/exchange_object/exchange_object_wrapper.h"
 #include "zeq_api/exchange_structure/product_structure.h"
+#include "zeq_api/exchange_visualization/scene.h"
 
 namespace zeq::inspection {
 
 namespace {
 
 constexpr const wchar_t* bufferKey = L"shared_acis_buffer_name";
-
-std::wstring wide(const JsonValue* text) {
-    return text ? std::wstring(text->GetString(), text->GetStringLength()) : std::wstring();
-}
 
 bool isSharedBuffer(const std::string& name) {
     std::error_code error;
@@ -37,6 +35,10 @@ void Relations::add(const JsonValue& document, const json::FormInfo& form, const
         addData(ExcProductStructure::objName(), document, {{}, pointer});
     else if (*form.type == typeid(ExcBlockGeometry))
         addData(ExcBlockGeometry::objName(), document, {{}, pointer});
+    else if (*form.type == typeid(ExcBlockMechanicalData))
+        addData(ExcBlockMechanicalData::objName(), document, {{}, pointer});
+    else if (*form.type == typeid(ExcBlockVisualization))
+        addData(ExcBlockVisualization::objName(), document, {{}, pointer});
     else if (*form.type == typeid(ExcBlock))
         checkBlock(document, pointer, m_report);
     else if (*form.type == typeid(ExcBlockReference))
@@ -71,9 +73,17 @@ void Relations::addData(const std::wstring& objectName, const JsonValue& data, c
         return;
     }
     if (objectName == ExcBlockGeometry::objName()) addGeometry(data, place);
-    const JsonValue* const id = json::findMember(data, blockIdKey);
-    if (id && id->IsUint64())
-        m_owned.push_back({id->GetUint64(), {place.buffer, place.pointer + "/block_id"}});
+    if (objectName == ExcRootMechanicalData::objName())
+        return m_annotations.addMechanical(std::nullopt, data, place);
+    if (objectName == ExcRootAssemblyVisualization::objName())
+        return m_annotations.addDisplay(std::nullopt, data, place);
+    const std::optional<std::uint64_t> id = idIn(data, blockIdKey);
+    const bool isMechanical = objectName == ExcBlockMechanicalData::objName();
+    if (isMechanical) m_annotations.addMechanical(id.value_or(0), data, place);
+    if (objectName == ExcBlockVisualization::objName()) m_annotations.addDisplay(id.value_or(0), data, place);
+    // Mechanical data of the block 0 are about the file as a whole.
+    if (id && (*id != 0 || !isMechanical))
+        m_owned.push_back({*id, {place.buffer, place.pointer + "/block_id"}});
 }
 
 void Relations::addGeometry(const JsonValue& geometry, const Place& place) {
@@ -90,6 +100,7 @@ void Relations::addGeometry(const JsonValue& geometry, const Place& place) {
 }
 
 void Relations::finish() {
+    m_annotations.report(m_report);
     if (!m_hasStructure) return;
     for (const auto& [id, place] : m_owned)
         if (!m_blocks.contains(id))

@@ -1,6 +1,6 @@
 // Says what is wrong between objects, in one document or across those that belong together, although each is
 // well formed: references that lead nowhere, cycles, ids that are missing or not unique, placements that
-// flatten.
+// flatten, annotations that are not there.
 #pragma once
 
 #include <cstdint>
@@ -9,6 +9,8 @@
 #include <utility>
 #include <vector>
 
+#include "inspection/annotation_relations.h"
+#include "inspection/dom_walk.h"
 #include "inspection/linter.h"
 
 namespace zeq::inspection {
@@ -30,10 +32,6 @@ public:
     void finish();
 
 private:
-    struct Place {
-        std::wstring buffer; ///< empty for a document
-        std::string pointer;
-    };
     struct OwnedData {
         std::uint64_t blockId;
         Place place;
@@ -48,6 +46,7 @@ private:
     bool m_areBuffersThere;
     bool m_hasStructure = false;
     std::unordered_set<std::uint64_t> m_blocks;
+    AnnotationRelations m_annotations;
     std::vector<OwnedData> m_owned; ///< what says to which block it belongs
 };
 

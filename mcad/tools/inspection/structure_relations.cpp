@@ -8,27 +8,13 @@
 #include <optional>
 #include <unordered_map>
 
+#include "inspection/dom_walk.h"
 #include "text/text.h"
-#include "zeq_api/json/dom_model.h"
 #include "zeq_api/json/enum_names.h"
 
 namespace zeq::inspection {
 
 namespace {
-
-/// The elements of an array that is a member; none if there is no such array.
-std::vector<const JsonValue*> elements(const JsonValue& object, std::wstring_view key) {
-    std::vector<const JsonValue*> result;
-    const JsonValue* const array = json::findMember(object, key);
-    if (!array || !array->IsArray()) return result;
-    for (const JsonValue& element : array->GetArray()) result.push_back(&element);
-    return result;
-}
-
-std::optional<std::uint64_t> idIn(const JsonValue& object, std::wstring_view key) {
-    const JsonValue* const id = json::findMember(object, key);
-    return id && id->IsUint64() ? std::optional(id->GetUint64()) : std::nullopt;
-}
 
 std::string at(const std::string& pointer, const char* list, std::size_t index) {
     return pointer + '/' + list + '/' + std::to_string(index);

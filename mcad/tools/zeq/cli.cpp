@@ -111,7 +111,7 @@ CommandLine::CommandLine() {
     setCommandType(
         addCommand("info", "Show what the translator is and which formats it reads", EAction::info),
         Command::EType::info);
-    addImportCommand("import", "Import a CAD file and show its assembly tree and a summary", EAction::import);
+    addImportCommand("import", "Import a CAD file and show what is in it", EAction::import);
     addImportCommand("tree", "Import a CAD file and show its assembly tree", EAction::tree);
 
     addPrintingCommand();
@@ -196,7 +196,7 @@ void CommandLine::addImportCommand(const std::string& name, const std::string& d
     CLI::App* command = addCommand(name, description, action);
     setCommandType(command, Command::EType::import);
     addOptionsOfFile(command);
-    command->add_flag("--all", m_settings.all, "Show the whole tree, however large");
+    command->add_flag("--all", m_settings.all, "Show everything, however long");
     command
         ->add_option("--geometry", m_settings.geometryDirectory,
                      "Write the geometry of each block to this directory, as block_ID.sab")

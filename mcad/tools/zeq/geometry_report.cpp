@@ -7,6 +7,7 @@
 #include <cwchar>
 
 #include "text/text.h"
+#include "zeq/block_name.h"
 
 namespace zeq::host {
 
@@ -124,7 +125,7 @@ std::vector<std::string> GeometryReport::compare(const ExcProductStructure& stru
     return faults;
 }
 
-std::string GeometryReport::blocksText(const ExcProductStructure& structure, bool all) const {
+std::string GeometryReport::blocksText(const ExcProductStructure* structure, bool all) const {
     constexpr std::size_t most = 100;
     std::string lines;
     std::size_t shown = 0;
@@ -134,12 +135,15 @@ std::string GeometryReport::blocksText(const ExcProductStructure& structure, boo
                      "; --all shows them\n";
             break;
         }
-        const ExcBlockPtr known = structure.getBlockById(id);
-        lines += "Block " + std::to_string(id) + "  " +
-                 (known && !known->name().empty() ? text::printable(known->name()) : "(unnamed)") + ": " +
-                 block.count.text() + "\n";
+        lines += "Block " + blockName(id, structure) + ": " + block.count.text() + "\n";
     }
     return lines;
+}
+
+std::uint64_t GeometryReport::faces() const {
+    std::uint64_t faces = 0;
+    for (const auto& [id, block] : m_blocks) faces += block.measure.faces;
+    return faces;
 }
 
 std::string GeometryReport::summaryText() const {

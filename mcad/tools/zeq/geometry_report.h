@@ -42,8 +42,11 @@ public:
     std::uint64_t missingFaces() const { return m_missingFaces; }
     /// "1 body, 6 faces (6 planes), ..." of a block.
     std::string blockText(std::uint64_t blockId) const { return m_blocks.at(blockId).count.text(); }
+    /// Faces that arrived.
+    std::uint64_t faces() const;
     /// A line for each block, or for the first ones and the number of the others.
-    std::string blocksText(const ExcProductStructure& structure, bool all) const;
+    /// @param structure the names of the blocks; may be null
+    std::string blocksText(const ExcProductStructure* structure, bool all) const;
     /// The lines of the summary.
     std::string summaryText() const;
     /// Members of a JSON object: "geometry" (a list of blocks, each with the faults found in it), "topology"

@@ -13,6 +13,7 @@
 #include "transport/utf8.h"
 #include "zeq/failure.h"
 #include "zeq/json_file.h"
+#include "zeq_api/format_options/common_options.h"
 #include "zeq_api/json/codecs.h"
 #include "zeq_api/json/text_io.h"
 
@@ -23,8 +24,11 @@ namespace {
 constexpr const wchar_t* groupsKey = L"format_options";
 constexpr const wchar_t* operationKey = L"operation_type";
 constexpr const wchar_t* formatKey = L"format_type";
-/// The one key whose default in the classes is not what a user means who does not mention it.
+/// Keys whose default in the classes is not what a user means who does not mention them.
 constexpr const wchar_t* geometryKey = L"import_geometry";
+constexpr const wchar_t* displayKeys[] = {L"import_visualization", L"import_root_visualization"};
+/// What says it for formats whose groups have none of these keys.
+constexpr const wchar_t* tessellationKey = L"visu_brep_tesselation_mode";
 
 using inspection::Finding;
 
@@ -71,9 +75,9 @@ public:
 
     void addGroups(const std::string& path, transport::SignalPipe& signals);
     void set(const std::string& assignment);
-    /// Says in each group that can whether geometry is wanted, unless the user has said it. Where it is not,
-    /// all groups that can are there to say so.
-    void askForGeometry(bool wanted);
+    /// Says in each group that can whether geometry and display data are wanted, unless the user has said it.
+    /// Where one of them is not, all groups that can are there to say so.
+    void askFor(bool geometry, bool display);
     const JsonValue& value() const { return m_document; }
 
 private:
@@ -155,17 +159,24 @@ OptionsDocument::Place OptionsDocument::group(const std::string& name, const std
                   "--set '" + text::printable(assignment) + "': " + inspection::fullText(unknown));
 }
 
-void OptionsDocument::askForGeometry(bool wanted) {
+void OptionsDocument::askFor(bool geometry, bool display) {
     if (!hasMember(m_form, groupsKey)) return;
-    for (const auto& [operation, format] : IFormatOptions::kinds()) {
-        if (operation != m_operation ||
-            !hasMember(*json::formOf(*IFormatOptions::make(operation, format)), geometryKey))
-            continue;
+    const auto say = [&](EOperationType operation, EFormatType format, const wchar_t* key, JsonValue value,
+                         bool isUsual) {
+        if (!hasMember(*json::formOf(*IFormatOptions::make(operation, format)), key)) return;
         JsonValue* group = find(operation, format);
-        if (!group && !wanted) group = &add(operation, format);
-        if (group && !json::findMember(*group, geometryKey))
-            group->AddMember(text(geometryKey), JsonValue(wanted), m_alloc);
+        if (!group && !isUsual) group = &add(operation, format);
+        if (group && !json::findMember(*group, key)) group->AddMember(text(key), value, m_alloc);
+    };
+    for (const auto& [operation, format] : IFormatOptions::kinds()) {
+        if (operation != m_operation) continue;
+        for (const wchar_t* const key : displayKeys) say(operation, format, key, JsonValue(display), display);
+        // Last, because it has to be said in the groups that are made for the others.
+        say(operation, format, geometryKey, JsonValue(geometry), geometry);
     }
+    if (!display)
+        say(EOperationType::options, EFormatType::graphical, tessellationKey,
+            text(enumToString(EVisuBRepTessellationModeType::never)), false);
 }
 
 void OptionsDocument::set(const std::string& assignment) {
@@ -198,7 +209,8 @@ void OptionsDocument::set(const std::string& assignment) {
 
 void applySettings(ConvexorOptions& options, const Settings& settings, transport::SignalPipe& signals) {
     const bool needsGeometry = settings.action != EAction::tree || !settings.geometryDirectory.empty();
-    if (needsGeometry && settings.formatOptions.empty() && settings.assignments.empty()) return;
+    const bool needsDisplay = settings.action != EAction::tree;
+    if (needsDisplay && settings.formatOptions.empty() && settings.assignments.empty()) return;
     OptionsDocument document(options);
     if (!settings.formatOptions.empty()) document.addGroups(settings.formatOptions, signals);
     for (const std::string& assignment : settings.assignments) {
@@ -208,7 +220,7 @@ void applySettings(ConvexorOptions& options, const Settings& settings, transport
             throw Failure(exit_code::usage, "--set '" + text::printable(assignment) + "': " + error.what());
         }
     }
-    document.askForGeometry(needsGeometry);
+    document.askFor(needsGeometry, needsDisplay);
     options.readObject(document.value());
 }
 
