@@ -14,10 +14,19 @@
 #include <Interface_Static.hxx>
 #include <STEPCAFControl_Controller.hxx>
 #include <STEPCAFControl_Writer.hxx>
+#include <StepBasic_SiUnitAndLengthUnit.hxx>
 #include <StepData_StepModel.hxx>
+#include <StepRepr_ProductDefinitionShape.hxx>
 #include <StepRepr_RepresentationContext.hxx>
+#include <StepShape_AdvancedBrepShapeRepresentation.hxx>
+#include <StepShape_AdvancedFace.hxx>
 #include <StepVisual_MechanicalDesignGeometricPresentationRepresentation.hxx>
 #include <TCollection_HAsciiString.hxx>
+#include <TransferBRep.hxx>
+#include <TransferBRep_ShapeMapper.hxx>
+#include <Transfer_FinderProcess.hxx>
+#include <XSControl_TransferWriter.hxx>
+#include <XSControl_WorkSession.hxx>
 
 namespace samples {
 
@@ -52,9 +61,42 @@ void sortStyles(const Handle(StepData_StepModel) & model) {
         if (!model->Contains(entity)) model->AddEntity(entity);
 }
 
+/// The first instance of a kind; 0 if there is none.
+int numberOf(const Handle(StepData_StepModel) & model, const Handle(Standard_Type) & kind) {
+    for (int i = 1; i <= model->NbEntities(); ++i)
+        if (model->Value(i)->IsKind(kind)) return i;
+    return 0;
+}
+
+/// The writer numbers the instances by their places in the model.
+StepNumbers findNumbers(STEPCAFControl_Writer& writer, const std::vector<TopoDS_Shape>& faces) {
+    const Handle(StepData_StepModel) model = writer.ChangeWriter().Model();
+    StepNumbers numbers;
+    numbers.last = model->NbEntities();
+    numbers.shape = numberOf(model, STANDARD_TYPE(StepRepr_ProductDefinitionShape));
+    numbers.lengthUnit = numberOf(model, STANDARD_TYPE(StepBasic_SiUnitAndLengthUnit));
+    numbers.representation = numberOf(model, STANDARD_TYPE(StepShape_AdvancedBrepShapeRepresentation));
+    if (numbers.representation > 0) {
+        const auto representation =
+            Handle(StepRepr_Representation)::DownCast(model->Value(numbers.representation));
+        numbers.context = model->Number(representation->ContextOfItems());
+    }
+    const auto written = writer.ChangeWriter().WS()->TransferWriter()->FinderProcess();
+    for (const TopoDS_Shape& face : faces) {
+        Handle(StepShape_AdvancedFace) entity;
+        const bool isFound = written->FindTypedTransient(TransferBRep::ShapeMapper(written, face),
+                                                         STANDARD_TYPE(StepShape_AdvancedFace), entity);
+        numbers.faces.push_back(isFound ? model->Number(entity) : 0);
+    }
+    return numbers;
+}
+
 } // namespace
 
-void writeStep(Model& model, const std::filesystem::path& path) {
+void writeStep(Model& model, const std::filesystem::path& path) { writeStep(model, path, {}); }
+
+StepNumbers writeStep(Model& model, const std::filesystem::path& path,
+                      const std::vector<TopoDS_Shape>& faces) {
     // The writer takes the schema when it is built: the parameter must stand before that.
     STEPCAFControl_Controller::Init();
     Interface_Static::SetCVal("write.step.schema", "AP242DIS");
@@ -71,6 +113,7 @@ void writeStep(Model& model, const std::filesystem::path& path) {
     header.SetAuthorValue(1, text("zeq_samples"));
     header.SetOriginatingSystem(text("zeq_samples"));
     if (writer.Write(path.c_str()) != IFSelect_RetDone) fail(path, "writing failed");
+    return findNumbers(writer, faces);
 }
 
 void writeIges(Model& model, const std::filesystem::path& path) {

@@ -10,6 +10,7 @@
 #include <Standard_Failure.hxx>
 
 #include "bench_vise.h"
+#include "bracket.h"
 #include "export.h"
 #include "lattice.h"
 
@@ -34,6 +35,9 @@ void writeSamples(const std::filesystem::path& directory) {
     write(grip, writeStep, directory / "grip.stp");
     Model fastener = makeLooseFastener();
     write(fastener, writeIges, directory / "fastener.igs");
+    const std::filesystem::path bracket = directory / "bracket_pmi.stp";
+    writeBracket(bracket);
+    std::cout << bracket.string() << '\n';
 }
 
 void writeLattice(const std::filesystem::path& directory, int instances) {

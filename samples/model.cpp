@@ -74,6 +74,10 @@ void Model::paint(const TDF_Label& item, const Color& color) {
         ->SetColor(item, Quantity_ColorRGBA(rgb, static_cast<float>(color.alpha)), XCAFDoc_ColorSurf);
 }
 
+void Model::paintFace(const TDF_Label& part, const TopoDS_Shape& face, const Color& color) {
+    paint(XCAFDoc_DocumentTool::ShapeTool(m_document->Main())->AddSubShape(part, face), color);
+}
+
 void Model::hide(const TDF_Label& instance) {
     XCAFDoc_DocumentTool::ColorTool(m_document->Main())->SetVisibility(instance, Standard_False);
 }

@@ -40,6 +40,8 @@ public:
     /// Colours a part or an instance. An instance's colour overrides its part's: the STEP writer crashes when
     /// the part has none.
     void paint(const TDF_Label& item, const Color& color);
+    /// Colours one face of a part, over the part's own colour.
+    void paintFace(const TDF_Label& part, const TopoDS_Shape& face, const Color& color);
     void hide(const TDF_Label& instance);
     void putOnLayer(const TDF_Label& part, const std::string& layer);
     void setMaterial(const TDF_Label& part, const Material& material);

@@ -149,6 +149,12 @@ TopoDS_Shape makeGrip() {
     return cut(grip.Shape(), {cylinder({0, 0, -1}, gp::DZ(), 5, 61), dent});
 }
 
+TopoDS_Shape makeBracket() {
+    const TopoDS_Shape body = fuse(box({0, 0, 0}, {80, 50, 10}), {box({0, 40, 0}, {80, 50, 50})});
+    return cut(body, {cylinder({20, 18, -1}, gp::DZ(), 5, 12), cylinder({60, 18, -1}, gp::DZ(), 5, 12),
+                      cylinder({40, 39, 32}, gp::DY(), 8, 12)});
+}
+
 TopoDS_Shape makeBlock(double length, double width, double height) {
     return box(gp::Origin(), {length, width, height});
 }

@@ -27,6 +27,9 @@ TopoDS_Shape makeBolt();
 TopoDS_Shape makeWasher();
 /// Handle with a free-form surface along z from 0, a bore from below, and a dent for the thumb.
 TopoDS_Shape makeGrip();
+/// Angle bracket: a plate from the origin, 80 by 50 by 10, with two bores along z, and on it a wall along its far side
+/// with a bore along y.
+TopoDS_Shape makeBracket();
 TopoDS_Shape makeBlock(double length, double width, double height);
 
 constexpr double handleLength = 110;

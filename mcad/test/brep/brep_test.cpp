@@ -23,6 +23,8 @@ namespace {
 
 constexpr double pi = std::numbers::pi;
 using Faults = std::vector<std::string>;
+using test::bodyOf;
+using test::shapeNamed;
 
 std::unique_ptr<OwnedEntities> restored(const ENTITY_LIST& made) {
     auto result = std::make_unique<OwnedEntities>();
@@ -41,19 +43,13 @@ ExcProductStructure structureWith(const ExcMiscPropertiesGroup& figures) {
     return structure;
 }
 
-TopoDS_Shape shapeNamed(const std::string& name) {
-    for (const test::NamedShape& shape : test::shapes())
-        if (shape.name == name) return shape.make();
-    throw std::invalid_argument(name);
-}
-
 TEST(Geometry, IsAsOpenCascadeMeasuresIt) {
     const convexor::LengthUnit inch{ELengthUnitType::inch, 25.4, L"in"};
     for (const test::NamedShape& shape : test::shapes()) {
         const TopoDS_Shape made = shape.make();
         for (const convexor::LengthUnit& unit : {convexor::LengthUnit(), inch}) {
             SCOPED_TRACE(shape.name + (unit.millimeters == 1 ? "" : " in inches"));
-            const OwnedEntities sent(convexor::buildBody(made, 1 / unit.millimeters));
+            const OwnedEntities sent(bodyOf(made, 1 / unit.millimeters));
             const auto arrived = restored(sent.list);
             host::GeometryReport report;
             EXPECT_EQ(report.add(1, arrived->list), Faults());
@@ -70,7 +66,7 @@ TEST(Geometry, IsAsOpenCascadeMeasuresIt) {
 
 TEST(Geometry, FiguresThatDifferAreTold) {
     const TopoDS_Shape box = shapeNamed("box"); // 1 by 2 by 4
-    const OwnedEntities entities(convexor::buildBody(box, 1));
+    const OwnedEntities entities(bodyOf(box, 1));
     const std::vector<std::tuple<std::wstring, std::wstring, std::string>> rows{
         {L"faces", L"7", "faces is 6, but the translator had 7"},
         {L"vertices", L"", "vertices is 8, but the translator had none"},
@@ -182,7 +178,7 @@ TEST(Checks, FindFaults) {
     const auto firstFace = [](BODY& body) { return body.lump()->shell()->face(); };
     const auto firstCoedge = [&](BODY& body) { return firstFace(body)->loop()->start(); };
     const std::string onlyOnce =
-        "edge 12 of a solid is used 1 time along its direction and 0 times against it (one of 4)";
+        "edge 18 of a solid is used 1 time along its direction and 0 times against it (one of 4)";
     struct Row {
         const char* name;
         std::function<void(BODY&, ENTITY_LIST&)> damage;
@@ -198,11 +194,11 @@ TEST(Checks, FindFaults) {
              COEDGE* const coedge = firstCoedge(body);
              coedge->set_sense(coedge->sense() == FORWARD ? REVERSED : FORWARD);
          },
-         {"a loop of face 6 is not closed: it goes on 2 from the end of edge 2 (the worst of 2)",
-          "edge 2 of a solid is used 2 times along its direction and 0 times against it"}},
+         {"a loop of face 6 is not closed: it goes on 2 from the end of edge 8 (the worst of 2)",
+          "edge 8 of a solid is used 2 times along its direction and 0 times against it"}},
         {"a coedge has no edge",
          [&](BODY& body, ENTITY_LIST&) { firstCoedge(body)->set_edge(nullptr); },
-         {"a coedge of face 6 has no edge", "partners of a coedge of edge 2 have other edges", onlyOnce}},
+         {"a coedge of face 6 has no edge", "partners of a coedge of edge 8 have other edges", onlyOnce}},
         {"the ring is broken",
          [&](BODY& body, ENTITY_LIST&) {
              firstCoedge(body)->next()->set_previous(firstCoedge(body)->next());
@@ -214,33 +210,33 @@ TEST(Checks, FindFaults) {
              coedge->partner()->set_partner(nullptr);
              coedge->set_partner(nullptr);
          },
-         {"the uses of edge 2 are not all partners"}},
+         {"the uses of edge 8 are not all partners"}},
         {"a wrong partner",
          [&](BODY& body, ENTITY_LIST&) { firstCoedge(body)->set_partner(firstCoedge(body)->next()); },
-         {"partners of a coedge of edge 2 have other edges (one of 2)"}},
+         {"partners of a coedge of edge 8 have other edges (one of 2)"}},
         {"a vertex has moved",
          [&](BODY& body, ENTITY_LIST&) {
              APOINT* const point = firstCoedge(body)->start()->geometry();
              point->set_coords(point->coords() + SPAvector(0, 0, 7));
          },
-         {"edge 2 ends 7 from its vertex, whose tolerance is 0.001 (the worst of 3)"}},
+         {"edge 8 ends 7 from its vertex, whose tolerance is 0.001 (the worst of 3)"}},
         {"a vertex is nowhere",
          [&](BODY& body, ENTITY_LIST&) {
              firstCoedge(body)->start()->geometry()->set_coords({std::nan(""), 0, 0});
          },
-         {"edge 2 ends inf from its vertex, whose tolerance is 0.001 (the worst of 3)"}},
+         {"edge 8 ends inf from its vertex, whose tolerance is 0.001 (the worst of 3)"}},
         {"a surface has moved",
          [&](BODY& body, ENTITY_LIST&) {
              const auto& plane = static_cast<const PLANE&>(*firstFace(body)->geometry());
              firstFace(body)->set_geometry(
                  ACIS_NEW PLANE(plane.root_point() + 5 * plane.normal(), plane.normal(), plane.u_deriv()));
          },
-         {"edge 2 lies 5 from the surface of face 6, its tolerance is 0.001 (the worst of 4)"}},
+         {"edge 8 lies 5 from the surface of face 6, its tolerance is 0.001 (the worst of 4)"}},
         {"two boxes in one shell",
          [&](BODY& body, ENTITY_LIST& all) {
              FACE* last = firstFace(body);
              while (last->next()) last = last->next();
-             BODY* const other = convexor::buildBody(shapeNamed("box"), 1);
+             BODY* const other = bodyOf(shapeNamed("box"), 1);
              all.add(other);
              last->set_next(firstFace(*other));
          },
@@ -249,7 +245,7 @@ TEST(Checks, FindFaults) {
          [&](BODY& body, ENTITY_LIST& all) {
              FACE* last = firstFace(body);
              while (last->next()) last = last->next();
-             BODY* const other = convexor::buildBody(shapeNamed("box"), 1);
+             BODY* const other = bodyOf(shapeNamed("box"), 1);
              all.add(other);
              VERTEX* const shared = firstCoedge(body)->start();
              VERTEX* const given = firstCoedge(*other)->start();
@@ -269,7 +265,7 @@ TEST(Checks, FindFaults) {
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        auto* const body = convexor::buildBody(shapeNamed("box"), 1);
+        auto* const body = bodyOf(shapeNamed("box"), 1);
         OwnedEntities all(body); // what the damage cuts off is on the list
         const ENTITY_LIST list = all.list;
         for (int i = 0; i < all.list.count(); ++i) all.list[i]->copy_scan(all.list, SCAN_DELETE);
@@ -278,7 +274,7 @@ TEST(Checks, FindFaults) {
         brep::measure(list); // which has to come to an end as well
     }
 
-    const OwnedEntities box(convexor::buildBody(shapeNamed("box"), 1));
+    const OwnedEntities box(bodyOf(shapeNamed("box"), 1));
     FACE* const face = firstFace(static_cast<BODY&>(*box.list[0]));
     face->set_sense(face->sense() == FORWARD ? REVERSED : FORWARD);
     EXPECT_EQ(host::GeometryReport().add(1, box.list), Faults{"face 6 lies outside of its boundary"});
@@ -321,7 +317,7 @@ TEST(Checks, HoldEachToItsOwnTolerance) {
 }
 
 TEST(Checks, ReportWhatTheyFoundAndWhere) {
-    const OwnedEntities box(convexor::buildBody(shapeNamed("box"), 1));
+    const OwnedEntities box(bodyOf(shapeNamed("box"), 1));
     FACE* const face = static_cast<BODY&>(*box.list[0]).lump()->shell()->face();
     const auto& plane = static_cast<const PLANE&>(*face->geometry());
     const OwnedEntities replaced(face->geometry());
@@ -332,8 +328,8 @@ TEST(Checks, ReportWhatTheyFoundAndWhere) {
     EXPECT_EQ(report.faults(), 4u);
     const std::string json = report.jsonMembers();
     EXPECT_NE(
-        json.find("{\"kind\":\"edge off surface\",\"text\":\"edge 2 lies 5 from the surface of face 6, its "
-                  "tolerance is 0.001\",\"face\":6,\"edge\":2,\"distance\":5}"),
+        json.find("{\"kind\":\"edge off surface\",\"text\":\"edge 8 lies 5 from the surface of face 6, its "
+                  "tolerance is 0.001\",\"face\":6,\"edge\":8,\"distance\":5}"),
         std::string::npos)
         << json;
     EXPECT_EQ(host::GeometryReport().add(1, ENTITY_LIST()),
@@ -412,7 +408,7 @@ TEST(Measures, CanBeInterrupted) {
 TEST(Measures, OfDamagedBodiesComeToAnEnd) {
     int measured = 0;
     for (const char* const name : {"mirrored cone", "cut torus", "hill with a hole"}) {
-        const OwnedEntities entities(convexor::buildBody(shapeNamed(name), 1));
+        const OwnedEntities entities(bodyOf(shapeNamed(name), 1));
         const std::string image = test::saved(entities.list);
         for (std::size_t at = 100; at < image.size(); at += image.size() / 60) {
             test::MemoryFile file(image);

@@ -29,13 +29,9 @@ namespace zeq {
 namespace {
 
 using convexor::BuildNotes;
+using test::bodyOf;
+using test::shapeNamed;
 using Texts = std::vector<std::string>;
-
-TopoDS_Shape shapeNamed(const std::string& name) {
-    for (const test::NamedShape& shape : test::shapes())
-        if (shape.name == name) return shape.make();
-    throw std::invalid_argument(name);
-}
 
 TopoDS_Shape part(const TopoDS_Shape& whole, TopAbs_ShapeEnum kind, int index) {
     TopTools_IndexedMapOfShape parts;
@@ -120,7 +116,7 @@ TEST(Conversion, LosesNoMoreThanItHasTo) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         BuildNotes notes;
-        const OwnedEntities made(convexor::buildBody(row.shape, 1, &notes));
+        const OwnedEntities made(bodyOf(row.shape, 1, &notes));
         brep::Count count;
         count.add(made.list);
         EXPECT_EQ(count.text(), row.consistsOf);
@@ -134,7 +130,7 @@ TEST(Conversion, MakesTolerancesTrue) {
     const TopoDS_Shape box = shapeNamed("box");
     BRep_Builder().UpdateEdge(TopoDS::Edge(part(box, TopAbs_EDGE, 3)), 0.01);
     BRep_Builder().UpdateVertex(TopoDS::Vertex(part(box, TopAbs_VERTEX, 2)), 0.02);
-    const OwnedEntities made(convexor::buildBody(box, 0.1));
+    const OwnedEntities made(bodyOf(box, 0.1));
     ENTITY_LIST all = made.list;
     for (int i = 0; i < all.count(); ++i) all[i]->copy_scan(all, SCAN_DELETE);
     std::vector<double> edges;
@@ -170,7 +166,7 @@ TopoDS_Shape boxWithBentEdge(double off) {
 }
 
 TEST(Conversion, TellsGaps) {
-    const std::string told = "1 edge is farther off than stated: edge 1 lies ";
+    const std::string told = "1 edge is farther off than stated: edge 7 lies ";
     const struct {
         double off;
         Texts warnings;
@@ -180,7 +176,7 @@ TEST(Conversion, TellsGaps) {
              {0.5, {told + "0.499 from face 1, where the tolerance is 1e-07"}, 2}};
     for (const auto& [off, warnings, faults] : rows) {
         BuildNotes notes;
-        const OwnedEntities made(convexor::buildBody(boxWithBentEdge(off), 1, &notes));
+        const OwnedEntities made(bodyOf(boxWithBentEdge(off), 1, &notes));
         EXPECT_EQ(notes.warnings, warnings);
         EXPECT_EQ(brep::check(made.list).faults.size(), faults);
     }

@@ -2,6 +2,7 @@
 #include "brep/shapes.h"
 
 #include <cmath>
+#include <stdexcept>
 
 #include <BRepAlgoAPI_Common.hxx>
 #include <BRepAlgoAPI_Cut.hxx>
@@ -306,6 +307,12 @@ const std::vector<NamedShape>& shapes() {
          "1 body, 2 faces"},
     };
     return all;
+}
+
+TopoDS_Shape shapeNamed(const std::string& name) {
+    for (const NamedShape& shape : shapes())
+        if (shape.name == name) return shape.make();
+    throw std::invalid_argument(name);
 }
 
 } // namespace zeq::test

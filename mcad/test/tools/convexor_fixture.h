@@ -29,6 +29,9 @@ struct Answer {
     std::optional<ConvexorInfo> info;
     std::shared_ptr<ExcProductStructure> product;
     std::size_t geometries = 0;
+    std::vector<std::shared_ptr<ExcBlockVisualization>> scenes;
+    std::shared_ptr<ExcRootAssemblyVisualization> assembly;
+    std::vector<std::shared_ptr<ExcBlockMechanicalData>> mappings; ///< mechanical data with one
     std::vector<ExcStageFinished::EStage> finished;
     std::vector<std::shared_ptr<ExcProgress>> progress;
     std::wstring log;
@@ -98,7 +101,9 @@ private:
             return;
         }
         ExchangeObjectWrapper wrapper;
+        wrapper.setDelayedLoading(true);
         read(text, wrapper);
+        if (wrapper.get()) loadWithSections(*wrapper.get());
         if (const auto progress = std::dynamic_pointer_cast<ExcProgress>(wrapper.get()))
             answer.progress.push_back(progress);
         else if (const auto line = std::dynamic_pointer_cast<ExcLog>(wrapper.get()))
@@ -109,10 +114,15 @@ private:
             answer.finished.push_back(stage->stage());
         else if (const auto product = std::dynamic_pointer_cast<ExcProductStructure>(wrapper.get()))
             answer.product = product;
-        else if (const auto geometry = std::dynamic_pointer_cast<ExcBlockGeometry>(wrapper.get())) {
+        else if (const auto scene = std::dynamic_pointer_cast<ExcBlockVisualization>(wrapper.get()))
+            answer.scenes.push_back(scene);
+        else if (const auto assembly = std::dynamic_pointer_cast<ExcRootAssemblyVisualization>(wrapper.get()))
+            answer.assembly = assembly;
+        else if (const auto data = std::dynamic_pointer_cast<ExcBlockMechanicalData>(wrapper.get());
+                 data && data->mappingData())
+            answer.mappings.push_back(data);
+        else if (std::dynamic_pointer_cast<ExcBlockGeometry>(wrapper.get()))
             ++answer.geometries;
-            geometry->load(); // which removes the buffer in the end
-        }
     }
 
     transport::SignalPipe m_signals{SIGCHLD};
@@ -175,6 +185,15 @@ protected:
             command.importOptions()->setFormatOptions(IFormatOptions::readOptions(group));
         Translator translator;
         translator.send(command);
+        Answer answer = translator.answer();
+        EXPECT_TRUE(answer.product) << file;
+        return answer;
+    }
+    /// The same for groups that say only what they say, which no class can.
+    static Answer importAsSaid(const std::filesystem::path& file, const std::wstring& groups) {
+        Translator translator;
+        translator.send(LR"({"command":"import","options":{"translate_misc_data":true,"file":")" +
+                        transport::fromUtf8(file.string()) + LR"(","format_options":[)" + groups + L"]}}");
         Answer answer = translator.answer();
         EXPECT_TRUE(answer.product) << file;
         return answer;

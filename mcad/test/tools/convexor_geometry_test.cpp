@@ -186,10 +186,9 @@ TEST_F(Convexor, TellsWhatDoesNotTravelYet) {
     std::string text = contentOf("jaw_plate.stp");
     const std::string end = "ENDSEC;\nEND-ISO";
     ASSERT_NE(text.find(end), text.npos);
-    text.insert(text.find(end), "#99001=TRIANGULATED_FACE('',$,0,(),$,(),());\n"
-                                "#99002=COMPLEX_TRIANGULATED_FACE('',$,0,(),$,(),(),());\n");
-    const Answer answer = importWith(write("meshes.stp", text), {});
-    EXPECT_NE(answer.messages.find(L"'meshes.stp' holds 2 tessellated faces, which do not travel yet\n"),
+    text.insert(text.find(end), "#99001=BLOCK('',$,1.,1.,1.);\n#99002=SPHERE('',1.,$);\n");
+    const Answer answer = importWith(write("solids.stp", text), {});
+    EXPECT_NE(answer.messages.find(L"'solids.stp' holds 2 primitive solids, which do not travel yet\n"),
               answer.messages.npos)
         << transport::toUtf8(answer.messages);
 }

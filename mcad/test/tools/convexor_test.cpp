@@ -69,9 +69,10 @@ TEST_F(Convexor, ReportsStagesBeforeTheStructure) {
         if (stages.empty() || stages.back() != progress->stage()) stages.push_back(progress->stage());
         EXPECT_LE(progress->progress(), progress->progressMax());
     }
-    EXPECT_EQ(stages, (std::vector<std::wstring>{L"Reading bench_vise.stp", L"Translating shapes",
-                                                 L"Building the product structure", L"Measuring geometry",
-                                                 L"Sending the product structure", L"Sending geometry"}));
+    EXPECT_EQ(stages, (std::vector<std::wstring>{
+                          L"Reading annotations and properties", L"Reading bench_vise.stp",
+                          L"Translating shapes", L"Building the product structure", L"Measuring geometry",
+                          L"Sending the product structure", L"Sending geometry", L"Sending display data"}));
     EXPECT_TRUE(answer.progress.front()->pulse());
 }
 
@@ -156,8 +157,9 @@ TEST_F(Convexor, TellsWhatItCannotHonour) {
         std::wstring groups, log;
     } rows[] = {
         {step,
-         LR"({"operation_type":"import","format_type":"STEP","import_geometry":true,"visu_pmi_mode":"all"})",
-         L"Option group import STEP: not honoured: visu_pmi_mode\n"},
+         LR"({"operation_type":"import","format_type":"STEP","import_geometry":true,"visu_pmi_mode":"all",
+              "layer_name_mode":"saved_visu_rep"})",
+         L"Option group import STEP: not honoured: layer_name_mode\n"},
         {step, LR"({"operation_type":"import","format_type":"STEP","visu_pmi_mode":"none",
               "layer_name_mode":"asm_rep"})",
          L""},
@@ -180,10 +182,11 @@ TEST_F(Convexor, TellsWhatItCannotHonour) {
               "log_file_encoding_type":"utf16","log_event_level_type":"warning"},
              {"operation_type":"options","format_type":"graphical","visu_text_data_mode":"as_stroked"},
              {"operation_type":"options","format_type":"mechanical",
-              "feature_tolerance_processing_mode":"all"})",
+              "feature_tolerance_processing_mode":"all"},
+             {"operation_type":"options","format_type":"modeler","preserve_mfg_mode":"decorate_all_mfg"})",
          L"Option group options general: not honoured: log_file_encoding_type, memory_management_mode\n"
          L"Option group options graphical: not honoured: visu_text_data_mode\n"
-         L"Option group options mechanical: not honoured: feature_tolerance_processing_mode\n"},
+         L"Option group options modeler: not honoured: preserve_mfg_mode\n"},
         {step, LR"({"operation_type":"options","format_type":"general","log_event_level_type":"error"},
              {"operation_type":"options","format_type":"graphical","visu_text_data_mode":"as_stroked"})",
          L""},
@@ -209,12 +212,7 @@ TEST_F(Convexor, SendsGeometryUnlessItIsToldNotTo) {
         {LR"({"operation_type":"import","format_type":"NX","import_geometry":false})", 1},
     };
     for (const auto& row : rows) {
-        Translator translator;
-        translator.send(LR"({"command":"import","options":{"translate_misc_data":true,"file":")" +
-                        transport::fromUtf8(sample("jaw_plate.stp").string()) + LR"(","format_options":[)" +
-                        row.group + L"]}}");
-        const Answer answer = translator.answer();
-        ASSERT_TRUE(answer.product);
+        const Answer answer = importAsSaid(sample("jaw_plate.stp"), row.group);
         EXPECT_EQ(answer.geometries, row.geometries) << transport::toUtf8(row.group);
         bool hasFigures = false;
         for (const ExcMiscPropertiesGroup& group : answer.product->blocks()[0]->miscData().groups())

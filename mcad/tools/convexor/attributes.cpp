@@ -1,9 +1,12 @@
 // Attribute look-up in the kernel's document.
 #include "convexor/attributes.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <optional>
+#include <utility>
+#include <vector>
 
 #include <Quantity_ColorRGBA.hxx>
 #include <TColStd_HSequenceOfExtendedString.hxx>
@@ -13,6 +16,7 @@
 #include <TDataStd_TreeNode.hxx>
 #include <TopAbs_ShapeEnum.hxx>
 #include <TopExp.hxx>
+#include <TopExp_Explorer.hxx>
 #include <TopTools_IndexedMapOfShape.hxx>
 #include <XCAFDoc.hxx>
 #include <XCAFDoc_Area.hxx>
@@ -34,6 +38,17 @@ std::uint16_t channel(double value) { return static_cast<std::uint16_t>(std::lro
 
 std::wstring textOf(const Handle(TCollection_HAsciiString) & text) {
     return text.IsNull() ? std::wstring() : wideText(text->ToCString());
+}
+
+ExcColor excColor(const Quantity_ColorRGBA& color) {
+    double red, green, blue;
+    color.GetRGB().Values(red, green, blue, Quantity_TOC_sRGB);
+    ExcColor result(channel(red), channel(green), channel(blue));
+    if (color.Alpha() < 1) {
+        result[ExcColor::EChannel::alpha] = channel(color.Alpha());
+        result.setHasAlpha(true);
+    }
+    return result;
 }
 
 ExcMiscPropertiesGroup layers(const TDF_Label& label, const Handle(XCAFDoc_LayerTool) & tool) {
@@ -64,14 +79,7 @@ std::wstring Attributes::name(const TDF_Label& label) const {
 ExcColor Attributes::color(const TDF_Label& label) const {
     Quantity_ColorRGBA color;
     if (!findOwnColor(label, color) && !findColorOfFaces(label, color)) return {};
-    double red, green, blue;
-    color.GetRGB().Values(red, green, blue, Quantity_TOC_sRGB);
-    ExcColor result(channel(red), channel(green), channel(blue));
-    if (color.Alpha() < 1) {
-        result[ExcColor::EChannel::alpha] = channel(color.Alpha());
-        result.setHasAlpha(true);
-    }
-    return result;
+    return excColor(color);
 }
 
 bool Attributes::isHidden(const TDF_Label& label) const {
@@ -83,9 +91,61 @@ bool Attributes::isHidden(const TDF_Label& label) const {
     return false;
 }
 
-void Attributes::addMiscData(const TDF_Label& label, ExcMiscData& data) const {
-    for (const auto& group : {validationProperties(label), layers(label, m_layers), material(label)})
+void Attributes::collectParts(const TDF_Label& part, std::vector<std::pair<TopoDS_Shape, TDF_Label>>& parts) {
+    TDF_LabelSequence labels;
+    XCAFDoc_ShapeTool::GetSubShapes(part, labels);
+    for (const TDF_Label& label : labels) parts.emplace_back(XCAFDoc_ShapeTool::GetShape(label), label);
+    TDF_LabelSequence components; // of a part whose shapes the kernel keeps apart
+    XCAFDoc_ShapeTool::GetComponents(part, components);
+    for (const TDF_Label& component : components) {
+        const TopLoc_Location place = XCAFDoc_ShapeTool::GetLocation(component);
+        TDF_Label label;
+        if (!XCAFDoc_ShapeTool::GetReferredShape(component, label)) continue;
+        parts.emplace_back(XCAFDoc_ShapeTool::GetShape(component), label);
+        parts.emplace_back(XCAFDoc_ShapeTool::GetShape(component), component);
+        TDF_LabelSequence inner;
+        XCAFDoc_ShapeTool::GetSubShapes(label, inner);
+        for (const TDF_Label& each : inner)
+            parts.emplace_back(XCAFDoc_ShapeTool::GetShape(each).Moved(place), each);
+    }
+}
+
+Appearance Attributes::appearance(const TDF_Label& part) const {
+    Appearance result{{color(part), isHidden(part)}, {}};
+    std::vector<std::pair<TopoDS_Shape, TDF_Label>> parts;
+    collectParts(part, parts);
+    // What is larger comes first, so that the smaller has the last word.
+    std::ranges::stable_sort(parts, {}, [](const auto& each) { return each.first.ShapeType(); });
+    for (const auto& [shape, label] : parts) {
+        const bool hides = isHidden(label);
+        const auto apply = [&](TopAbs_ShapeEnum kind, const ExcColor& color) {
+            if (!hides && !color.hasRGB()) return;
+            for (TopExp_Explorer each(shape, kind); each.More(); each.Next()) {
+                Look& look = *result.shapes.Bound(each.Current(), Look(result.of(each.Current())));
+                if (color.hasRGB()) look.color = color;
+                look.isHidden = look.isHidden || hides;
+            }
+        };
+        const bool isLine = shape.ShapeType() == TopAbs_EDGE || shape.ShapeType() == TopAbs_WIRE;
+        apply(TopAbs_FACE, colorOf(label, {XCAFDoc_ColorSurf, XCAFDoc_ColorGen}));
+        apply(TopAbs_EDGE, isLine ? colorOf(label, {XCAFDoc_ColorCurv, XCAFDoc_ColorGen, XCAFDoc_ColorSurf})
+                                  : colorOf(label, {XCAFDoc_ColorCurv}));
+        apply(TopAbs_VERTEX, {});
+    }
+    return result;
+}
+
+void Attributes::addMiscData(const TDF_Label& label, bool withMaterial, ExcMiscData& data) const {
+    for (const auto& group : {validationProperties(label), layers(label, m_layers),
+                              withMaterial ? material(label) : ExcMiscPropertiesGroup()})
         if (!group.properties().empty()) data.addGroup(group);
+}
+
+ExcColor Attributes::colorOf(const TDF_Label& label, std::initializer_list<XCAFDoc_ColorType> types) const {
+    Quantity_ColorRGBA color;
+    for (const XCAFDoc_ColorType type : types)
+        if (m_colors->GetColor(label, type, color)) return excColor(color);
+    return {};
 }
 
 bool Attributes::findOwnColor(const TDF_Label& label, Quantity_ColorRGBA& color) const {

@@ -128,12 +128,11 @@ private:
 };
 
 /// The draft of a part, mended where that helps.
-Draft bestDraft(const TopoDS_Shape& part, double tolerance, BuildNotes& notes) {
-    const Numbering numbering(part);
+Draft bestDraft(const TopoDS_Shape& part, const Numbering& numbering, double tolerance, BuildNotes& notes) {
     Draft best = draft(part, numbering, tolerance, Rigour::closed);
     if (best.losses.empty()) return best;
     const std::vector<Draft::Loss> losses = best.losses;
-    const MendedPart mended = mend(part, losses);
+    const MendedPart mended = mend(part, numbering, losses);
     Draft other = draft(mended.shape, mended.numbering, tolerance, Rigour::any);
     if (other.losses.size() < best.losses.size()) std::swap(best, other);
     discard(other);
@@ -188,20 +187,26 @@ void noteGaps(const Draft& draft, BuildNotes& notes) {
 
 } // namespace
 
-BODY* buildBody(const TopoDS_Shape& shape, double scale, BuildNotes* notes) {
+BODY* buildBody(const TopoDS_Shape& shape, const Numbering& numbering, double scale, BuildNotes* notes) {
     if (shape.IsNull()) return nullptr;
-    gp_Trsf scaling;
-    scaling.SetScaleFactor(scale);
-    const TopoDS_Shape scaled =
-        scale == 1 ? shape : BRepBuilderAPI_Transform(shape, scaling, Standard_True).Shape();
     constexpr double fit = 1e-7; // in millimetres
     BuildNotes ignored;
     BuildNotes& told = notes ? *notes : ignored;
-    Draft draft = bestDraft(scaled, fit * scale, told);
+    Draft draft;
+    if (scale == 1) {
+        draft = bestDraft(shape, numbering, fit, told);
+    } else {
+        gp_Trsf scaling;
+        scaling.SetScaleFactor(scale);
+        BRepBuilderAPI_Transform scaled(shape, scaling, Standard_True);
+        const auto copyOf = [&](const TopoDS_Shape& original) { return scaled.ModifiedShape(original); };
+        draft = bestDraft(scaled.Shape(), numbering.onCopy(copyOf), fit * scale, told);
+    }
     noteGaps(draft, told);
     for (const Draft::Loss& loss : draft.losses) {
         const char* const kind = loss.shape.ShapeType() == TopAbs_FACE ? "face " : "edge ";
         ++told.lost;
+        if (loss.shape.ShapeType() == TopAbs_FACE) told.lostFaces.push_back({loss.number, loss.reason});
         told.errors.push_back(kind + std::to_string(loss.number) + " is left out: " + loss.reason);
     }
     for (const Draft::Lump& lump : draft.lumps)

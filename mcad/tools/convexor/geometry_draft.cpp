@@ -9,7 +9,7 @@
 #include <Standard_Failure.hxx>
 #include <TopExp.hxx>
 #include <TopExp_Explorer.hxx>
-#include <TopTools_IndexedMapOfShape.hxx>
+#include <TopTools_DataMapOfShapeInteger.hxx>
 #include <TopoDS.hxx>
 #include <TopoDS_Iterator.hxx>
 #include <TopoDS_Vertex.hxx>
@@ -250,19 +250,6 @@ std::size_t Drafter::vertexOf(const TopoDS_Vertex& vertex) {
 }
 
 } // namespace
-
-Numbering::Numbering(const TopoDS_Shape& part) {
-    for (const TopAbs_ShapeEnum kind : {TopAbs_FACE, TopAbs_EDGE}) {
-        TopTools_IndexedMapOfShape shapes;
-        TopExp::MapShapes(part, kind, shapes);
-        for (int i = 1; i <= shapes.Extent(); ++i) bind(shapes(i), i);
-    }
-}
-
-int Numbering::of(const TopoDS_Shape& shape) const {
-    const int* const number = m_numbers.Seek(shape);
-    return number ? *number : 0;
-}
 
 Draft draft(const TopoDS_Shape& part, const Numbering& numbering, double tolerance, Rigour rigour) {
     return Drafter(part, numbering, tolerance, rigour).take();

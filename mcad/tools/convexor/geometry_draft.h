@@ -5,28 +5,14 @@
 #include <string>
 #include <vector>
 
-#include <TopTools_DataMapOfShapeInteger.hxx>
 #include <TopoDS_Shape.hxx>
 
 #include "convexor/face_boundary.h"
 #include "convexor/geometry_conversion.h"
+#include "convexor/numbering.h"
 #include "platform/acis/acis.h"
 
 namespace zeq::convexor {
-
-/// The numbers that the faces and edges of a part have for the host, each kind counted from 1.
-class Numbering {
-public:
-    Numbering() = default;
-    explicit Numbering(const TopoDS_Shape& part);
-
-    /// 0 for what has none.
-    int of(const TopoDS_Shape& shape) const;
-    void bind(const TopoDS_Shape& shape, int number) { m_numbers.Bind(shape, number); }
-
-private:
-    TopTools_DataMapOfShapeInteger m_numbers;
-};
 
 /// Edges and vertices refer to each other by their indexes, and are used by whatever bounds a face or is a
 /// wire.

@@ -5,14 +5,13 @@
 #include <ShapeBuild_ReShape.hxx>
 #include <ShapeFix_Face.hxx>
 #include <Standard_Failure.hxx>
-#include <TopExp.hxx>
 #include <TopExp_Explorer.hxx>
-#include <TopTools_IndexedMapOfShape.hxx>
 #include <TopoDS.hxx>
 
 namespace zeq::convexor {
 
-MendedPart mend(const TopoDS_Shape& part, const std::vector<Draft::Loss>& losses) {
+MendedPart mend(const TopoDS_Shape& part, const Numbering& numbering,
+                const std::vector<Draft::Loss>& losses) {
     try {
         BRepBuilderAPI_Copy copy(part, false);
         const Handle(ShapeBuild_ReShape) changes = new ShapeBuild_ReShape;
@@ -24,18 +23,12 @@ MendedPart mend(const TopoDS_Shape& part, const std::vector<Draft::Loss>& losses
                 healing->Perform();
             }
         }
-        MendedPart result{changes->Apply(copy.Shape()), {}};
-        for (const TopAbs_ShapeEnum kind : {TopAbs_FACE, TopAbs_EDGE}) {
-            TopTools_IndexedMapOfShape originals;
-            TopExp::MapShapes(part, kind, originals);
-            for (int i = 1; i <= originals.Extent(); ++i)
-                for (TopExp_Explorer now(changes->Apply(copy.ModifiedShape(originals(i))), kind); now.More();
-                     now.Next())
-                    result.numbering.bind(now.Current(), i);
-        }
-        return result;
+        const auto mended = [&](const TopoDS_Shape& original) {
+            return changes->Apply(copy.ModifiedShape(original));
+        };
+        return {changes->Apply(copy.Shape()), numbering.onCopy(mended)};
     } catch (const Standard_Failure&) {
-        return {part, Numbering(part)};
+        return {part, numbering};
     }
 }
 

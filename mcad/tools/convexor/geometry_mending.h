@@ -12,6 +12,6 @@ struct MendedPart {
 };
 
 /// Heals the lost faces of a draft on a copy of the part; what cannot be healed stays as it is.
-MendedPart mend(const TopoDS_Shape& part, const std::vector<Draft::Loss>& losses);
+MendedPart mend(const TopoDS_Shape& part, const Numbering& numbering, const std::vector<Draft::Loss>& losses);
 
 } // namespace zeq::convexor

@@ -34,14 +34,20 @@ const std::vector<HonouredKey>& honouredKeys() {
         {general, L"logging_mode_type"},
         {general, L"logging_output_directory"},
         {general, L"memory_management_mode", {L"keep_none"}},
-        {mechanical, L"feature_tolerance_processing_mode", {L"none"}},
+        {graphical, L"tesselation_max_chordal_deviation"},
+        {graphical, L"visu_brep_tesselation_mode"},
+        {mechanical, L"feature_tolerance_processing_mode"},
         {mechanical, L"misc_data_processing_mode"},
         {modeler, L"length_unit_type"},
+        {modeler, L"preserve_model_associativity_mode"},
+        {modeler, L"preserve_pmi_mode"},
         {IGES, L"hidden_entities_mode", {L"all", L"none"}},
         {IGES, L"import_entities", {L"root_only"}},
         {STEP, L"import_geometry"},
+        {STEP, L"import_root_visualization"},
+        {STEP, L"import_visualization"},
         {STEP, L"layer_name_mode", {L"asm_rep"}},
-        {STEP, L"visu_pmi_mode", {L"none"}},
+        {STEP, L"visu_pmi_mode"},
     };
     return keys;
 }
@@ -87,26 +93,34 @@ void reportWhatIsLeft(const IFormatOptions& group, EFormatType fileFormat, Repor
             (isUsed ? L": not honoured: " + keys : L": not used for importing " + enumToString(fileFormat)));
 }
 
-/// Whether the import group of that format says that no geometry is wanted. One that says nothing does not.
-bool refusesGeometry(const std::wstring& commandText, EFormatType format) {
-    JsonDocument command;
-    std::wistringstream stream(commandText);
-    if (!JsonTextIO::read(stream, command)) return false;
-    const JsonValue* const options = json::findMember(command, L"options");
-    const JsonValue* const groups = options ? json::findMember(*options, L"format_options") : nullptr;
-    bool refuses = false;
-    if (!groups || !groups->IsArray()) return refuses;
-    for (const JsonValue& group : groups->GetArray()) {
-        const JsonValue* const operation = findString(group, L"operation_type");
-        const JsonValue* const name = findString(group, L"format_type");
-        if (!operation || !name || enumToString(EOperationType::import) != operation->GetString() ||
-            enumToString(format) != name->GetString())
-            continue;
-        const JsonValue* const said = json::findMember(group, L"import_geometry");
-        refuses = said && said->IsFalse(); // of several groups of a format the last one counts
+/// The import group of a format as it arrived, which tells what it really says.
+class GroupText {
+public:
+    GroupText(const std::wstring& commandText, EFormatType format) {
+        std::wistringstream stream(commandText);
+        if (!JsonTextIO::read(stream, m_command)) return;
+        const JsonValue* const options = json::findMember(m_command, L"options");
+        const JsonValue* const groups = options ? json::findMember(*options, L"format_options") : nullptr;
+        if (!groups || !groups->IsArray()) return;
+        for (const JsonValue& group : groups->GetArray()) {
+            const JsonValue* const operation = findString(group, L"operation_type");
+            const JsonValue* const name = findString(group, L"format_type");
+            if (operation && name && enumToString(EOperationType::import) == operation->GetString() &&
+                enumToString(format) == name->GetString())
+                m_group = &group; // of several groups of a format the last one counts
+        }
     }
-    return refuses;
-}
+
+    /// Whether the group says that no such thing is wanted. One that says nothing does not.
+    bool refuses(const wchar_t* key) const {
+        const JsonValue* const said = m_group ? json::findMember(*m_group, key) : nullptr;
+        return said && said->IsFalse();
+    }
+
+private:
+    JsonDocument m_command;
+    const JsonValue* m_group = nullptr;
+};
 
 } // namespace
 
@@ -117,8 +131,11 @@ ImportSettings importSettings(const ImportOptions& options, const std::wstring& 
             reportWhatIsLeft(*group, fileFormat, reporter);
 
     ImportSettings settings;
-    if (const auto modeler = findGroup<OptionsModeler>(options))
+    if (const auto modeler = findGroup<OptionsModeler>(options)) {
         settings.lengthUnit = modeler->modelerUnits();
+        settings.mapping =
+            modeler->preserveModelAssociativityMode() != EPreserveModelAssociativityModeType::disabled;
+    }
 
     // The group is the finer instrument: what it says prevails over the command's own flag.
     settings.miscData = options.translateMiscData();
@@ -126,11 +143,28 @@ ImportSettings importSettings(const ImportOptions& options, const std::wstring& 
         const auto mode = mechanical->miscDataProcessingMode();
         if (mode != EMiscDataProcessingModeType::unknown)
             settings.miscData = mode == EMiscDataProcessingModeType::all;
+        settings.semanticPMI =
+            mechanical->featureToleranceProcessingMode() != EFeatureToleranceProcessingModeType::none;
     }
+    if (const auto step = findGroup<imp::OptionsSTEP>(options); step && fileFormat == EFormatType::STEP)
+        settings.graphicalPMI = step->visuPMIProcessingMode() != EVisuPMIProcessingMode::none;
+    if (const auto modeler = findGroup<OptionsModeler>(options);
+        modeler && modeler->preservePMIMode() == EPreservePMIModeType::disabled)
+        settings.semanticPMI = settings.graphicalPMI = false;
 
     if (const auto iges = findGroup<imp::OptionsIGES>(options); iges && fileFormat == EFormatType::IGES)
         settings.hiddenEntities = iges->hiddenEntitiesMode() != ETranslateHiddenEntitiesModeType::none;
-    settings.geometry = !refusesGeometry(commandText, fileFormat);
+    const GroupText group(commandText, fileFormat);
+    settings.geometry = !group.refuses(L"import_geometry");
+    settings.display = !group.refuses(L"import_visualization");
+    settings.rootDisplay = !group.refuses(L"import_root_visualization");
+    if (const auto graphical = findGroup<OptionsGraphical>(options)) {
+        using Tessellation = EVisuBRepTessellationModeType;
+        const Tessellation mode = graphical->visuBRepTessellationMode();
+        settings.tessellation =
+            mode != Tessellation::never && mode != Tessellation::never_at_least_native_pmi;
+        settings.chord = graphical->tesselationMaxChordalDeviation();
+    }
     return settings;
 }
 

@@ -16,7 +16,14 @@ struct ImportSettings {
     ELengthUnitType lengthUnit = ELengthUnitType::unknown;
     bool miscData = false;      ///< whether layers, materials and properties travel
     bool hiddenEntities = true; ///< whether hidden parts and assemblies travel, marked as such
-    bool geometry = true;       ///< whether the shapes of parts travel, or the structure alone
+    bool geometry = true;       ///< whether the shapes of parts travel
+    bool display = true;        ///< whether the scenes of parts travel
+    bool rootDisplay = true;    ///< whether the scene of the assembly travels
+    bool tessellation = true;   ///< whether scenes show the shapes of their parts
+    double chord = 0;           ///< of the triangles, in the unit that travels; 0 leaves the choice
+    bool semanticPMI = true;    ///< whether dimensions, tolerances and datums travel
+    bool graphicalPMI = true;   ///< whether drawn annotations and saved views travel
+    bool mapping = true;        ///< whether the numbers of the file travel, of faces and edges
 };
 
 /// Takes the settings for a file of that format from a command. For each option group, one log line names the

@@ -34,4 +34,14 @@ const LengthUnit* findLengthUnit(double millimeters) {
     });
 }
 
+LengthUnit chooseLengthUnit(ELengthUnitType wanted, double fileUnit, Reporter& reporter) {
+    if (wanted == ELengthUnitType::unknown) return {};
+    const bool isFileUnit = wanted == ELengthUnitType::model_unit;
+    if (const LengthUnit* const unit = isFileUnit ? findLengthUnit(fileUnit) : findLengthUnit(wanted))
+        return *unit;
+    reporter.log(ELogEventLevelType::warning,
+                 L"The file has no single unit of length that is known here: millimetres are used instead");
+    return {};
+}
+
 } // namespace zeq::convexor

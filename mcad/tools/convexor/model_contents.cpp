@@ -32,10 +32,6 @@ struct Kind {
 };
 
 const Kind kinds[]{
-    {{"TRIANGULATED_FACE", "COMPLEX_TRIANGULATED_FACE", "CUBIC_BEZIER_TRIANGULATED_FACE"},
-     L"tessellated face",
-     L"tessellated faces"},
-    {{"TRIANGULATED_SURFACE_SET", "COMPLEX_TRIANGULATED_SURFACE_SET"}, L"triangle mesh", L"triangle meshes"},
     {{"StepShape_BooleanResult"}, L"Boolean operation", L"Boolean operations"},
     {{"StepShape_Block", "StepShape_RightAngularWedge", "StepShape_Sphere", "StepShape_Torus",
       "StepShape_RightCircularCone", "StepShape_RightCircularCylinder"},
@@ -73,13 +69,15 @@ std::vector<std::wstring> passedOver(const Handle(Interface_InterfaceModel) & fi
     return result;
 }
 
-std::vector<std::wstring> missingFiles(const STEPCAFControl_Reader& reader) {
-    std::vector<std::wstring> names;
+ReferredFiles referredFiles(const STEPCAFControl_Reader& reader) {
+    ReferredFiles result;
     using Files = NCollection_DataMap<TCollection_AsciiString, Handle(STEPCAFControl_ExternFile)>;
     for (Files::Iterator file(reader.ExternFiles()); file.More(); file.Next())
         if (file.Value().IsNull() || file.Value()->GetLoadStatus() != IFSelect_RetDone)
-            names.push_back(wideText(file.Key().ToCString()));
-    return names;
+            result.missing.push_back(wideText(file.Key().ToCString()));
+        else
+            result.sessions.push_back(file.Value()->GetWS());
+    return result;
 }
 
 int addUnreferenced(STEPCAFControl_Reader& reader, const Handle(TDocStd_Document) & document) {

@@ -35,6 +35,7 @@
 #include <XSControl_TransferReader.hxx>
 #include <XSControl_WorkSession.hxx>
 
+#include "convexor/file_numbers.h"
 #include "convexor/model_contents.h"
 #include "convexor/model_repair.h"
 #include "convexor/text.h"
@@ -129,6 +130,22 @@ bool isUtf8(const std::filesystem::path& path) {
     return expected == 0;
 }
 
+/// Whether the text of the file is read for such entities, and the kernel's difficulties with them mean nothing.
+bool isReadFromText(const Interface_Check& check) {
+    constexpr std::string_view kinds[]{"StepAP242_",
+                                       "StepDimTol_",
+                                       "StepRepr_CompoundRepresentationItem",
+                                       "StepRepr_IntegerRepresentationItem",
+                                       "StepRepr_PropertyDefinition",
+                                       "StepRepr_ValueRange",
+                                       "StepShape_Dimensional",
+                                       "StepShape_PlusMinus",
+                                       "StepVisual_"};
+    if (!check.HasEntity()) return false;
+    const std::string_view type = check.Entity()->DynamicType()->Name();
+    return std::ranges::any_of(kinds, [type](std::string_view kind) { return type.starts_with(kind); });
+}
+
 /// Reports everything the kernel found wrong with the file and returns how many errors there were.
 int reportChecks(const Interface_CheckIterator& checks, const Handle(Interface_InterfaceModel) & file,
                  Reporter& reporter) {
@@ -144,6 +161,7 @@ int reportChecks(const Interface_CheckIterator& checks, const Handle(Interface_I
     };
     for (checks.Start(); checks.More(); checks.Next()) {
         const Interface_Check& check = *checks.Value();
+        if (isReadFromText(check)) continue;
         for (int i = 1; i <= check.NbFails(); ++i, ++errors)
             report(ELogEventLevelType::error, check, check.CFail(i));
         for (int i = 1; i <= check.NbWarnings(); ++i)
@@ -207,33 +225,7 @@ std::optional<double> massUnitIn(const Handle(Standard_Transient) & entity) {
     return si->HasPrefix() ? STEPConstruct_UnitContext::ConvertSiPrefix(si->Prefix()) : 1;
 }
 
-/// The unit of length in which a STEP file gives a shape, in millimetres.
-std::optional<double> lengthUnitIn(const Handle(Standard_Transient) & entity) {
-    Handle(StepRepr_GlobalUnitAssignedContext) units;
-    if (const auto context =
-            Handle(StepGeom_GeometricRepresentationContextAndGlobalUnitAssignedContext)::DownCast(entity))
-        units = context->GlobalUnitAssignedContext();
-    else if (const auto exact =
-                 Handle(StepGeom_GeomRepContextAndGlobUnitAssCtxAndGlobUncertaintyAssCtx)::DownCast(entity))
-        units = exact->GlobalUnitAssignedContext();
-    if (units.IsNull()) return std::nullopt;
-    STEPConstruct_UnitContext factors;
-    factors.ComputeFactors(units);
-    return factors.LengthDone() ? std::optional(factors.LengthFactor()) : std::nullopt;
-}
-
-/// The unit in which lengths are to travel from a file whose own unit has so many millimetres.
-LengthUnit chooseLengthUnit(ELengthUnitType wanted, double fileUnit, Reporter& reporter) {
-    if (wanted == ELengthUnitType::unknown) return {};
-    const bool isFileUnit = wanted == ELengthUnitType::model_unit;
-    if (const LengthUnit* const unit = isFileUnit ? findLengthUnit(fileUnit) : findLengthUnit(wanted))
-        return *unit;
-    reporter.log(ELogEventLevelType::warning,
-                 L"The file has no single unit of length that is known here: millimetres are used instead");
-    return {};
-}
-
-Model readStep(const InputFile& input, const ImportSettings& settings, Reporter& reporter) {
+Model readStep(const InputFile& input, const ImportSettings&, Reporter& reporter) {
     STEPCAFControl_Reader reader;
     reader.SetColorMode(Standard_True);
     reader.SetNameMode(Standard_True);
@@ -253,10 +245,13 @@ Model readStep(const InputFile& input, const ImportSettings& settings, Reporter&
     else if (added > 1)
         model.remarks.push_back(L"holds " + std::to_wstring(added) +
                                 L" shapes that no part refers to; they travel as parts of their own");
-    for (const std::wstring& name : missingFiles(reader))
+    const ReferredFiles others = referredFiles(reader);
+    for (const std::wstring& name : others.missing)
         model.remarks.push_back(L"refers to the file '" + name + L"', which is not beside it");
+    addOrigins(reader.Reader().WS(), model.origins);
+    for (const auto& session : others.sessions) addOrigins(session, model.origins);
+    model.products = productDefinitions(reader.Reader().WS(), reader.GetShapeLabelMap());
     model.densityUnit = commonValue(file, massUnitIn);
-    model.lengthUnit = chooseLengthUnit(settings.lengthUnit, commonValue(file, lengthUnitIn), reporter);
     return model;
 }
 
@@ -278,8 +273,10 @@ Model readIges(const InputFile& input, const ImportSettings& settings, Reporter&
     IGESCAFControl_Reader reader;
     Model model =
         read(reader, reader, input, reporter, [&] { return nameGroups(reader.IGESModel(), reporter); });
+    addOrigins(reader.WS(), model.origins);
     hideBlanked(model, reader.WS());
     const auto file = Handle(IGESData_IGESModel)::DownCast(reader.Model());
+    if (settings.miscData) model.directory = readIgesDirectory(file);
     model.lengthUnit = chooseLengthUnit(settings.lengthUnit, file->GlobalSection().UnitValue(), reporter);
     return model;
 }

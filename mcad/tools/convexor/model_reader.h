@@ -5,11 +5,15 @@
 #include <string>
 #include <vector>
 
+#include <NCollection_DataMap.hxx>
+#include <TDF_LabelMapHasher.hxx>
 #include <TDocStd_Document.hxx>
 
+#include "convexor/iges_attributes.h"
 #include "convexor/import_settings.h"
 #include "convexor/input_file.h"
 #include "convexor/length_unit.h"
+#include "convexor/numbering.h"
 #include "convexor/reporter.h"
 #include "zeq_api/convexor_info/format.h"
 
@@ -18,12 +22,17 @@ namespace zeq::convexor {
 /// What a file held: parts and assemblies with their attributes, lengths in millimetres.
 struct Model {
     Handle(TDocStd_Document) document;
-    /// What the user should know of the file: "holds 4 tessellated faces, which do not travel yet".
+    /// What the user should know of the file: "holds 4 swept solids, which do not travel yet".
     std::vector<std::wstring> remarks = {};
     int errors = 0;             ///< entities that could not be read; the log lines tell which
     LengthUnit lengthUnit = {}; ///< in which its lengths are to travel
     /// What a density of 1 in the document stands for in g/cm^3; 0 when that cannot be told.
     double densityUnit = 0;
+    Origins origins = {};         ///< of faces and edges
+    IgesDirectory directory = {}; ///< of an IGES file
+    /// The numbers of the instances that define the products in a STEP file, by the labels of parts and
+    /// assemblies.
+    NCollection_DataMap<TDF_Label, int, TDF_LabelMapHasher> products = {};
 };
 
 /// The formats that readModel() understands.

@@ -5,9 +5,6 @@
 
 #include "convexor/channel.h"
 #include "convexor/interruption_watch.h"
-#include "convexor/length_unit.h"
-#include "convexor/reporter.h"
-#include "convexor/structure_builder.h"
 #include "zeq_api/command/command.h"
 
 namespace zeq::convexor {
@@ -29,10 +26,6 @@ private:
     Result execute(const std::wstring& text);
     /// @param commandText the command as it arrived
     Result import(const ImportOptions& options, const std::wstring& commandText);
-    /// Gives the block of each part the figures of its geometry.
-    void measureGeometry(const Structure& structure, const LengthUnit& unit, Reporter& reporter);
-    /// Sends the geometry of each part and returns for how many that failed.
-    int sendGeometry(const Structure& structure, const LengthUnit& unit, Reporter& reporter);
 
     const int m_input;
     const bool m_compress;

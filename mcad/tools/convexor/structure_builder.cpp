@@ -48,9 +48,11 @@ ExcTransformation placement(const gp_Trsf& trsf, const LengthUnit& unit) {
 
 class StructureBuilder {
 public:
-    StructureBuilder(const Model& model, const std::wstring& storageName, const ImportSettings& settings)
+    StructureBuilder(const Model& model, const std::wstring& storageName, const ImportSettings& settings,
+                     const KnownProducts& products)
         : m_document(model.document), m_lengthUnit(model.lengthUnit), m_attributes(model),
-          m_storageName(storageName), m_settings(settings) {}
+          m_storageName(storageName), m_settings(settings), m_definitions(model.products),
+          m_products(products), m_lastId(products.size()) {}
 
     Structure build() {
         m_product->setUnits(m_lengthUnit.type);
@@ -120,11 +122,24 @@ private:
         if (isInstance) {
             if (const std::wstring name = m_attributes.name(label); !name.empty()) reference->setName(name);
             if (const ExcColor color = m_attributes.color(label); color.hasRGB()) reference->setColor(color);
-            if (m_settings.miscData) m_attributes.addMiscData(label, reference->miscData());
+            if (m_settings.miscData) m_attributes.addMiscData(label, false, reference->miscData());
         }
         reference->setPersistentName(reference->name());
         reference->setPersistentId(m_referenceKeys.make(parentKey + L"/" + reference->name()));
         return reference;
+    }
+
+    /// Null for what is no product of the file.
+    const KnownProduct* productOf(const TDF_Label& label) const {
+        const int* const definition = m_definitions.Seek(label);
+        const auto found =
+            definition ? m_products.find(static_cast<std::uint64_t>(*definition)) : m_products.end();
+        return found == m_products.end() ? nullptr : &found->second;
+    }
+
+    /// That of its product, unless another label has it already.
+    std::uint64_t idOf(const KnownProduct* product) {
+        return product && m_takenIds.insert(product->blockId).second ? product->blockId : ++m_lastId;
     }
 
     /// The block of a part or an assembly, made at the first call.
@@ -133,14 +148,16 @@ private:
         const bool isHidden = m_attributes.isHidden(label);
         if (isHidden && !m_settings.hiddenEntities) return *m_known.Bound(label, {});
         const auto block = std::make_shared<ExcBlock>();
-        block->setId(m_product->blocks().size() + 1);
+        const KnownProduct* const product = productOf(label);
+        block->setId(idOf(product));
         block->setName(m_attributes.name(label));
         block->setStorageName(m_storageName);
-        block->setPart(!XCAFDoc_ShapeTool::IsAssembly(label));
-        if (m_settings.miscData) m_attributes.addMiscData(label, block->miscData());
+        block->setPart(!XCAFDoc_ShapeTool::IsAssembly(label) || (product && !product->isAssembly));
+        if (m_settings.miscData)
+            m_attributes.addMiscData(label, !product || product->hasMaterial, block->miscData());
         m_product->addBlock(block);
         if (block->isPart())
-            m_parts.push_back({block, XCAFDoc_ShapeTool::GetShape(label)});
+            m_parts.push_back({block, XCAFDoc_ShapeTool::GetShape(label), label});
         else
             m_pending.push_back({label, block, m_assemblyKeys.make(block->name())});
         return *m_known.Bound(label, {block, m_attributes.color(label), isHidden});
@@ -151,6 +168,10 @@ private:
     const Attributes m_attributes;
     const std::wstring m_storageName;
     const ImportSettings m_settings;
+    const NCollection_DataMap<TDF_Label, int, TDF_LabelMapHasher>& m_definitions;
+    const KnownProducts& m_products;
+    std::unordered_set<std::uint64_t> m_takenIds;
+    std::uint64_t m_lastId; ///< of those that are not given
 
     std::shared_ptr<ExcProductStructure> m_product = std::make_shared<ExcProductStructure>();
     NCollection_DataMap<TDF_Label, Known, TDF_LabelMapHasher> m_known;
@@ -163,8 +184,8 @@ private:
 } // namespace
 
 Structure buildProductStructure(const Model& model, const std::wstring& storageName,
-                                const ImportSettings& settings) {
-    return StructureBuilder(model, storageName, settings).build();
+                                const ImportSettings& settings, const KnownProducts& products) {
+    return StructureBuilder(model, storageName, settings, products).build();
 }
 
 } // namespace zeq::convexor

@@ -1,0 +1,279 @@
+// Sends part after part, so that the host can work on what has arrived.
+#include "convexor/import_job.h"
+
+#include <memory>
+
+#include <BRepTools.hxx>
+#include <Standard_Failure.hxx>
+#include <TopExp.hxx>
+#include <TopTools_IndexedMapOfShape.hxx>
+
+#include "convexor/assembly_scene.h"
+#include "convexor/attributes.h"
+#include "convexor/geometry_figures.h"
+#include "convexor/mapping.h"
+#include "convexor/scene_builder.h"
+#include "convexor/scene_colors.h"
+#include "convexor/scene_node.h"
+#include "convexor/text.h"
+#include "zeq_api/exchange_mechanical/owned_entities.h"
+#include "zeq_api/exchange_object/messages.h"
+
+namespace zeq::convexor {
+
+namespace {
+
+std::wstring countText(std::size_t count, const wchar_t* noun) {
+    return std::to_wstring(count) + L' ' + noun + (count == 1 ? L"" : L"s");
+}
+
+std::size_t instanceCount(const ExcProductStructure& product) {
+    std::size_t count = 0;
+    for (const ExcBlockPtr& block : product.blocks()) count += block->blockReferences().size();
+    return count;
+}
+
+std::wstring summary(const ExcProductStructure& product) {
+    const std::size_t references = product.rootBlockReferences().size() + instanceCount(product);
+    return countText(product.blocks().size(), L"block") + L", " + countText(references, L"reference");
+}
+
+/// The root of a scene, which is made if there is none.
+ExcVisuNode& rootOf(ExcVisualizationDataPtr& scene) {
+    if (!scene) {
+        scene = std::make_shared<ExcVisualizationData>();
+        scene->addSceneRootNode(makeNode(ExcVisuNode::EType::ROOT));
+    }
+    return *scene->sceneRootNodes().front();
+}
+
+void addTriangles(const ExcVisuMeshPtr& mesh, ExcVisualizationDataPtr& scene) {
+    const ExcVisuNodePtr leaf = makeNode(ExcVisuNode::EType::MESH);
+    leaf->setLeaf(true);
+    leaf->setMesh(mesh);
+    const ExcVisuNodePtr meshes = makeNode(ExcVisuNode::EType::MESHES);
+    meshes->addChildNode(leaf);
+    rootOf(scene).addChildNode(meshes);
+}
+
+void addAnnotations(const ProductAnnotations& annotations, ExcVisualizationDataPtr& scene) {
+    if (!annotations.node && annotations.captures.empty()) return;
+    ExcVisuNode& root = rootOf(scene);
+    if (annotations.node) root.addChildNode(annotations.node);
+    scene->addViews(annotations.views);
+    scene->addCaptures(annotations.captures);
+}
+
+} // namespace
+
+int ImportJob::run(const InputFile& input) {
+    const std::wstring name = wideText(input.path().filename().string());
+    readContents(input);
+    m_model = readModel(input, m_settings, m_reporter);
+    if (m_isStep) m_model.lengthUnit = m_contents.lengthUnit;
+    m_reporter.beginPulse(L"Building the product structure");
+    m_structure = buildProductStructure(m_model, name, m_settings, m_contents.known);
+    if (m_settings.miscData && m_settings.geometry) measureGeometry();
+    sendStructure(name);
+    int errors = m_model.errors;
+    if (m_settings.geometry) errors += sendGeometry();
+    if (m_settings.display) errors += sendScenes();
+    const bool isNamed = m_settings.mapping || !m_model.directory.empty();
+    if (isNamed && (m_settings.geometry || m_settings.display)) sendMappings();
+    if (m_settings.rootDisplay) sendRootScene();
+    sendReport();
+    return errors;
+}
+
+void ImportJob::readContents(const InputFile& input) {
+    if (formatOf(input) != EFormatType::STEP) return;
+    try {
+        m_contents = readStepContents(input, m_settings, m_reporter);
+        m_isStep = true;
+    } catch (const part21::ReadError&) { // the kernel gives its own reason when it refuses the file
+        return;
+    }
+    sendMechanicalData(m_contents, m_channel);
+}
+
+void ImportJob::sendStructure(const std::wstring& name) {
+    const std::wstring quoted = L"'" + name + L"'";
+    m_reporter.message(quoted + L": " + summary(*m_structure.product));
+    for (const std::wstring& remark : m_model.remarks)
+        m_reporter.message(std::wstring(quoted).append(L" ").append(remark));
+    m_reporter.beginPulse(L"Sending the product structure");
+    m_channel.send(m_structure.product);
+    m_channel.send(std::make_shared<ExcStageFinished>(ExcStageFinished::EStage::product_structure));
+    m_contents.report.addSent("parts", m_structure.parts.size());
+    m_contents.report.addSent("instances", instanceCount(*m_structure.product));
+}
+
+template <class Work>
+int ImportJob::forEachPart(const wchar_t* thing, ELogEventLevelType level, const Work& work) {
+    int errors = 0;
+    std::size_t done = 0;
+    for (const Structure::Part& part : m_structure.parts) {
+        const auto report = [&](const std::wstring& reason) {
+            ++errors;
+            m_reporter.log(level, L"Block '" + part.block->name() + L"' has no " + thing + L": " + reason);
+        };
+        try {
+            work(part);
+        } catch (const std::runtime_error& error) {
+            report(wideText(error.what()));
+        } catch (const Standard_Failure& error) {
+            report(wideText(error.DynamicType()->Name()) + L" " + wideText(error.GetMessageString()));
+        }
+        m_reporter.advance(static_cast<double>(++done) / static_cast<double>(m_structure.parts.size()));
+    }
+    return errors;
+}
+
+void ImportJob::measureGeometry() {
+    m_reporter.beginStage(L"Measuring geometry");
+    const auto measure = [this](const Structure::Part& part) {
+        ExcMiscPropertiesGroup figures = geometryFigures(part.shape, m_model.lengthUnit);
+        if (!figures.properties().empty()) part.block->miscData().addGroup(std::move(figures));
+    };
+    forEachPart(L"figures of its geometry", ELogEventLevelType::warning, measure);
+}
+
+int ImportJob::sendGeometry() {
+    m_reporter.beginStage(L"Sending geometry");
+    BuildNotes all;
+    const auto send = [&](const Structure::Part& part) {
+        BuildNotes notes;
+        const OwnedEntities entities(buildBody(part.shape, Numbering(part.shape, m_model.origins),
+                                               1 / m_model.lengthUnit.millimeters, &notes));
+        const auto report = [&](ELogEventLevelType level, const std::vector<std::string>& lines) {
+            for (const std::string& line : lines)
+                m_reporter.log(level, L"Block '" + part.block->name() + L"': " + wideText(line));
+        };
+        report(ELogEventLevelType::error, notes.errors);
+        report(ELogEventLevelType::warning, notes.warnings);
+        all.lost += notes.lost;
+        account(notes);
+        if (entities.list.count() == 0) return;
+        const auto geometry = std::make_shared<ExcBlockGeometry>();
+        geometry->setBlockId(part.block->id());
+        m_channel.send(geometry, entities.list, m_compress);
+        all.faces += notes.faces;
+        all.wires += notes.wires;
+    };
+    const int failures = forEachPart(L"geometry", ELogEventLevelType::error, send);
+    m_contents.report.addSent("faces", static_cast<std::size_t>(all.faces));
+    if (all.faces + all.wires + all.lost == 0) m_reporter.message(L"There is no exact geometry in this file");
+    if (all.wires > 0 || all.lost > 0)
+        m_reporter.message(L"Sent " + countText(all.faces, L"face") + L" and " +
+                           countText(all.wires, L"wire") + L"; " + std::to_wstring(all.lost) + L" left out");
+    return failures + all.lost;
+}
+
+void ImportJob::account(const BuildNotes& notes) {
+    for (const BuildNotes::LostFace& face : notes.lostFaces)
+        m_contents.report.addLost("faces", wideText(face.reason), 1, L"#" + std::to_wstring(face.number));
+}
+
+int ImportJob::sendScenes() {
+    m_reporter.beginStage(L"Sending display data");
+    const auto sendScene = [&](const Structure::Part& part, const ExcVisualizationDataPtr& shape) {
+        const ExcVisualizationDataPtr scene = complete(part, shape);
+        if (!scene) return;
+        scene->sceneRootNodes().front()->setGroupName(part.block->name());
+        const auto display = std::make_shared<ExcBlockVisualization>();
+        display->setBlockId(part.block->id());
+        display->setVisualizationData(scene);
+        m_channel.send(display);
+    };
+    const auto send = [&](const Structure::Part& part) {
+        if (!m_settings.tessellation) return sendScene(part, nullptr);
+        ExcVisualizationDataPtr shape;
+        try {
+            shape = showShape(part);
+        } catch (...) { // what else there is to show travels all the same
+            sendScene(part, nullptr);
+            throw;
+        }
+        sendScene(part, shape);
+    };
+    return forEachPart(L"display data of its shape", ELogEventLevelType::error, send);
+}
+
+ExcVisualizationDataPtr ImportJob::showShape(const Structure::Part& part) {
+    const Fineness fineness = finenessFor(part.shape, m_settings.chord * m_model.lengthUnit.millimeters);
+    if (!tessellateInTime(part.shape, fineness))
+        throw std::runtime_error("the kernel finds no end in tessellating it");
+    std::vector<std::string> losses;
+    ExcVisualizationDataPtr scene = buildScene(part.shape, Numbering(part.shape, m_model.origins),
+                                               Attributes(m_model).appearance(part.label), fineness,
+                                               {m_model.lengthUnit, m_settings.hiddenEntities}, losses);
+    BRepTools::Clean(part.shape);
+    if (scene) paint(*scene, m_contents.colors);
+    for (const std::string& loss : losses)
+        m_reporter.log(ELogEventLevelType::warning,
+                       L"Block '" + part.block->name() + L"': " + wideText(loss));
+    return scene;
+}
+
+ExcVisualizationDataPtr ImportJob::complete(const Structure::Part& part, ExcVisualizationDataPtr scene) {
+    const auto product = m_contents.products.find(part.block->id());
+    const bool isKnown = product != m_contents.products.end();
+    if (isKnown && product->second.mesh) addTriangles(product->second.mesh, scene);
+    if (scene) addColors(*scene, m_colors);
+    if (isKnown) addAnnotations(product->second.annotations, scene);
+    if (scene) scene->setUnits(m_model.lengthUnit.type);
+    return scene;
+}
+
+void ImportJob::sendMappings() {
+    for (const Structure::Part& part : m_structure.parts) {
+        const auto mapping =
+            buildMapping(part.shape, Numbering(part.shape, m_model.origins), m_model.origins);
+        if (!mapping) continue;
+        const auto document = std::make_shared<ExcBlockMechanicalData>();
+        document->setBlockId(part.block->id());
+        if (m_settings.mapping) document->setMappingData(mapping);
+        addIgesData(m_model.directory, *mapping, *document);
+        m_channel.send(document);
+    }
+}
+
+void ImportJob::sendRootScene() {
+    constexpr std::size_t most = 10000;
+    std::size_t leftOut = 0;
+    ExcVisualizationDataPtr scene = buildAssemblyScene(*m_structure.product, most, leftOut);
+    if (leftOut > 0)
+        m_reporter.log(ELogEventLevelType::warning, L"The scene of the assembly ends after " +
+                                                        countText(most, L"node") +
+                                                        L"; the product structure has them all");
+    addColors(*scene, m_colors);
+    for (const auto& [blockId, product] : m_contents.products)
+        if (product.isRootAssembly) addAnnotations(product.annotations, scene);
+    const auto display = std::make_shared<ExcRootAssemblyVisualization>();
+    display->setVisualizationData(scene);
+    m_channel.send(display);
+}
+
+void ImportJob::sendReport() {
+    if (!m_isStep) return;
+    LossReport& report = m_contents.report;
+    std::set<std::uint64_t> unread(m_contents.faces.begin(), m_contents.faces.end());
+    for (const Structure::Part& part : m_structure.parts) {
+        const Numbering numbering(part.shape, m_model.origins);
+        TopTools_IndexedMapOfShape faces;
+        TopExp::MapShapes(part.shape, TopAbs_FACE, faces);
+        for (int i = 1; i <= faces.Extent(); ++i)
+            unread.erase(static_cast<std::uint64_t>(numbering.of(faces(i))));
+    }
+    report.addLost("faces", L"the kernel made no shape of it, or no product has it", unread);
+    if (!m_settings.geometry)
+        report.addLost("faces", LossReport::switchedOff, m_contents.faces.size() - unread.size());
+    report.addSent("colours", m_colors.size());
+    report.closeAccount("colours", m_settings.display && m_settings.tessellation
+                                       ? L"nothing that is shown has it"
+                                       : LossReport::switchedOff);
+    for (const char* const kind : {"parts", "instances", "faces"}) report.closeAccount(kind);
+    m_channel.send(report.document());
+}
+
+} // namespace zeq::convexor
