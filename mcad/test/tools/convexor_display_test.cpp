@@ -134,6 +134,30 @@ TEST_F(Convexor, DrawsFacesInTheirOwnColoursAndHidesThem) {
     EXPECT_EQ(meshes[1]->mesh()->faces()[0]->id(), *numbers.rbegin());
 }
 
+TEST_F(Convexor, TellsLevelsNamesAndLinesOfIgesEntities) {
+    std::string text = contentOf("jaw_plate.igs");
+    int surfaces = 0;
+    for (std::size_t line = 0; line + 160 < text.size(); line = text.find('\n', line) + 1) {
+        // The first of the two lines of an entry of trimmed surfaces; columns as IGES 5.3, 2.2.4.4 has them.
+        const bool isEntry = text[line + 72] == 'D' && text.compare(line, 8, "     144") == 0;
+        if (!isEntry || std::stoi(text.substr(line + 73, 7)) % 2 == 0) continue;
+        text.replace(line + 24, 16, "       2       5"); // dashed, on level 5
+        text.replace(text.find('\n', line) + 1 + 56, 8, "   PLATE");
+        ++surfaces;
+    }
+    ASSERT_EQ(surfaces, 14);
+    const Answer answer = importWith(write("levels.igs", text), {});
+    ASSERT_EQ(answer.mappings.size(), 1u);
+    ASSERT_TRUE(answer.mappings[0]->miscData() && answer.mappings[0]->entityData());
+    ASSERT_EQ(answer.mappings[0]->miscData()->layers().size(), 1u);
+    EXPECT_EQ(answer.mappings[0]->miscData()->layers()[0]->id(), 5);
+    EXPECT_EQ(answer.mappings[0]->miscData()->layers()[0]->entities().size(), 14u);
+    ASSERT_EQ(answer.mappings[0]->entityData()->data().size(), 14u);
+    EXPECT_EQ(answer.mappings[0]->entityData()->data()[0]->name(), L"PLATE");
+    EXPECT_EQ(answer.mappings[0]->entityData()->data()[0]->lineType(),
+              ExcTopologicalEntityInformation::ELineType::dash);
+}
+
 TEST_F(Convexor, DrawsWhatTheOptionsAskFor) {
     const auto step = [](const std::wstring& what) {
         return LR"({"operation_type":"import","format_type":"STEP",)" + what + L"}";

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <iterator>
 #include <map>
+#include <string_view>
 
 #include <IGESData_IGESEntity.hxx>
 #include <TCollection_HAsciiString.hxx>
@@ -26,6 +27,8 @@ std::wstring nameOf(const IGESData_IGESEntity& entity) {
     const Handle(TCollection_HAsciiString) name = entity.NameValue();
     std::wstring text = name.IsNull() ? std::wstring() : wideText(name->ToCString());
     text.erase(0, text.find_first_not_of(L' '));
+    constexpr std::wstring_view noSubscript = L"(0)"; // which the kernel puts behind a label
+    if (text.ends_with(noSubscript)) text.erase(text.size() - noSubscript.size());
     return text.erase(text.find_last_not_of(L' ') + 1);
 }
 
