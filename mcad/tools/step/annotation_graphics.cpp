@@ -40,6 +40,7 @@ public:
             for (const Instance& occurrence : m_file.structure().all(type))
                 if (held.insert(occurrence.number()).second) shown.push_back(occurrence);
         std::vector<AnnotationGraphics> result;
+        result.reserve(shown.size());
         for (const Instance& each : shown) result.push_back(readOne(each));
         return result;
     }

@@ -324,7 +324,7 @@ ExcVisuFacePtr makeFace(const Triangles& triangles, double scale) {
         }
         return numbers;
     };
-    const auto face = std::make_shared<ExcVisuFace>();
+    auto face = std::make_shared<ExcVisuFace>();
     face->setVertices(flat(triangles.vertices, [scale](const Vec& each) { return scale * each; }));
     face->setNormals(flat(normals, [](const Vec& each) {
         const double size = length(each);
@@ -344,7 +344,7 @@ ExcVisuEdgePtr makeEdge(const std::vector<Vec>& points, double scale, bool isFil
         for (const double part : {each.x, each.y, each.z})
             numbers.push_back(static_cast<float>(scale * part));
     }
-    const auto edge = std::make_shared<ExcVisuEdge>();
+    auto edge = std::make_shared<ExcVisuEdge>();
     edge->setPoints(std::move(numbers));
     edge->setLineIndices(std::move(indexes));
     edge->setLineType(isFilled ? ExcVisuEdge::ELineType::line_loop_filled
