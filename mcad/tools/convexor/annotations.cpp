@@ -77,6 +77,8 @@ ExcPMINotePtr makeNote(const AnnotationGraphics& graphics, const step::StepFile&
 /// The annotations of one product under way.
 class Organizer {
 public:
+    explicit Organizer(std::uint64_t product) : m_product(product) {}
+
     void add(const Annotation& annotation) {
         ExcPMIAnnotation& semantic = *annotation.semantic;
         const AnnotationGraphics* const first =
@@ -144,7 +146,8 @@ private:
                 return view;
         const Placement placement = plane.value_or(Placement());
         View view{plane, std::make_shared<ExcPMIAnnotationView>(), std::make_shared<ExcVisuView>()};
-        const std::wstring id = L"view " + std::to_wstring(m_views.size() + 1);
+        const std::wstring id =
+            L"view " + std::to_wstring(m_product) + L"." + std::to_wstring(m_views.size() + 1);
         view.semantic->setId(id);
         view.semantic->setName(plane ? id : L"without a plane");
         view.semantic->setOrigin(placement.origin.document());
@@ -185,6 +188,7 @@ private:
         return *node;
     }
 
+    const std::uint64_t m_product; ///< which makes the ids of views different from those of others
     ProductAnnotations m_result{std::make_shared<ExcPMIAnnotationSet>(), nullptr, {}, {}, 0};
     std::vector<View> m_views;
     std::map<ExcVisuNode::EType, ExcVisuNodePtr> m_groups;
@@ -222,14 +226,15 @@ organizeAnnotations(const std::vector<step::SemanticAnnotation>& semantic,
             idsOf[each.number].push_back(annotations[index].semantic->id());
     }
     std::map<std::uint64_t, Organizer> organizers;
-    for (const Annotation& each : annotations) organizers[each.product].add(each);
+    for (const Annotation& each : annotations)
+        organizers.try_emplace(each.product, each.product).first->second.add(each);
     for (const step::SavedView& view : views) {
         std::vector<std::wstring> ids;
         std::set<std::wstring> known;
         for (const std::uint64_t callout : view.annotations)
             for (const std::wstring& id : idsOf[callout])
                 if (known.insert(id).second) ids.push_back(id);
-        organizers[view.product].add(view, ids, filledIds);
+        organizers.try_emplace(view.product, view.product).first->second.add(view, ids, filledIds);
     }
     std::map<std::uint64_t, ProductAnnotations> result;
     for (auto& [number, organizer] : organizers) result.emplace(number, organizer.take());
