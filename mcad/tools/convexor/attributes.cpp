@@ -116,12 +116,14 @@ Appearance Attributes::appearance(const TDF_Label& part) const {
     collectParts(part, parts);
     // What is larger comes first, so that the smaller has the last word.
     std::ranges::stable_sort(parts, {}, [](const auto& each) { return each.first.ShapeType(); });
-    for (const auto& [shape, label] : parts) {
+    for (const auto& each : parts) { // no binding, which clang 14 captures in no lambda
+        const TopoDS_Shape& shape = each.first;
+        const TDF_Label& label = each.second;
         const bool hides = isHidden(label);
         const auto apply = [&](TopAbs_ShapeEnum kind, const ExcColor& color) {
             if (!hides && !color.hasRGB()) return;
-            for (TopExp_Explorer each(shape, kind); each.More(); each.Next()) {
-                Look& look = *result.shapes.Bound(each.Current(), Look(result.of(each.Current())));
+            for (TopExp_Explorer at(shape, kind); at.More(); at.Next()) {
+                Look& look = *result.shapes.Bound(at.Current(), Look(result.of(at.Current())));
                 if (color.hasRGB()) look.color = color;
                 look.isHidden = look.isHidden || hides;
             }

@@ -200,15 +200,17 @@ void sendMechanicalData(const StepContents& contents, Channel& channel) {
             pmi = std::make_shared<ExcPMIData>();
             pmi->addAnnotationSet(product.annotations.set);
         }
-        if (pmi && product.isRootAssembly) {
+        const bool isOfRoot = pmi && product.isRootAssembly;
+        if (isOfRoot) {
             const auto root = std::make_shared<ExcRootMechanicalData>();
-            root->setPMIData(std::move(pmi));
+            root->setPMIData(pmi);
             channel.send(root);
         }
-        if (!pmi && !product.data.misc && !product.data.entities) continue;
+        const bool hasPMI = pmi && !isOfRoot;
+        if (!hasPMI && !product.data.misc && !product.data.entities) continue;
         const auto block = std::make_shared<ExcBlockMechanicalData>();
         block->setBlockId(blockId);
-        block->setPMIData(pmi);
+        if (hasPMI) block->setPMIData(pmi);
         block->setMiscData(product.data.misc);
         block->setEntityData(product.data.entities);
         channel.send(block);
