@@ -208,7 +208,7 @@ ExcVisualizationDataPtr ImportJob::showShape(const Structure::Part& part) {
                                                Attributes(m_model).appearance(part.label), fineness,
                                                {m_model.lengthUnit, m_settings.hiddenEntities}, losses);
     BRepTools::Clean(part.shape);
-    if (scene) paint(*scene, m_contents.colors);
+    if (scene && m_isStep) paint(*scene, m_contents.colors);
     for (const std::string& loss : losses)
         m_reporter.log(ELogEventLevelType::warning,
                        L"Block '" + part.block->name() + L"': " + wideText(loss));

@@ -52,13 +52,12 @@ void addColors(const ExcVisualizationData& scene, std::set<std::uint32_t>& color
 }
 
 void paint(const ExcVisualizationData& scene, const std::unordered_map<std::uint64_t, ExcColor>& colors) {
-    if (colors.empty()) return;
     const auto paintOne = [&colors](auto& shape) {
         // The kernel gives edges the colour that the boundaries of their faces have, whatever their own is.
         constexpr bool isFace = std::is_same_v<decltype(shape), ExcVisuFace&>;
         if (shape.mechanicalId().empty() || (isFace && shape.color().hasRGB())) return;
         const auto found = colors.find(std::stoull(shape.mechanicalId()));
-        if (found != colors.end()) shape.setColor(found->second);
+        shape.setColor(found == colors.end() ? ExcColor() : found->second);
     };
     forEachNode(scene, [&paintOne](const ExcVisuNode& node) { forEachShape(node, paintOne); });
 }

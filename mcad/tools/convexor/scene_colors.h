@@ -12,7 +12,7 @@ namespace zeq::convexor {
 /// Adds the different colours of nodes, faces and edges, packed as red, green, blue and opacity.
 void addColors(const ExcVisualizationData& scene, std::set<std::uint32_t>& colors);
 
-/// Gives edges, and faces that have no colour, the one that the file has for their numbers.
+/// Gives edges, and faces that have no colour, the one that the file has for their numbers, if any.
 void paint(const ExcVisualizationData& scene, const std::unordered_map<std::uint64_t, ExcColor>& colors);
 
 } // namespace zeq::convexor
