@@ -6,6 +6,7 @@
 #include <regex>
 #include <sstream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -329,6 +330,76 @@ TEST_F(ZeqSamples, WhatIsSwitchedOffIsToldAndDoesNotTravel) {
         for (const std::string& each : row.rows)
             EXPECT_NE(output.find(" " + each), std::string::npos) << row.settings[0] << ": " << each << '\n'
                                                                   << output;
+    }
+}
+
+TEST_F(ZeqSamples, AreWrittenAsGltfFromTheFileAndFromWhatWasKept) {
+    const std::string kept = sample("kept.json"), glb = sample("model.glb");
+    ASSERT_EQ(zeq({"--json", "--output", kept, "import", sample("bracket_pmi.stp")}).exitCode, 0);
+    const auto write = [&](const std::string& file) {
+        return zeq({"--force", "--output", glb, "gltf", file});
+    };
+    std::vector<std::string> lines;
+    for (const std::string& file : {sample("bracket_pmi.stp"), kept}) {
+        const RunResult result = write(file);
+        EXPECT_EQ(result.exitCode, 0) << result.errors;
+        lines.push_back(result.errors.substr(result.errors.rfind("zeq: ")));
+        EXPECT_GT(fs::file_size(glb), 10'000);
+    }
+    EXPECT_EQ(lines[0], lines[1]);
+    EXPECT_NE(lines[0].find(" meshes, 15 nodes, 2 cameras\n"), std::string::npos) << lines[0];
+
+    fs::remove(glb);
+    std::ifstream stream(kept);
+    const std::string whole{std::istreambuf_iterator<char>(stream), {}};
+    const std::vector<std::tuple<std::string, std::string, int>> rows{
+        {"{}", "it is not what zeq --json import writes", 3},
+        {whole.substr(0, whole.size() / 2), "not a JSON document (", 3},
+        {R"({"documents":[1,{"exchange_object_name":"none"}],"contents":[2]})",
+         "there is no product structure in it", 3},
+        {std::regex_replace(whole, std::regex(R"("buffer":"....)"), R"("buffer":"lost)"),
+         "the content of a 'exc_block_visualization' is not in the file", 3},
+    };
+    for (const auto& [content, error, exitCode] : rows) {
+        std::ofstream(sample("damaged.json")) << content;
+        const RunResult result = write(sample("damaged.json"));
+        EXPECT_EQ(result.exitCode, exitCode);
+        EXPECT_NE(result.errors.find(error), std::string::npos) << result.errors;
+        EXPECT_FALSE(fs::exists(glb));
+    }
+    EXPECT_EQ(zeq({"--json", "--output", glb, "gltf", kept}).exitCode, 2);
+}
+
+TEST_F(ZeqSamples, AreShownAsPictures) {
+    const std::string png = sample("model.png");
+    const struct {
+        std::vector<std::string> options;
+        int exitCode;
+        std::string error;
+    } rows[] = {
+        {{"--size", "200x150"}, 0, ""},
+        {{"--view", "FRONT", "--section", "z=5", "--no-pmi", "--no-edges", "--transparent"}, 0, ""},
+        {{"--view", "none"},
+         2,
+         "there is no view 'none'; there are iso, front, back, left, right, top, bottom, FRONT"},
+        {{"--size", "200"}, 2, "'200' is no size such as 1600x1200"},
+        {{"--size", "0x5"}, 2, "'0x5' is no size"},
+        {{"--section", "w"}, 2, "'w' is none of x, y, z and x=12.5"},
+        {{"--section", "x=1a"}, 2, "'x=1a' is none of"},
+    };
+    for (const auto& [options, exitCode, error] : rows) {
+        std::vector<std::string> words{"--force", "--output", png, "picture", sample("bracket_pmi.stp")};
+        words.insert(words.end(), options.begin(), options.end());
+        const RunResult result = zeq(words);
+        EXPECT_EQ(result.exitCode, exitCode) << options[0] << result.errors << result.output;
+        EXPECT_NE((result.errors + result.output).find(error), std::string::npos) << result.errors;
+        EXPECT_EQ(fs::exists(png), exitCode == 0);
+        if (exitCode == 0) {
+            std::ifstream stream(png, std::ios::binary);
+            const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+            EXPECT_TRUE(bytes.starts_with("\x89PNG") && bytes.size() > 1000) << bytes.size();
+        }
+        fs::remove(png);
     }
 }
 

@@ -63,6 +63,39 @@ EColor parseColor(const std::string& text) {
     throw CLI::ValidationError("--color", "'" + text::printable(text) + "' is none of auto, always, never");
 }
 
+/// The whole of the text as a number.
+template <class Number>
+bool readNumber(std::string_view text, Number& value) {
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    return error == std::errc() && end == text.data() + text.size();
+}
+
+/// "1600x1200".
+void readSize(const std::string& text, depiction::Wishes& picture) {
+    const std::size_t x = text.find('x');
+    const std::string_view whole = text;
+    const auto isSide = [](int pixels) { return pixels >= 1 && pixels <= 16384; };
+    if (x == std::string::npos || !readNumber(whole.substr(0, x), picture.width) ||
+        !readNumber(whole.substr(x + 1), picture.height) || !isSide(picture.width) || !isSide(picture.height))
+        throw CLI::ValidationError("--size", "'" + text::printable(text) +
+                                                 "' is no size such as 1600x1200, up to 16384x16384");
+}
+
+/// "x", "y" or "z", or one of them with a place: "z=12.5".
+depiction::SectionWish parseSection(const std::string& text) {
+    depiction::SectionWish section;
+    double at = 0;
+    const bool hasAxis = !text.empty() && text[0] >= 'x' && text[0] <= 'z';
+    const bool hasPlace =
+        text.size() > 2 && text[1] == '=' && readNumber(std::string_view(text).substr(2), at);
+    if (!hasAxis || !(text.size() == 1 || (hasPlace && std::isfinite(at))))
+        throw CLI::ValidationError("--section",
+                                   "'" + text::printable(text) + "' is none of x, y, z and x=12.5");
+    section.axis = text[0] - 'x';
+    if (hasPlace) section.at = at;
+    return section;
+}
+
 /// The commands, with all words of their names, that have this option.
 void collectOwners(const CLI::App& app, const std::string& option, const std::string& name,
                    std::vector<std::string>& owners) {
@@ -89,9 +122,10 @@ public:
 private:
     CLI::App* addCommand(const std::string& name, const std::string& description, EAction action);
     void addImportCommand(const std::string& name, const std::string& description, EAction action);
+    void addPictureCommand();
     void addPrintingCommand();
     void setCommandType(CLI::App* command, Command::EType type);
-    void addOptionsOfFile(CLI::App* command);
+    void addOptionsOfFile(CLI::App* command, const std::string& description = "The CAD file");
     [[noreturn]] void refuse(const CLI::ParseError& error) const;
 
     CLI::App m_app{"zeq hands CAD files to a translator process and shows what it sends back.", "zeq"};
@@ -114,6 +148,11 @@ CommandLine::CommandLine() {
     addImportCommand("import", "Import a CAD file and show what is in it", EAction::import);
     addImportCommand("tree", "Import a CAD file and show its assembly tree", EAction::tree);
 
+    CLI::App* gltf = addCommand("gltf", "Write what is to be seen of a model as binary glTF", EAction::gltf);
+    setCommandType(gltf, Command::EType::import);
+    addOptionsOfFile(gltf, "The CAD file, or what zeq --json import wrote of one");
+
+    addPictureCommand();
     addPrintingCommand();
     addCommand("run", "Send a stored command document to the translator", EAction::run)
         ->add_option("FILE", m_settings.file, "What zeq command prints; - is standard input")
@@ -203,8 +242,8 @@ void CommandLine::addImportCommand(const std::string& name, const std::string& d
         ->type_name("DIR");
 }
 
-void CommandLine::addOptionsOfFile(CLI::App* command) {
-    command->add_option("FILE", m_settings.file, "The CAD file")->required()->type_name("");
+void CommandLine::addOptionsOfFile(CLI::App* command, const std::string& description) {
+    command->add_option("FILE", m_settings.file, description)->required()->type_name("");
     command
         ->add_option("--set", m_settings.assignments,
                      "Set a key of the options, or of one of their groups: modeler.length_unit_type=inch")
@@ -216,6 +255,30 @@ void CommandLine::addOptionsOfFile(CLI::App* command) {
                      "A JSON array of option groups; - is standard input")
         ->type_name("FILE");
     command->add_flag("--mt", m_settings.multiThreading, "Let the translator work in several threads");
+}
+
+void CommandLine::addPictureCommand() {
+    CLI::App* command = addCommand("picture", "Write a picture of a model, as PNG", EAction::picture);
+    setCommandType(command, Command::EType::import);
+    addOptionsOfFile(command, "The CAD file, or what zeq --json import wrote of one");
+    depiction::Wishes& picture = m_settings.picture;
+    command
+        ->add_option_function<std::string>(
+            "--size", [&picture](const std::string& text) { readSize(text, picture); },
+            "In pixels (default: 1600x1200)")
+        ->type_name("WIDTHxHEIGHT");
+    command
+        ->add_option("--view", picture.view,
+                     "iso (default), front, back, left, right, top, bottom, or the name of a saved view")
+        ->type_name("NAME");
+    command
+        ->add_option_function<std::string>(
+            "--section", [&picture](const std::string& text) { picture.section = parseSection(text); },
+            "Cut away what is before a plane: across x, y or z through the middle, or at a place")
+        ->type_name("AXIS[=PLACE]");
+    command->add_flag("--pmi,!--no-pmi", picture.hasAnnotations, "Draw annotations (default)");
+    command->add_flag("--edges,!--no-edges", picture.hasEdges, "Draw edges (default)");
+    command->add_flag("--transparent", picture.isTransparent, "Leave the background transparent");
 }
 
 void CommandLine::addPrintingCommand() {

@@ -12,7 +12,6 @@
 
 #include "text/text.h"
 #include "zeq/failure.h"
-#include "zeq/receiver.h"
 #include "zeq/structure_count.h"
 #include "zeq/tree_printer.h"
 
@@ -105,18 +104,6 @@ std::string textSummary(const Import& import, const StructureCount& figures) {
     return text.str();
 }
 
-void receive(const Host& host, const Request& request, Import& import) {
-    Receiver receiver(host, import);
-    const auto start = std::chrono::steady_clock::now();
-    const auto take = [&receiver](const Document& document) { return receiver.take(document); };
-    import.bytes += converse(host, request, take);
-    import.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    host.console.progress().finish();
-    if (!import.structure)
-        throw Failure(exit_code::translatorBroken,
-                      cannot("import", request.thing, "the translator sent no product structure"));
-}
-
 /// Part by part, what is in the documents of an import beside the structure.
 void writeDetails(const Import& import, bool all, Output& output) {
     const ExcProductStructure* const structure = import.structure.get();
@@ -144,6 +131,18 @@ void showIncomplete(const Host& host, const Import& import, Output& output) {
 }
 
 } // namespace
+
+void receive(const Host& host, const Request& request, Import& import) {
+    Receiver receiver(host, import);
+    const auto start = std::chrono::steady_clock::now();
+    const auto take = [&receiver](const Document& document) { return receiver.take(document); };
+    import.bytes += converse(host, request, take);
+    import.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    host.console.progress().finish();
+    if (!import.structure)
+        throw Failure(exit_code::translatorBroken,
+                      cannot("import", request.thing, "the translator sent no product structure"));
+}
 
 void requireFile(const std::string& file) {
     const auto refuse = [&file](const std::string& reason) {

@@ -17,8 +17,10 @@
 #include "zeq/cli.h"
 #include "zeq/command_builder.h"
 #include "zeq/failure.h"
+#include "zeq/gltf.h"
 #include "zeq/import.h"
 #include "zeq/inspect.h"
+#include "zeq/picture.h"
 #include "zeq/schema.h"
 
 namespace zeq::host {
@@ -90,6 +92,12 @@ int perform(const Host& host, Output& output) {
     case EAction::info:
         send(host, buildCommand(host), output);
         break;
+    case EAction::gltf:
+        writeGltf(host, output);
+        break;
+    case EAction::picture:
+        writePicture(host, output);
+        break;
     case EAction::run:
         send(host, readCommand(host), output);
         break;
@@ -121,6 +129,10 @@ const char* nameOf(EAction action) {
         return "import";
     case EAction::tree:
         return "tree";
+    case EAction::gltf:
+        return "gltf";
+    case EAction::picture:
+        return "picture";
     case EAction::command:
         return "command";
     case EAction::run:

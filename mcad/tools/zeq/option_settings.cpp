@@ -170,9 +170,11 @@ void OptionsDocument::askFor(bool geometry, bool display) {
     };
     for (const auto& [operation, format] : IFormatOptions::kinds()) {
         if (operation != m_operation) continue;
-        for (const wchar_t* const key : displayKeys) say(operation, format, key, JsonValue(display), display);
-        // Last, because it has to be said in the groups that are made for the others.
-        say(operation, format, geometryKey, JsonValue(geometry), geometry);
+        for (int pass = 0; pass < 2; ++pass) { // in a group that one of them makes, all are to be said
+            for (const wchar_t* const key : displayKeys)
+                say(operation, format, key, JsonValue(display), display);
+            say(operation, format, geometryKey, JsonValue(geometry), geometry);
+        }
     }
     if (!display)
         say(EOperationType::options, EFormatType::graphical, tessellationKey,
@@ -208,9 +210,10 @@ void OptionsDocument::set(const std::string& assignment) {
 } // namespace
 
 void applySettings(ConvexorOptions& options, const Settings& settings, transport::SignalPipe& signals) {
-    const bool needsGeometry = settings.action != EAction::tree || !settings.geometryDirectory.empty();
+    const bool needsGeometry = settings.showsGeometry() || !settings.geometryDirectory.empty();
     const bool needsDisplay = settings.action != EAction::tree;
-    if (needsDisplay && settings.formatOptions.empty() && settings.assignments.empty()) return;
+    if (needsGeometry && needsDisplay && settings.formatOptions.empty() && settings.assignments.empty())
+        return;
     OptionsDocument document(options);
     if (!settings.formatOptions.empty()) document.addGroups(settings.formatOptions, signals);
     for (const std::string& assignment : settings.assignments) {

@@ -20,6 +20,7 @@ namespace {
 
 /// A pipe that is ready takes at least this much without blocking.
 constexpr std::size_t portionSize = 4096;
+constexpr std::size_t portionOfFile = 1024 * 1024; // a file does not block
 constexpr std::size_t bufferSize = 64 * 1024;
 
 } // namespace
@@ -59,8 +60,11 @@ Output::~Output() {
 }
 
 void Output::write(std::string_view text) {
-    m_buffer += text;
-    if (m_buffer.size() >= bufferSize) flush();
+    if (m_buffer.size() + text.size() > bufferSize) flush();
+    if (text.size() > bufferSize)
+        send(text);
+    else
+        m_buffer += text;
 }
 
 void Output::commit() {
@@ -83,10 +87,15 @@ void Output::commit() {
 }
 
 void Output::flush() {
-    for (std::size_t at = 0; at < m_buffer.size();) {
+    send(m_buffer);
+    m_buffer.clear();
+}
+
+void Output::send(std::string_view bytes) {
+    const std::size_t portion = m_temporary.empty() ? portionSize : portionOfFile;
+    for (std::size_t at = 0; at < bytes.size();) {
         waitUntilReady(m_fd, POLLOUT, m_signals);
-        const ssize_t count =
-            ::write(m_fd, m_buffer.data() + at, std::min(portionSize, m_buffer.size() - at));
+        const ssize_t count = ::write(m_fd, bytes.data() + at, std::min(portion, bytes.size() - at));
         if (count >= 0)
             at += static_cast<std::size_t>(count);
         else if (errno == EPIPE)
@@ -95,7 +104,6 @@ void Output::flush() {
             throw Failure(exit_code::inputOutput,
                           cannot("write", shownName(), std::generic_category().message(errno)));
     }
-    m_buffer.clear();
 }
 
 std::string Output::shownName() const { return m_path.empty() ? "standard output" : m_path; }

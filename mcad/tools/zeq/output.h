@@ -29,6 +29,7 @@ public:
 
 private:
     void flush();
+    void send(std::string_view bytes);
     std::string shownName() const;
 
     transport::SignalPipe& m_signals;

@@ -62,9 +62,11 @@ void Receiver::takeObject(const Document& document) {
     if (const std::wstring name = document.bufferName(); !name.empty()) {
         const auto* geometry = dynamic_cast<const ExcBlockGeometry*>(object.get());
         if (geometry && !m_host.settings.geometryDirectory.empty()) writeImage(geometry->blockId(), name);
-        if (geometry && m_host.settings.action == EAction::tree) return; // of the structure alone
+        if (geometry && !m_host.settings.showsGeometry()) return;
         load(*object, name);
     }
+
+    if (m_import.scene) m_import.scene->add(object);
 
     Console& console = m_host.console;
     if (const auto progress = std::dynamic_pointer_cast<ExcProgress>(object)) {

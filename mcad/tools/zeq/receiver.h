@@ -6,6 +6,7 @@
 #include <set>
 #include <string>
 
+#include "scene/documents.h"
 #include "zeq/content_count.h"
 #include "zeq/contents_report.h"
 #include "zeq/conversation.h"
@@ -28,6 +29,7 @@ struct Import {
     EntityLinks links;
     PMITables pmi;
     OrganisationTables organisation;
+    scene::Documents* scene = nullptr; ///< what is to be drawn; null when nothing is
     std::uint64_t documents = 0;
     std::uint64_t buffers = 0;
     std::uint64_t bytes = 0;

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "depiction/depiction.h"
 #include "zeq_api/command/command.h"
 
 namespace zeq::host {
@@ -17,6 +18,8 @@ enum class EAction {
     info,
     import,
     tree,
+    gltf,
+    picture,
     command, ///< prints what would be sent
     run,     ///< sends what is stored
     check,
@@ -52,6 +55,8 @@ struct Settings {
     std::vector<std::string> files;       ///< those to check
     std::string className;                ///< empty when the documents tell, or for the schema of all
 
+    depiction::Wishes picture; ///< what a picture shows
+
     std::string translator; ///< path, or name to be found in PATH
     std::optional<std::chrono::duration<double>> timeout;
     std::optional<LogTarget> log;
@@ -64,6 +69,11 @@ struct Settings {
     bool verbose = false;
     bool progress = true;
     EColor color = EColor::automatic;
+
+    /// Whether the exact geometry is of use, and not the structure or the display data alone.
+    bool showsGeometry() const {
+        return action != EAction::tree && action != EAction::gltf && action != EAction::picture;
+    }
 };
 
 } // namespace zeq::host

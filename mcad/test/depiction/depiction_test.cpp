@@ -1,0 +1,134 @@
+// What pictures of a small model show.
+#include "depiction/depiction.h"
+
+#include <stdexcept>
+
+#include <gtest/gtest.h>
+
+#include "depiction/views.h"
+#include "picture/picture.h"
+#include "scene/model.h"
+
+namespace zeq::depiction {
+namespace {
+
+using test::Model;
+
+picture::Image imageOf(const scene::Scene& scene, Wishes wishes = {}) {
+    wishes.width = 120;
+    wishes.height = 90;
+    return picture::render(Depiction(scene, wishes).drawing());
+}
+
+TEST(Depiction, ShowsWhatIsNotHiddenAndWhatIsWishedFor) {
+    Model model;
+    model.addAnnotation(L"7");
+    scene::Scene scene = model.build();
+    const auto counts = [&](const Wishes& wishes) {
+        const Depiction depiction(scene, wishes);
+        const picture::Drawing& drawing = depiction.drawing();
+        return std::array{drawing.triangles.size(), drawing.lines.size(), drawing.points.size()};
+    };
+    Wishes all, noEdges, noAnnotations;
+    noEdges.hasEdges = false;
+    noAnnotations.hasAnnotations = false;
+    EXPECT_EQ(counts(all), (std::array<std::size_t, 3>{1, 2, 1}));
+    EXPECT_EQ(counts(noEdges), (std::array<std::size_t, 3>{1, 1, 0}));
+    EXPECT_EQ(counts(noAnnotations), (std::array<std::size_t, 3>{1, 1, 1}));
+    EXPECT_EQ(imageOf(scene).dropped, 0U);
+
+    // Two colours make two batches of the same positions, and what is hidden stays away.
+    scene::Part& part = scene.parts.back();
+    part.shape.faces[0].isHidden = true;
+    part.annotations[0].isHidden = true;
+    part.shape.lines[0].isHidden = true;
+    EXPECT_EQ(counts(all), (std::array<std::size_t, 3>{0, 0, 1}));
+    scene.instances.back().isHidden = true;
+    EXPECT_EQ(counts(all), (std::array<std::size_t, 3>{0, 0, 0}));
+}
+
+TEST(Depiction, TextsBecomeStrokesInTheirPlane) {
+    Model model;
+    model.addAnnotation(L"7");
+    scene::Scene scene = model.build();
+    scene::Text text;
+    text.text = "⌖H";
+    text.anchor = {5, 0, 0};
+    text.direction = {0, 1, 0};
+    text.normal = {1, 0, 0};
+    text.height = 2;
+    scene.parts.back().annotations[0].texts.push_back(text);
+    const Depiction depiction(scene, {});
+    const picture::Lines& lines = depiction.drawing().lines.back();
+    EXPECT_TRUE(lines.isOnTop);
+    ASSERT_GT(lines.points.size(), 30U);
+    float highest = 0;
+    for (std::size_t i = 0; i < lines.points.size(); i += 3) {
+        EXPECT_FLOAT_EQ(lines.points[i], 5); // upwards is z
+        EXPECT_GE(lines.points[i + 1], 0);
+        highest = std::max(highest, lines.points[i + 2]);
+    }
+    EXPECT_NEAR(highest, 2, 0.2);
+}
+
+TEST(Depiction, ASavedViewBringsItsCameraItsPlaneAndItsAnnotations) {
+    Model model;
+    model.addAnnotation(L"7");
+    model.addAnnotation(L"8");
+    model.addView(L"Detail", {L"8"});
+    scene::Scene scene = model.build();
+    scene.parts.back().views[0].clipping = {0, 0, 2, -1};
+    Wishes wishes;
+    wishes.view = "Detail";
+    const Depiction depiction(scene, wishes);
+    const picture::Drawing& drawing = depiction.drawing();
+    EXPECT_EQ(drawing.lines.size(), 2U); // the edge, and the stroke of the one
+    EXPECT_EQ(drawing.camera.eye.z, 100);
+    EXPECT_GT(drawing.camera.height, 0);
+    ASSERT_TRUE(drawing.section);
+    EXPECT_FLOAT_EQ(drawing.section->point.z, 0.5F);
+    EXPECT_GT(drawing.section->normal.z, 0);
+
+    wishes.view = "Detial";
+    try {
+        const Depiction none(scene, wishes);
+        ADD_FAILURE();
+    } catch (const std::invalid_argument& error) {
+        EXPECT_STREQ(error.what(), "there is no view 'Detial'; there are iso, front, back, left, right, top, "
+                                   "bottom, Detail");
+    }
+}
+
+TEST(Depiction, SectionsCutAwayWhatIsBeforeThem) {
+    const scene::Scene scene = Model().build();
+    Wishes wishes;
+    for (const char* view : {"iso", "front", "back", "left", "right", "top", "bottom"})
+        for (const int axis : {0, 1, 2}) {
+            wishes.view = view;
+            wishes.section = SectionWish{axis, 0.25};
+            const Depiction depiction(scene, wishes);
+            const picture::Drawing& drawing = depiction.drawing();
+            const auto along = [axis](picture::Vector v) { return axis == 0 ? v.x : axis == 1 ? v.y : v.z; };
+            EXPECT_FLOAT_EQ(along(drawing.section->point), 0.25F);
+            EXPECT_GE(along(drawing.section->normal) *
+                          (along(drawing.camera.eye) - along(drawing.camera.target)),
+                      0)
+                << view << axis;
+        }
+}
+
+TEST(Depiction, StandardViewsStandUpright) {
+    for (const EWorldOrientation up :
+         {EWorldOrientation::up_x, EWorldOrientation::up_y, EWorldOrientation::up_z}) {
+        const auto height = [up](picture::Vector v) {
+            return up == EWorldOrientation::up_x ? v.x : up == EWorldOrientation::up_y ? v.y : v.z;
+        };
+        EXPECT_EQ(height(standardSight("front", up)->up), 1);
+        EXPECT_EQ(height(standardSight("front", up)->direction), 0);
+        EXPECT_EQ(height(standardSight("top", up)->direction), -1);
+    }
+    EXPECT_FALSE(standardSight("Front", EWorldOrientation::up_z));
+}
+
+} // namespace
+} // namespace zeq::depiction

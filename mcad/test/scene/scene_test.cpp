@@ -1,0 +1,256 @@
+// Scenes of sound documents and of faulty ones.
+#include "scene/model.h"
+
+#include <cmath>
+#include <functional>
+#include <limits>
+
+#include <gtest/gtest.h>
+
+#include "zeq_api/exchange_pmi/note.h"
+
+namespace zeq::scene {
+namespace {
+
+using test::Model;
+constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
+
+std::string joined(const std::vector<std::string>& lines) {
+    std::string text;
+    for (const std::string& line : lines) text += (text.empty() ? "" : "\n") + line;
+    return text;
+}
+
+ExcTransformation scaledBy(double factor) {
+    ExcTransformation transformation;
+    for (std::size_t i = 0; i < 3; ++i) transformation.affine()[i] = ExcVector3d();
+    transformation.affine()[0].x() = factor;
+    transformation.affine()[1].y() = factor;
+    transformation.affine()[2].z() = factor;
+    return transformation;
+}
+
+TEST(Scene, LeavesOutWhatIsFaultyWithAWarning) {
+    const struct {
+        std::string name;
+        std::function<void(Model&)> damage;
+        std::string warning;
+        std::size_t triangles = 2, lines = 1, markers = 1, instances = 2;
+    } rows[] = {
+        {"nothing", [](Model&) {}, ""},
+        {"an index outside the vertices",
+         [](Model& m) {
+             m.face->setPolygons({{4, {0, 1, 2, 0, 2, 4}}, {4, {-1, 0, 1}}});
+         },
+         "block 3 'Plate', face 17: 2 triangles are left out, with corners that are none of its 4 vertices "
+         "or no "
+         "numbers",
+         1},
+        {"a coordinate that is no number",
+         [](Model& m) {
+             m.face->setVertices(std::vector<float>{0, 0, 0, 1, 0, 0, 1, 1, 0, 0, notANumber, 0});
+         },
+         "block 3 'Plate', face 17: 1 triangle is left out, with corners that are none of its 4 vertices or "
+         "no "
+         "numbers",
+         1},
+        {"only bad triangles", [](Model& m) { m.face->setVertices(std::vector<float>{}); },
+         "block 3 'Plate', face 17: 2 triangles are left out, with corners that are none of its 0 vertices "
+         "or no "
+         "numbers\nblock 3 'Plate', face 17: it has 4 normals for 0 vertices; those of its triangles are "
+         "taken",
+         0},
+        {"no triangles", [](Model& m) { m.face->setPolygons({}); },
+         "block 3 'Plate', face 17: it has no triangles", 0},
+        {"an unknown primitive",
+         [](Model& m) {
+             m.face->setPolygons({{4, {0, 1, 2}}, {7, {0, 1, 2, 3}}});
+         },
+         "block 3 'Plate', face 17: a primitive of the unknown type 7", 1},
+        {"strip and fan",
+         [](Model& m) {
+             m.face->setPolygons({{5, {0, 1, 3, 2}}, {6, {0, 1, 2, 3}}});
+         },
+         "", 4},
+        {"too few normals",
+         [](Model& m) {
+             m.face->setNormals(std::vector<float>{0, 0, 1});
+         },
+         "block 3 'Plate', face 17: it has 1 normals for 4 vertices; those of its triangles are taken"},
+        {"normals of no length", [](Model& m) { m.face->setNormals(std::vector<float>(12, 0.0F)); }, ""},
+        {"an edge with bad points",
+         [](Model& m) {
+             m.edge->setPoints({0, 0, 0, 1, 0, 0, notANumber, 0, 0});
+             m.edge->setLineIndices({0, 1, 2, 3});
+         },
+         "block 3 'Plate', edge 18: 2 points are left out, not there or no numbers"},
+        {"an edge of one point", [](Model& m) { m.edge->setLineIndices({1}); },
+         "block 3 'Plate', edge 18: it has fewer than two points", 2, 0},
+        {"a point that is not there", [](Model& m) { m.points->setPointIndices({1}); },
+         "block 3 'Plate', points: 1 point is left out, not there or no numbers", 2, 1, 0},
+        {"a placement that is no number",
+         [](Model& m) { m.node->setTransformation(std::make_shared<ExcTransformation>(scaledBy(NAN))); },
+         "block 3 'Plate', node '': its placement is not of numbers and is ignored"},
+        {"an instance without volume", [](Model& m) { m.reference->setTransformation(scaledBy(0)); },
+         "instance 'Plate:1' in 'Product' is left out: block 3 is placed by no sound transformation", 2, 1, 1,
+         1},
+        {"a missing block", [](Model& m) { m.place(9, L"Lost", m.plate); },
+         "instance 'Lost' in 'Plate' is left out: block 9 is missing"},
+        {"a block in itself", [](Model& m) { m.place(3, L"Again", m.plate); },
+         "instance 'Again' in 'Plate' is left out: block 3 contains itself"},
+        {"a camera that looks nowhere",
+         [](Model& m) {
+             const ExcVisuCapturePtr view = m.addView(L"A", {});
+             view->setCamera(ExcCamera());
+         },
+         "block 3 'Plate', view 'A': its camera looks nowhere"},
+        {"display data of no block",
+         [](Model& m) {
+             auto other = std::make_shared<ExcBlockVisualization>();
+             other->setBlockId(8);
+             m.more.push_back(other);
+         },
+         "block 8 has display data and is not in the structure"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        Model model;
+        row.damage(model);
+        const Scene scene = model.build();
+        EXPECT_EQ(joined(scene.warnings), row.warning);
+        EXPECT_EQ(scene.instances.size(), row.instances);
+        const Shape& shape = scene.parts[1].shape;
+        EXPECT_EQ(shape.triangles.size(), 3 * row.triangles);
+        EXPECT_EQ(shape.lines.size(), row.lines);
+        EXPECT_EQ(shape.markers.size(), row.markers);
+        ASSERT_EQ(shape.normals.size(), shape.vertices.size());
+        for (const std::uint32_t index : shape.triangles) EXPECT_LT(3 * index, shape.vertices.size());
+        for (std::size_t i = 0; i < shape.vertices.size(); ++i) {
+            EXPECT_TRUE(std::isfinite(shape.vertices[i]));
+            EXPECT_EQ(shape.normals[i], i % 3 == 2 ? 1 : 0);
+        }
+    }
+}
+
+TEST(Scene, IsMadeOfStructuresOfAnySize) {
+    Model doubling; // of 60 levels
+    ExcBlockPtr around = doubling.plate;
+    for (std::uint64_t id = 100; id < 160; ++id) {
+        const ExcBlockPtr inner = doubling.addBlock(id, L"Level");
+        doubling.place(id, L"left", around);
+        doubling.place(id, L"right", around);
+        around = inner;
+    }
+    const Scene bounded = doubling.build();
+    EXPECT_EQ(bounded.instances.size(), mostInstances);
+    EXPECT_EQ(joined(bounded.warnings),
+              "the structure has more than 1000000 instances; the others are left out");
+
+    Model deep;
+    ExcVisuNodePtr node = deep.node;
+    around = deep.plate;
+    constexpr std::uint64_t levels = 1'000'000;
+    for (std::uint64_t i = 0; i < levels; ++i) {
+        const auto inner = std::make_shared<ExcVisuNode>();
+        node->addChildNode(inner);
+        node = inner;
+        if (i >= 100'000) continue;
+        const ExcBlockPtr block = deep.addBlock(10 + i, L"Level");
+        deep.place(10 + i, L"", around);
+        around = block;
+    }
+    node->setMesh(deep.node->mesh());
+    const Scene nested = deep.build();
+    EXPECT_EQ(nested.instances.size(), 100'002);
+    EXPECT_EQ(nested.parts[1].shape.faces.size(), 2);
+    EXPECT_EQ(joined(nested.warnings), "");
+}
+
+TEST(Scene, InheritsColoursFromWhatIsAround) {
+    Model model;
+    model.reference->setColor({10, 20, 30, 128});
+    const auto drawn = [&] {
+        const Scene scene = model.build();
+        const Look look = scene.parts[1].shape.faces[0].look.within(scene.instances[1].look);
+        return look.shown(plainSurface);
+    };
+    EXPECT_EQ(drawn(), (Color{10, 20, 30, 128}));
+    auto attributes = std::make_shared<ExcVisuAttributes>();
+    attributes->setColor(std::make_shared<ExcColor>(0xFFFF, 0, 0x8000)); // of 16 bits
+    model.node->setAttributes(attributes);
+    EXPECT_EQ(drawn(), (Color{255, 0, 128, 128}));
+    model.face->setColor({1, 2, 3, 255});
+    EXPECT_EQ(drawn(), (Color{1, 2, 3, 255}));
+    attributes->setHidden(true);
+    model.reference->setSuppressed(true);
+    const Scene scene = model.build();
+    EXPECT_TRUE(scene.parts[1].shape.faces[0].isHidden);
+    EXPECT_TRUE(scene.instances[1].isHidden);
+    EXPECT_EQ(pathOf(scene, 1), "Product/Plate:1");
+}
+
+TEST(Scene, PlacesWhatIsMirroredOrInAnotherUnit) {
+    Model model;
+    model.display->setUnits(ELengthUnitType::inch);
+    ExcTransformation mirror;
+    mirror.affine()[0].x() = -2;
+    mirror.translation().x() = 1;
+    model.node->setTransformation(std::make_shared<ExcTransformation>(mirror));
+    const Scene scene = model.build();
+    const Shape& shape = scene.parts[1].shape;
+    EXPECT_FLOAT_EQ(shape.vertices[3], -25.4F);
+    EXPECT_EQ(shape.normals[2], 1);
+    EXPECT_EQ(shape.triangles, (std::vector<std::uint32_t>{1, 0, 2, 2, 0, 3})); // counter-clockwise as before
+}
+
+TEST(Scene, ShowsInAViewItsOwnAnnotations) {
+    Model model;
+    model.addAnnotation(L"40");
+    model.addAnnotation(L"41");
+    ExcClippingPlane clipping;
+    clipping.setHasPlane(true);
+    clipping.setOrigin({0, 0, 7});
+    clipping.setVectorU({2, 0, 0});
+    clipping.setVectorV({0, 2, 0});
+    model.addView(L"Top", {L"41", L"42", L"nowhere"})->setClippingPlane(clipping);
+    auto data = std::make_shared<ExcBlockMechanicalData>();
+    data->setBlockId(3);
+    auto pmi = std::make_shared<ExcPMIData>();
+    auto set = std::make_shared<ExcPMIAnnotationSet>();
+    auto plane = std::make_shared<ExcPMIAnnotationView>();
+    plane->setOrigin({0, 0, 5});
+    plane->setVectorU({0, 1, 0});
+    plane->setVectorV({0, 0, 1});
+    for (const wchar_t* const id : {L"41", L"42"}) {
+        auto note = std::make_shared<ExcPMINote>();
+        note->setId(id);
+        note->setPosition({3, 4});
+        auto linked = std::make_shared<ExcEntity>();
+        linked->setType(ExcEntity::EType::fsp);
+        linked->fsp() = std::make_shared<ExcFullSubentPath>(17);
+        linked->fsp()->setSubentType(ExcFullSubentPath::ESubentType::face);
+        note->addLinkedElement(linked);
+        plane->addNote(note);
+    }
+    set->addView(plane);
+    pmi->addAnnotationSet(set);
+    data->setPMIData(pmi);
+    model.more.push_back(data);
+
+    const Scene scene = model.build();
+    const Part& part = scene.parts[1];
+    ASSERT_EQ(part.annotations.size(), 3); // the last one is only said
+    EXPECT_EQ(part.annotations[0].kind, "dimension diameter");
+    EXPECT_EQ(part.annotations[0].shape.lines[0].count, 4); // closed
+    EXPECT_FALSE(part.annotations[2].isDrawn());
+    EXPECT_EQ(part.annotations[1].links[0].id, "17");
+    EXPECT_EQ(part.annotations[2].plane.origin.y, 3);
+    EXPECT_EQ(part.annotations[2].plane.origin.z, 9);
+    ASSERT_EQ(part.views.size(), 1);
+    EXPECT_EQ(part.views[0].annotations, (std::vector<std::uint32_t>{1, 2}));
+    EXPECT_EQ(part.views[0].clipping, (std::array<double, 4>{0, 0, 1, -7}));
+    EXPECT_EQ(part.views[0].camera.height, 40);
+}
+
+} // namespace
+} // namespace zeq::scene

@@ -1,0 +1,284 @@
+// Batches of what is shown, without copies of the scene's arrays where colours come in runs.
+#include "depiction/depiction.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <span>
+#include <stdexcept>
+
+#include "depiction/views.h"
+#include "picture/picture.h"
+#include "strokes/annotation.h"
+#include "transport/utf8.h"
+
+namespace zeq::depiction {
+
+namespace {
+
+constexpr float edgeWidth = 1.3F, strokeWidth = 1.6F, markerSize = 5; ///< in pixels
+constexpr scene::Color plainAnnotation{24, 58, 140, 255};
+
+picture::Color toColor(const scene::Color& color) {
+    const auto channel = [](std::uint8_t value) { return static_cast<float>(value) / 255; };
+    return {channel(color.red), channel(color.green), channel(color.blue), channel(color.alpha)};
+}
+
+/// Of strokes, which many models have in white, for a dark ground: on a white one they take the plain colour.
+picture::Color toInk(const scene::Color& color, const scene::Color& plain) {
+    const bool isTooLight = std::min({color.red, color.green, color.blue}) > 200;
+    return toColor(isTooLight ? scene::Color{plain.red, plain.green, plain.blue, color.alpha} : color);
+}
+
+picture::Transform toTransform(const scene::Placement& placement) {
+    picture::Transform result;
+    std::size_t at = 0;
+    for (const scene::Vec& column : {placement.x, placement.y, placement.z, placement.origin})
+        for (const double value : {column.x, column.y, column.z})
+            result.columns[at++] = static_cast<float>(value);
+    return result;
+}
+
+/// Calls act(first, end, color) for each run of things beside each other that are shown in one colour.
+/// @param isAnnotation of these, what is drawn is chosen as a whole: a saved view shows what is hidden elsewhere
+template <class Thing, class Act>
+void forEachRun(const std::vector<Thing>& things, bool isAnnotation, const scene::Look& around,
+                scene::Color plain, Act act) {
+    const auto isShown = [&](std::size_t i) { return isAnnotation || !things[i].isHidden; };
+    const auto colorOf = [&](std::size_t i) { return things[i].look.within(around).shown(plain); };
+    for (std::size_t first = 0, end = 0; first < things.size(); first = end) {
+        end = first + 1;
+        if (!isShown(first)) continue;
+        const scene::Color color = colorOf(first);
+        while (end < things.size() && isShown(end) && colorOf(end) == color) ++end;
+        act(first, end, color);
+    }
+}
+
+/// Whether the closed polyline is flat and turns to one side only, so that a fan of triangles fills it.
+bool isConvex(std::span<const float> points) {
+    const std::size_t count = points.size() / 3 - 1; // the last one is the first one again
+    const auto at = [&](std::size_t i) {
+        const float* const p = &points[3 * (i % count)];
+        return scene::Vec{p[0], p[1], p[2]};
+    };
+    scene::Vec normal;
+    for (std::size_t i = 0; i < count; ++i) {
+        const scene::Vec turn = cross(at(i + 1) - at(i), at(i + 2) - at(i + 1));
+        if (dot(turn, normal) < 0) return false;
+        normal = normal + turn;
+    }
+    return length(normal) > 0;
+}
+
+} // namespace
+
+Depiction::Depiction(const scene::Scene& scene, const Wishes& wishes) : m_scene(scene), m_wishes(wishes) {
+    m_drawing.width = wishes.width;
+    m_drawing.height = wishes.height;
+    if (wishes.isTransparent) m_drawing.background = {0, 0, 0, 0};
+    if (standardSight(wishes.view, scene.up)) {
+        addInstances(nullptr, 0);
+        useSight(wishes);
+    } else {
+        const std::vector<SavedView> views = savedViews(scene);
+        const auto found = std::ranges::find_if(
+            views, [&](const SavedView& each) { return each.view->name == wishes.view; });
+        if (found == views.end()) {
+            std::string names;
+            for (const SavedView& each : views) names += ", " + each.view->name;
+            throw std::invalid_argument("there is no view '" + wishes.view +
+                                        "'; there are iso, front, back, left, right, top, bottom" + names);
+        }
+        addInstances(&found->view->annotations, found->instance);
+        useView(*found->view, scene.instances[found->instance].world);
+    }
+    if (wishes.section) cut(*wishes.section);
+}
+
+/// @param annotations those of the viewed instance that are shown, and no other; all if it is null
+void Depiction::addInstances(const std::vector<std::uint32_t>* annotations, std::uint32_t viewed) {
+    for (std::uint32_t i = 0; i < m_scene.instances.size(); ++i) {
+        const scene::Instance& instance = m_scene.instances[i];
+        if (instance.isHidden) continue;
+        const scene::Part& part = m_scene.parts[instance.part];
+        picture::Batch batch;
+        batch.transform = toTransform(instance.world);
+        addSurfaces(part.shape, batch, instance.look, i, true);
+        if (m_wishes.hasEdges) addRanges(part.shape, batch, instance.look, edgeWidth);
+        if (!m_wishes.hasAnnotations || (annotations && i != viewed)) continue;
+        if (annotations) {
+            for (const std::uint32_t at : *annotations)
+                addAnnotation(part.annotations[at], batch, instance.look);
+        } else {
+            for (const scene::Annotation& each : part.annotations)
+                if (!each.isHidden) addAnnotation(each, batch, instance.look);
+        }
+    }
+}
+
+void Depiction::addSurfaces(const scene::Shape& shape, const picture::Batch& batch, const scene::Look& around,
+                            std::uint64_t part, bool isLit) {
+    const scene::Color plain = isLit ? scene::plainSurface : plainAnnotation;
+    forEachRun(
+        shape.faces, !isLit, around, plain, [&](std::size_t first, std::size_t end, scene::Color color) {
+            const scene::Face &from = shape.faces[first], &to = shape.faces[end - 1];
+            const std::size_t start = 3 * static_cast<std::size_t>(from.firstVertex);
+            const std::size_t size = 3 * (static_cast<std::size_t>(to.firstVertex) + to.vertices) - start;
+            const std::size_t firstCorner = 3 * static_cast<std::size_t>(from.firstTriangle);
+            picture::Triangles run;
+            static_cast<picture::Batch&>(run) = batch;
+            run.color = isLit ? toColor(color) : toInk(color, plain);
+            run.positions = std::span(shape.vertices).subspan(start, size);
+            run.normals = std::span(shape.normals).subspan(start, size);
+            run.indices =
+                std::span(shape.triangles)
+                    .subspan(firstCorner,
+                             3 * (static_cast<std::size_t>(to.firstTriangle) + to.triangles) - firstCorner);
+            run.firstIndex = from.firstVertex;
+            run.part = part;
+            run.isLit = isLit;
+            m_drawing.triangles.push_back(run);
+        });
+}
+
+void Depiction::addRanges(const scene::Shape& shape, const picture::Batch& batch, const scene::Look& around,
+                          float width) {
+    const auto pointsOf = [](const std::vector<float>& points, const scene::PointRange& from,
+                             const scene::PointRange& to) {
+        const std::size_t start = 3 * static_cast<std::size_t>(from.first);
+        return std::span(points).subspan(start, 3 * (static_cast<std::size_t>(to.first) + to.count) - start);
+    };
+    const scene::Color plain = batch.isOnTop ? plainAnnotation : scene::plainLine;
+    forEachRun(shape.lines, batch.isOnTop, around, plain,
+               [&](std::size_t first, std::size_t end, scene::Color color) {
+                   std::vector<std::uint32_t>& lengths = m_numbers.emplace_back();
+                   for (std::size_t i = first; i < end; ++i) lengths.push_back(shape.lines[i].count);
+                   picture::Lines run;
+                   static_cast<picture::Batch&>(run) = batch;
+                   run.color = toInk(color, plain);
+                   run.points = pointsOf(shape.linePoints, shape.lines[first], shape.lines[end - 1]);
+                   run.lengths = lengths;
+                   run.width = width;
+                   m_drawing.lines.push_back(run);
+               });
+    forEachRun(shape.markers, batch.isOnTop, around, plain,
+               [&](std::size_t first, std::size_t end, scene::Color color) {
+                   picture::Points run;
+                   static_cast<picture::Batch&>(run) = batch;
+                   run.color = toInk(color, plain);
+                   run.points = pointsOf(shape.markerPoints, shape.markers[first], shape.markers[end - 1]);
+                   run.size = markerSize;
+                   m_drawing.points.push_back(run);
+               });
+}
+
+/// Areas that a line bounds, as those of arrow heads. Of one that is not convex the border alone is drawn.
+void Depiction::addFillings(const scene::Shape& shape, const picture::Batch& batch,
+                            const scene::Look& around) {
+    for (const scene::PointRange& line : shape.lines) {
+        const auto points =
+            std::span(shape.linePoints)
+                .subspan(3 * static_cast<std::size_t>(line.first), 3 * static_cast<std::size_t>(line.count));
+        if (!line.isFilled || line.count < 4 || !isConvex(points)) continue;
+        std::vector<std::uint32_t>& fan = m_numbers.emplace_back();
+        for (std::uint32_t i = 2; i + 1 < line.count; ++i) fan.insert(fan.end(), {0, i - 1, i});
+        picture::Triangles area;
+        static_cast<picture::Batch&>(area) = batch;
+        area.color = toInk(line.look.within(around).shown(plainAnnotation), plainAnnotation);
+        area.positions = points;
+        area.indices = fan;
+        area.isLit = false;
+        m_drawing.triangles.push_back(area);
+    }
+}
+
+void Depiction::addText(const scene::Text& text, const picture::Batch& batch, const scene::Look& around) {
+    const strokes::Figure figure =
+        strokes::layout(transport::fromUtf8(text.text), static_cast<float>(text.height));
+    const scene::Vec along = unit(text.direction), upwards = unit(cross(text.normal, text.direction));
+    const auto place = [&](std::vector<float>& to, const strokes::Point& point) {
+        const scene::Vec p = text.anchor + point.x * along + point.y * upwards;
+        to.insert(to.end(), {static_cast<float>(p.x), static_cast<float>(p.y), static_cast<float>(p.z)});
+    };
+    const picture::Color color = toInk(text.look.within(around).shown(plainAnnotation), plainAnnotation);
+    picture::Lines lines;
+    static_cast<picture::Batch&>(lines) = batch;
+    lines.color = color;
+    lines.width = strokeWidth;
+    std::vector<float>& points = m_floats.emplace_back();
+    std::vector<std::uint32_t>& lengths = m_numbers.emplace_back();
+    for (const strokes::Polyline& line : figure.lines) {
+        for (const strokes::Point& point : line) place(points, point);
+        lengths.push_back(static_cast<std::uint32_t>(line.size()));
+    }
+    lines.points = points;
+    lines.lengths = lengths;
+    m_drawing.lines.push_back(lines);
+
+    picture::Triangles areas;
+    static_cast<picture::Batch&>(areas) = batch;
+    areas.color = color;
+    areas.isLit = false;
+    std::vector<float>& corners = m_floats.emplace_back();
+    std::vector<std::uint32_t>& indices = m_numbers.emplace_back();
+    for (const auto& triangle : figure.triangles)
+        for (const strokes::Point& corner : triangle) {
+            indices.push_back(static_cast<std::uint32_t>(indices.size()));
+            place(corners, corner);
+        }
+    areas.positions = corners;
+    areas.indices = indices;
+    if (!indices.empty()) m_drawing.triangles.push_back(areas);
+}
+
+void Depiction::addAnnotation(const scene::Annotation& annotation, picture::Batch batch,
+                              const scene::Look& around) {
+    batch.isOnTop = true;
+    batch.isCut = false;
+    const scene::Look look = annotation.look.within(around);
+    addSurfaces(annotation.shape, batch, look, 0, false);
+    addRanges(annotation.shape, batch, look, strokeWidth);
+    addFillings(annotation.shape, batch, look);
+    for (const scene::Text& text : annotation.texts) addText(text, batch, look);
+}
+
+void Depiction::useSight(const Wishes& wishes) {
+    const Sight sight = *standardSight(wishes.view, m_scene.up);
+    m_drawing.camera = picture::fittedCamera(m_drawing, sight.direction, sight.up);
+}
+
+void Depiction::useView(const scene::View& view, const scene::Placement& world) {
+    const scene::Camera& camera = view.camera;
+    const scene::Vec eye = world(camera.eye), target = world(camera.target);
+    const double scale = std::cbrt(std::abs(world.determinant()));
+    const picture::Vector direction = toVector(target - eye), up = toVector(world.direction(camera.up));
+    const bool isPerspective = camera.isPerspective && camera.angle > 0 && camera.angle < 170;
+    const double height = isPerspective
+                              ? 2 * length(target - eye) * std::tan(camera.angle * std::numbers::pi / 360)
+                              : camera.height * scale;
+    if (height > 0 && std::isfinite(height))
+        m_drawing.camera = {isPerspective, toVector(eye), toVector(target), up, static_cast<float>(height)};
+    else
+        m_drawing.camera = picture::fittedCamera(m_drawing, direction, up, camera.isPerspective);
+    if (!view.clipping) return;
+    const auto& [a, b, c, d] = *view.clipping;
+    const scene::Vec normal{a, b, c};
+    if (const double square = dot(normal, normal); square > 0 && std::isfinite(square))
+        m_drawing.section =
+            picture::Section{toVector(world(-d / square * normal)), toVector(world.normal(normal))};
+}
+
+void Depiction::cut(const SectionWish& wish) {
+    const picture::Camera& camera = m_drawing.camera;
+    const auto along = [&](picture::Vector v) { return wish.axis == 0 ? v.x : wish.axis == 1 ? v.y : v.z; };
+    const float side = along(camera.eye) < along(camera.target) ? -1.0F : 1.0F;
+    picture::Section section;
+    section.point = camera.target;
+    float& at = wish.axis == 0 ? section.point.x : wish.axis == 1 ? section.point.y : section.point.z;
+    if (wish.at) at = static_cast<float>(*wish.at);
+    (wish.axis == 0 ? section.normal.x : wish.axis == 1 ? section.normal.y : section.normal.z) = side;
+    m_drawing.section = section;
+}
+
+} // namespace zeq::depiction

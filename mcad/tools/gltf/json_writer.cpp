@@ -1,0 +1,71 @@
+// The last character tells whether a comma is due.
+#include "gltf/json_writer.h"
+
+#include <array>
+#include <charconv>
+
+#include "text/text.h"
+
+namespace zeq::gltf {
+
+namespace {
+
+template <class Number>
+void append(std::string& text, Number number) {
+    std::array<char, 32> digits; // NOLINT: only what is written is read
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    text.append(digits.data(), end);
+}
+
+} // namespace
+
+void JsonWriter::separate() {
+    if (m_text.empty()) return;
+    const char last = m_text.back();
+    if (last != '{' && last != '[' && last != ':') m_text += ',';
+}
+
+JsonWriter& JsonWriter::open(char bracket) {
+    separate();
+    m_text += bracket;
+    return *this;
+}
+
+JsonWriter& JsonWriter::close(char bracket) {
+    m_text += bracket;
+    return *this;
+}
+
+JsonWriter& JsonWriter::key(std::string_view name) {
+    separate();
+    m_text.append("\"").append(name).append("\":");
+    return *this;
+}
+
+JsonWriter& JsonWriter::value(std::string_view text) { return raw(text::jsonString(text)); }
+
+JsonWriter& JsonWriter::value(double number) {
+    separate();
+    append(m_text, number + 0.0); // no negative zero
+    return *this;
+}
+
+JsonWriter& JsonWriter::value(float number) {
+    separate();
+    append(m_text, number + 0.0F);
+    return *this;
+}
+
+JsonWriter& JsonWriter::integer(std::uint64_t number) {
+    separate();
+    append(m_text, number);
+    return *this;
+}
+
+JsonWriter& JsonWriter::raw(std::string_view json) {
+    separate();
+    m_text += json;
+    return *this;
+}
+
+} // namespace zeq::gltf

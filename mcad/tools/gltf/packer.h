@@ -1,0 +1,87 @@
+// Shapes as accessors of one buffer.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <limits>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "gltf/json_writer.h"
+#include "scene/scene.h"
+
+namespace zeq::gltf {
+
+/// What is drawn with one colour, and the accessors that hold it.
+struct Primitive {
+    enum class Mode : unsigned {
+        points = 0,
+        lines = 1,
+        triangles = 4
+    };
+    Mode mode = Mode::triangles;
+    scene::Look look;
+    std::uint32_t positions = scene::none;
+    std::uint32_t normals = scene::none;
+    std::uint32_t indices = scene::none;
+    std::string extras; ///< which faces or edges it shows
+};
+
+struct PackedShape {
+    std::vector<Primitive> primitives;
+    bool inheritsColor = false;   ///< some primitive has the colour of what is around
+    bool inheritsOpacity = false; ///< or the opacity
+    std::array<float, 3> low = filled(std::numeric_limits<float>::max()); ///< a corner of its box in metres,
+    std::array<float, 3> high =
+        filled(std::numeric_limits<float>::lowest()); ///< below the other if it is empty
+    std::size_t triangles = 0;
+    std::size_t hidden = 0; ///< faces, lines and markers that are left out as hidden
+
+    bool isEmpty() const { return primitives.empty(); }
+    static std::array<float, 3> filled(float value) { return {value, value, value}; }
+};
+
+/// Collects shapes, then lays them out in one buffer. The shapes must outlive it.
+class Packer {
+public:
+    /// @return its index for operator[]
+    std::uint32_t add(const scene::Shape& shape);
+    /// @param meters of the unit of the shapes
+    /// @throws std::length_error for a buffer of 4 GiB and more, which no file can have
+    void pack(double meters);
+
+    const PackedShape& operator[](std::uint32_t index) const { return m_shapes[index]; }
+    const std::string& buffer() const { return m_buffer; }
+    std::string takeBuffer() { return std::move(m_buffer); }
+    const JsonList& accessors() const { return m_accessors; }
+    const JsonList& views() const { return m_views; }
+
+private:
+    /// Items of one look, which become one primitive.
+    struct Plan {
+        std::uint32_t shape = 0;
+        Primitive primitive;
+        std::vector<std::uint32_t> items; ///< faces, lines or markers
+        std::size_t points = 0;
+        std::size_t indices = 0;
+        std::size_t positionsAt = 0, normalsAt = 0, indicesAt = 0; ///< within their views
+
+        bool isShort() const { return points <= 0xFFFF; } ///< the greatest index must not be 0xFFFF
+    };
+    template <class Item>
+    void plan(std::uint32_t shape, Primitive::Mode mode, const std::vector<Item>& items);
+    void layOut();
+    void fill(Plan& plan);
+    void addView(std::size_t offset, std::size_t size, unsigned target, bool isVectors);
+
+    std::vector<const scene::Shape*> m_sources;
+    std::vector<PackedShape> m_shapes;
+    std::vector<Plan> m_plans;
+    std::string m_buffer;
+    std::size_t m_normalsBegin = 0, m_indicesBegin = 0;
+    float m_meters = 1;
+    JsonList m_accessors, m_views;
+};
+
+} // namespace zeq::gltf
