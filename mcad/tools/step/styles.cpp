@@ -23,6 +23,14 @@ constexpr NamedColor namedColors[]{{L"red", {255, 0, 0}},       {L"green", {0, 2
                                    {L"magenta", {255, 0, 255}}, {L"cyan", {0, 255, 255}},
                                    {L"black", {0, 0, 0}},       {L"white", {255, 255, 255}}};
 
+/// What lines on a surface look like says nothing of the surface.
+bool isOfLinesOnSurface(const Instance& style) {
+    constexpr std::string_view types[]{"SURFACE_STYLE_BOUNDARY", "SURFACE_STYLE_PARAMETER_LINE",
+                                       "SURFACE_STYLE_CONTROL_GRID", "SURFACE_STYLE_SILHOUETTE",
+                                       "SURFACE_STYLE_SEGMENTATION_CURVE"};
+    return std::ranges::any_of(types, [&style](std::string_view type) { return style.is(type); });
+}
+
 std::optional<ExcColor> readColor(const Instance& instance) {
     if (instance.is("COLOUR_RGB")) {
         std::array<double, 3> parts{};
@@ -66,6 +74,7 @@ Style readStyle(const StepFile& file, const Instance& styledItem) {
     constexpr std::size_t most = 64; // a damaged file may lead in circles
     for (std::size_t i = 0; i < pending.size() && i < most; ++i) {
         const Instance at = pending[i];
+        if (isOfLinesOnSurface(at)) continue;
         if (const auto color = readColor(at)) {
             if (!style.color) style.color = color;
             continue;
