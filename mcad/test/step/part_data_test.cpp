@@ -213,7 +213,7 @@ TEST(PartData, SaysWhatTheFileSays) {
          "#64=COLOUR_RGB('',1.,0.,0.);#65=COLOUR_RGB('',0.,1.,0.);#66=COLOUR_RGB('',0.,0.,1.);"
          "#70=ADVANCED_FACE('Cover "
          "1',(),#20,.T.);#71=OPEN_SHELL('',(#70));#72=CONTEXT_DEPENDENT_INVISIBILITY((#54),#6);",
-         "#1\n  layer 5 '5': 12\n  #10 '' hidden line 0 0\n  12 '' hidden line 0 0\n  17 '' line 2 0.5\n"
+         "#1\n  layer 5 '5': 12\n  #10 '' hidden line 0 0\n  12 '' hidden line 0 0\n  17 '' line 2 0.05\n"
          "lost properties: how it is named or shown, as it belongs to no part #70\n"
          "lost properties: what is hidden only in some views is shown #72\ncolours 2\n"},
         {"circles of references end",

@@ -77,7 +77,10 @@ int ImportJob::run(const InputFile& input) {
     sendStructure(name);
     int errors = m_model.errors;
     if (m_settings.geometry) errors += sendGeometry();
-    if (m_settings.display) errors += sendScenes();
+    if (m_settings.display) {
+        errors += sendScenes();
+        sendScenesOfAssemblies();
+    }
     const bool isNamed = m_settings.mapping || !m_model.directory.empty();
     if (isNamed && (m_settings.geometry || m_settings.display)) sendMappings();
     if (m_settings.rootDisplay) sendRootScene();
@@ -174,27 +177,40 @@ void ImportJob::account(const BuildNotes& notes) {
         m_contents.report.addLost("faces", wideText(face.reason), 1, L"#" + std::to_wstring(face.number));
 }
 
+void ImportJob::sendScene(const ExcBlock& block, const ExcVisualizationDataPtr& scene) {
+    scene->setUnits(m_model.lengthUnit.type);
+    scene->sceneRootNodes().front()->setGroupName(block.name());
+    const auto display = std::make_shared<ExcBlockVisualization>();
+    display->setBlockId(block.id());
+    display->setVisualizationData(scene);
+    m_channel.send(display);
+}
+
+void ImportJob::sendScenesOfAssemblies() {
+    for (const auto& [blockId, product] : m_contents.products) {
+        const ExcBlockPtr block = m_structure.product->getBlockById(blockId);
+        ExcVisualizationDataPtr scene;
+        if (!block || block->isPart() || product.isRootAssembly) continue;
+        addAnnotations(product.annotations, scene);
+        if (scene) sendScene(*block, scene);
+    }
+}
+
 int ImportJob::sendScenes() {
     m_reporter.beginStage(L"Sending display data");
-    const auto sendScene = [&](const Structure::Part& part, const ExcVisualizationDataPtr& shape) {
-        const ExcVisualizationDataPtr scene = complete(part, shape);
-        if (!scene) return;
-        scene->sceneRootNodes().front()->setGroupName(part.block->name());
-        const auto display = std::make_shared<ExcBlockVisualization>();
-        display->setBlockId(part.block->id());
-        display->setVisualizationData(scene);
-        m_channel.send(display);
+    const auto sendWhole = [&](const Structure::Part& part, const ExcVisualizationDataPtr& shape) {
+        if (const ExcVisualizationDataPtr scene = complete(part, shape)) sendScene(*part.block, scene);
     };
     const auto send = [&](const Structure::Part& part) {
-        if (!m_settings.tessellation) return sendScene(part, nullptr);
+        if (!m_settings.tessellation) return sendWhole(part, nullptr);
         ExcVisualizationDataPtr shape;
         try {
             shape = showShape(part);
         } catch (...) { // what else there is to show travels all the same
-            sendScene(part, nullptr);
+            sendWhole(part, nullptr);
             throw;
         }
-        sendScene(part, shape);
+        sendWhole(part, shape);
     };
     return forEachPart(L"display data of its shape", ELogEventLevelType::error, send);
 }
@@ -221,7 +237,6 @@ ExcVisualizationDataPtr ImportJob::complete(const Structure::Part& part, ExcVisu
     if (isKnown && product->second.mesh) addTriangles(product->second.mesh, scene);
     if (scene) addColors(*scene, m_colors);
     if (isKnown) addAnnotations(product->second.annotations, scene);
-    if (scene) scene->setUnits(m_model.lengthUnit.type);
     return scene;
 }
 

@@ -38,6 +38,9 @@ private:
     /// Each sends something of each part and returns for how many that failed.
     int sendGeometry();
     int sendScenes();
+    /// What is drawn on assemblies, but for that of the root, whose scene is that of the whole.
+    void sendScenesOfAssemblies();
+    void sendScene(const ExcBlock& block, const ExcVisualizationDataPtr& scene);
     void sendMappings();
     void sendRootScene();
     void sendReport();

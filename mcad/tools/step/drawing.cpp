@@ -216,7 +216,7 @@ private:
         }
         if (at) return End{*at, 0};
         if (!parameter) return std::nullopt;
-        // The unit of an angle as parameter is that of the context, which is degrees where it is so large.
+        // In radians, as nearly all files have angles.
         if (size) return End{{}, *parameter};
         const auto origin = readVector(m_file.at(attribute(basis, "LINE", 1, 0)));
         const Instance vector = m_file.at(attribute(basis, "LINE", 1, 1));

@@ -105,7 +105,7 @@ public:
                     for (const Instance& edge : edgesOf(item))
                         if (auto* const info = informationOf(edge)) {
                             info->setLineType(lineType(style.line));
-                            info->setLineThickness(style.width);
+                            info->setLineThickness(travelling(edge, style.width));
                         }
             }
     }
@@ -137,6 +137,12 @@ private:
         Instance product;
         ExcTopologicalEntityInformationPtr information;
     };
+
+    /// A length that is said of an item.
+    double travelling(const Instance& item, double length) {
+        const double unit = m_reading.owners.ofItem(item).millimeters;
+        return unit > 0 ? length * unit / m_reading.file.millimeters() : length;
+    }
 
     /// Null when it belongs to no part.
     ExcTopologicalEntityInformation* informationOf(const Instance& item) {

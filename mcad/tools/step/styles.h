@@ -12,7 +12,7 @@ namespace zeq::step {
 
 struct Style {
     std::optional<ExcColor> color;
-    double width = 0; ///< of lines, in the unit that travels; 0 for none said
+    double width = 0; ///< of lines, in the unit of the file; 0 for none said
     ExcVisuLineAttribute::ELineStyle line = ExcVisuLineAttribute::ELineStyle::undefined;
     std::wstring font; ///< of texts; empty for none said
 };
