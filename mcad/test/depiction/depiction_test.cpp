@@ -47,30 +47,6 @@ TEST(Depiction, ShowsWhatIsNotHiddenAndWhatIsWishedFor) {
     EXPECT_EQ(counts(all), (std::array<std::size_t, 3>{0, 0, 0}));
 }
 
-TEST(Depiction, TextsBecomeStrokesInTheirPlane) {
-    Model model;
-    model.addAnnotation(L"7");
-    scene::Scene scene = model.build();
-    scene::Text text;
-    text.text = "⌖H";
-    text.anchor = {5, 0, 0};
-    text.direction = {0, 1, 0};
-    text.normal = {1, 0, 0};
-    text.height = 2;
-    scene.parts.back().annotations[0].texts.push_back(text);
-    const Depiction depiction(scene, {});
-    const picture::Lines& lines = depiction.drawing().lines.back();
-    EXPECT_TRUE(lines.isOnTop);
-    ASSERT_GT(lines.points.size(), 30U);
-    float highest = 0;
-    for (std::size_t i = 0; i < lines.points.size(); i += 3) {
-        EXPECT_FLOAT_EQ(lines.points[i], 5); // upwards is z
-        EXPECT_GE(lines.points[i + 1], 0);
-        highest = std::max(highest, lines.points[i + 2]);
-    }
-    EXPECT_NEAR(highest, 2, 0.2);
-}
-
 TEST(Depiction, ASavedViewBringsItsCameraItsPlaneAndItsAnnotations) {
     Model model;
     model.addAnnotation(L"7");

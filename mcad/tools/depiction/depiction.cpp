@@ -9,8 +9,6 @@
 
 #include "depiction/views.h"
 #include "picture/picture.h"
-#include "strokes/annotation.h"
-#include "transport/utf8.h"
 
 namespace zeq::depiction {
 
@@ -53,22 +51,6 @@ void forEachRun(const std::vector<Thing>& things, bool isAnnotation, const scene
         while (end < things.size() && isShown(end) && colorOf(end) == color) ++end;
         act(first, end, color);
     }
-}
-
-/// Whether the closed polyline is flat and turns to one side only, so that a fan of triangles fills it.
-bool isConvex(std::span<const float> points) {
-    const std::size_t count = points.size() / 3 - 1; // the last one is the first one again
-    const auto at = [&](std::size_t i) {
-        const float* const p = &points[3 * (i % count)];
-        return scene::Vec{p[0], p[1], p[2]};
-    };
-    scene::Vec normal;
-    for (std::size_t i = 0; i < count; ++i) {
-        const scene::Vec turn = cross(at(i + 1) - at(i), at(i + 2) - at(i + 1));
-        if (dot(turn, normal) < 0) return false;
-        normal = normal + turn;
-    }
-    return length(normal) > 0;
 }
 
 } // namespace
@@ -173,65 +155,6 @@ void Depiction::addRanges(const scene::Shape& shape, const picture::Batch& batch
                });
 }
 
-/// Areas that a line bounds, as those of arrow heads. Of one that is not convex the border alone is drawn.
-void Depiction::addFillings(const scene::Shape& shape, const picture::Batch& batch,
-                            const scene::Look& around) {
-    for (const scene::PointRange& line : shape.lines) {
-        const auto points =
-            std::span(shape.linePoints)
-                .subspan(3 * static_cast<std::size_t>(line.first), 3 * static_cast<std::size_t>(line.count));
-        if (!line.isFilled || line.count < 4 || !isConvex(points)) continue;
-        std::vector<std::uint32_t>& fan = m_numbers.emplace_back();
-        for (std::uint32_t i = 2; i + 1 < line.count; ++i) fan.insert(fan.end(), {0, i - 1, i});
-        picture::Triangles area;
-        static_cast<picture::Batch&>(area) = batch;
-        area.color = toInk(line.look.within(around).shown(plainAnnotation), plainAnnotation);
-        area.positions = points;
-        area.indices = fan;
-        area.isLit = false;
-        m_drawing.triangles.push_back(area);
-    }
-}
-
-void Depiction::addText(const scene::Text& text, const picture::Batch& batch, const scene::Look& around) {
-    const strokes::Figure figure =
-        strokes::layout(transport::fromUtf8(text.text), static_cast<float>(text.height));
-    const scene::Vec along = unit(text.direction), upwards = unit(cross(text.normal, text.direction));
-    const auto place = [&](std::vector<float>& to, const strokes::Point& point) {
-        const scene::Vec p = text.anchor + point.x * along + point.y * upwards;
-        to.insert(to.end(), {static_cast<float>(p.x), static_cast<float>(p.y), static_cast<float>(p.z)});
-    };
-    const picture::Color color = toInk(text.look.within(around).shown(plainAnnotation), plainAnnotation);
-    picture::Lines lines;
-    static_cast<picture::Batch&>(lines) = batch;
-    lines.color = color;
-    lines.width = strokeWidth;
-    std::vector<float>& points = m_floats.emplace_back();
-    std::vector<std::uint32_t>& lengths = m_numbers.emplace_back();
-    for (const strokes::Polyline& line : figure.lines) {
-        for (const strokes::Point& point : line) place(points, point);
-        lengths.push_back(static_cast<std::uint32_t>(line.size()));
-    }
-    lines.points = points;
-    lines.lengths = lengths;
-    m_drawing.lines.push_back(lines);
-
-    picture::Triangles areas;
-    static_cast<picture::Batch&>(areas) = batch;
-    areas.color = color;
-    areas.isLit = false;
-    std::vector<float>& corners = m_floats.emplace_back();
-    std::vector<std::uint32_t>& indices = m_numbers.emplace_back();
-    for (const auto& triangle : figure.triangles)
-        for (const strokes::Point& corner : triangle) {
-            indices.push_back(static_cast<std::uint32_t>(indices.size()));
-            place(corners, corner);
-        }
-    areas.positions = corners;
-    areas.indices = indices;
-    if (!indices.empty()) m_drawing.triangles.push_back(areas);
-}
-
 void Depiction::addAnnotation(const scene::Annotation& annotation, picture::Batch batch,
                               const scene::Look& around) {
     batch.isOnTop = true;
@@ -239,8 +162,6 @@ void Depiction::addAnnotation(const scene::Annotation& annotation, picture::Batc
     const scene::Look look = annotation.look.within(around);
     addSurfaces(annotation.shape, batch, look, 0, false);
     addRanges(annotation.shape, batch, look, strokeWidth);
-    addFillings(annotation.shape, batch, look);
-    for (const scene::Text& text : annotation.texts) addText(text, batch, look);
 }
 
 void Depiction::useSight(const Wishes& wishes) {

@@ -43,8 +43,6 @@ private:
                      std::uint64_t part, bool isLit);
     void addRanges(const scene::Shape& shape, const picture::Batch& batch, const scene::Look& around,
                    float width);
-    void addFillings(const scene::Shape& shape, const picture::Batch& batch, const scene::Look& around);
-    void addText(const scene::Text& text, const picture::Batch& batch, const scene::Look& around);
     void addAnnotation(const scene::Annotation& annotation, picture::Batch batch, const scene::Look& around);
     void useSight(const Wishes& wishes);
     void useView(const scene::View& view, const scene::Placement& world);
@@ -53,8 +51,7 @@ private:
     const scene::Scene& m_scene;
     const Wishes& m_wishes;
     picture::Drawing m_drawing;
-    std::deque<std::vector<float>> m_floats; ///< places stay
-    std::deque<std::vector<std::uint32_t>> m_numbers;
+    std::deque<std::vector<std::uint32_t>> m_numbers; ///< places stay
 };
 
 } // namespace zeq::depiction

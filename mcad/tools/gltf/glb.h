@@ -27,7 +27,7 @@ struct Glb {
 ///
 /// - at the top the `blocks` with names and properties;
 /// - in nodes of instances `block`, `id`, properties, and `hidden` if they are;
-/// - in those of annotations `kind`, `id`, `texts`, linked `faces` and `edges`, the `views` that show them, `hidden`;
+/// - in those of annotations `kind`, `id`, `value` (see scene::Annotation), linked `faces` and `edges`, the `views` that show them, `hidden`;
 /// - in those of views `id`, `annotations`, `active` for the one to begin with, and `clipping`: (a, b, c, d) in the
 ///   coordinates of the parent as in scene::View;
 /// - in primitives `faces`, and how many `triangles` each has, one behind the other; or `edges` and `segments`.

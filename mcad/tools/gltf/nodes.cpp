@@ -206,13 +206,12 @@ Nodes::Children Nodes::addAnnotations(const Instance& instance) {
         }
         json.member("kind", annotation.kind);
         writeTextUnlessEmpty(json, "id", annotation.id);
-        std::vector<std::string> texts, faces, edges;
-        for (const scene::Text& text : annotation.texts) texts.push_back(text.text);
+        writeTextUnlessEmpty(json, "value", annotation.value);
+        std::vector<std::string> faces, edges;
         for (const scene::Link& link : annotation.links) {
             if (link.kind == scene::Link::Kind::face) faces.push_back(link.id);
             if (link.kind == scene::Link::Kind::edge) edges.push_back(link.id);
         }
-        writeTexts(json, "texts", texts);
         writeTexts(json, "faces", faces);
         writeTexts(json, "edges", edges);
         writeTexts(json, "views", views[i]);
