@@ -1,6 +1,7 @@
 // What pictures of a small model show.
 #include "depiction/depiction.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 #include <gtest/gtest.h>
@@ -93,17 +94,47 @@ TEST(Depiction, SectionsCutAwayWhatIsBeforeThem) {
         }
 }
 
+TEST(Depiction, ASavedViewIsWideEnoughForItsAnnotations) {
+    Model model;
+    const ExcVisuPMIPtr annotation = model.addAnnotation(L"7");
+    auto far = std::make_shared<ExcVisuEdge>();
+    far->setPoints({0, 0, 9, 50, 0, 9}); // of a window of 40 by 30
+    annotation->setEdges({far});
+    model.addView(L"Detail", {L"7"})->setAnnotationIds({L"7"});
+    const scene::Scene scene = model.build();
+    Wishes wishes;
+    wishes.view = "Detail";
+    wishes.width = 400;
+    wishes.height = 300;
+    EXPECT_NEAR(Depiction(scene, wishes).drawing().camera.height, 40 * 50 / (40 * 4.0 / 3 / 2) * 1.03, 0.01);
+}
+
+TEST(Depiction, EveryViewHasAName) {
+    Model model;
+    for (const wchar_t* name : {L"A", L"A", L"top", L"A (2)"}) model.addView(name, {});
+    const scene::Scene scene = model.build();
+    std::string names;
+    for (const NamedView& view : allViews(scene))
+        if (view.saved) names += view.name + ", ";
+    EXPECT_EQ(names, "A, A (2), top (2), A (2) (2), ");
+}
+
 TEST(Depiction, StandardViewsStandUpright) {
     for (const EWorldOrientation up :
          {EWorldOrientation::up_x, EWorldOrientation::up_y, EWorldOrientation::up_z}) {
         const auto height = [up](picture::Vector v) {
             return up == EWorldOrientation::up_x ? v.x : up == EWorldOrientation::up_y ? v.y : v.z;
         };
-        EXPECT_EQ(height(standardSight("front", up)->up), 1);
-        EXPECT_EQ(height(standardSight("front", up)->direction), 0);
-        EXPECT_EQ(height(standardSight("top", up)->direction), -1);
+        scene::Scene scene;
+        scene.up = up;
+        const std::vector<NamedView> views = allViews(scene);
+        const auto sight = [&views](const char* name) {
+            return std::ranges::find(views, name, &NamedView::name)->sight;
+        };
+        EXPECT_EQ(height(sight("front").up), 1);
+        EXPECT_EQ(height(sight("front").direction), 0);
+        EXPECT_EQ(height(sight("top").direction), -1);
     }
-    EXPECT_FALSE(standardSight("Front", EWorldOrientation::up_z));
 }
 
 } // namespace

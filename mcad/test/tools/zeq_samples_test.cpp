@@ -403,6 +403,28 @@ TEST_F(ZeqSamples, AreShownAsPictures) {
     }
 }
 
+TEST_F(ZeqSamples, EveryViewAndEveryImportCanHaveAPicture) {
+    const auto isPicture = [](const std::string& path) {
+        std::ifstream stream(path, std::ios::binary);
+        return std::string{std::istreambuf_iterator<char>(stream), {}}.starts_with("\x89PNG");
+    };
+    const std::string bracket = sample("bracket_pmi.stp"), directory = sample("views/of bracket");
+    EXPECT_EQ(zeq({"picture", bracket, "--all-views", directory, "--size", "60x40"}).exitCode, 0);
+    for (const char* const view : {"iso", "front", "back", "left", "right", "top", "bottom", "FRONT"})
+        EXPECT_TRUE(isPicture(directory + "/" + view + ".png")) << view;
+    const RunResult again = zeq({"picture", bracket, "--all-views", directory, "--size", "60x40"});
+    EXPECT_EQ(again.exitCode, 3);
+    EXPECT_NE(again.errors.find("it exists already"), std::string::npos) << again.errors;
+    EXPECT_EQ(zeq({"picture", bracket, "--all-views", directory, "--view", "iso"}).exitCode, 2);
+    EXPECT_EQ(zeq({"picture", bracket, "--all-views", directory, "-o", sample("one.png")}).exitCode, 2);
+
+    const std::string png = sample("imported.png");
+    const RunResult import = zeq({"import", bracket, "--picture", png});
+    EXPECT_EQ(import.exitCode, 0) << import.errors;
+    EXPECT_NE(import.output.find("Topology"), std::string::npos) << import.output;
+    EXPECT_TRUE(isPicture(png));
+}
+
 TEST_F(ZeqSamples, AFileNameOfThreeByteCharactersSurvives) {
     const std::string file = sample("部品図面組立構造.stp");
     fs::copy_file(sample("jaw_plate.stp"), file);

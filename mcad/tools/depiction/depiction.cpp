@@ -59,21 +59,19 @@ Depiction::Depiction(const scene::Scene& scene, const Wishes& wishes) : m_scene(
     m_drawing.width = wishes.width;
     m_drawing.height = wishes.height;
     if (wishes.isTransparent) m_drawing.background = {0, 0, 0, 0};
-    if (standardSight(wishes.view, scene.up)) {
-        addInstances(nullptr, 0);
-        useSight(wishes);
+    const std::vector<NamedView> views = allViews(scene);
+    const auto view = std::ranges::find(views, wishes.view, &NamedView::name);
+    if (view == views.end()) {
+        std::string names;
+        for (const NamedView& each : views) names += (names.empty() ? "" : ", ") + each.name;
+        throw std::invalid_argument("there is no view '" + wishes.view + "'; there are " + names);
+    }
+    if (view->saved) {
+        addInstances(&view->saved->annotations, view->instance);
+        useView(*view->saved, scene.instances[view->instance].world);
     } else {
-        const std::vector<SavedView> views = savedViews(scene);
-        const auto found = std::ranges::find_if(
-            views, [&](const SavedView& each) { return each.view->name == wishes.view; });
-        if (found == views.end()) {
-            std::string names;
-            for (const SavedView& each : views) names += ", " + each.view->name;
-            throw std::invalid_argument("there is no view '" + wishes.view +
-                                        "'; there are iso, front, back, left, right, top, bottom" + names);
-        }
-        addInstances(&found->view->annotations, found->instance);
-        useView(*found->view, scene.instances[found->instance].world);
+        addInstances(nullptr, 0);
+        m_drawing.camera = picture::fittedCamera(m_drawing, view->sight.direction, view->sight.up);
     }
     if (wishes.section) cut(*wishes.section);
 }
@@ -164,11 +162,6 @@ void Depiction::addAnnotation(const scene::Annotation& annotation, picture::Batc
     addRanges(annotation.shape, batch, look, strokeWidth);
 }
 
-void Depiction::useSight(const Wishes& wishes) {
-    const Sight sight = *standardSight(wishes.view, m_scene.up);
-    m_drawing.camera = picture::fittedCamera(m_drawing, sight.direction, sight.up);
-}
-
 void Depiction::useView(const scene::View& view, const scene::Placement& world) {
     const scene::Camera& camera = view.camera;
     const scene::Vec eye = world(camera.eye), target = world(camera.target);
@@ -182,6 +175,7 @@ void Depiction::useView(const scene::View& view, const scene::Placement& world) 
         m_drawing.camera = {isPerspective, toVector(eye), toVector(target), up, static_cast<float>(height)};
     else
         m_drawing.camera = picture::fittedCamera(m_drawing, direction, up, camera.isPerspective);
+    picture::includeWhatIsOnTop(m_drawing);
     if (!view.clipping) return;
     const auto& [a, b, c, d] = *view.clipping;
     const scene::Vec normal{a, b, c};

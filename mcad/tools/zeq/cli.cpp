@@ -240,6 +240,9 @@ void CommandLine::addImportCommand(const std::string& name, const std::string& d
         ->add_option("--geometry", m_settings.geometryDirectory,
                      "Write the geometry of each block to this directory, as block_ID.sab")
         ->type_name("DIR");
+    if (action != EAction::import) return;
+    command->add_option("--picture", m_settings.pictureFile, "Write a picture of it, as PNG, to this file")
+        ->type_name("FILE");
 }
 
 void CommandLine::addOptionsOfFile(CLI::App* command, const std::string& description) {
@@ -267,10 +270,16 @@ void CommandLine::addPictureCommand() {
             "--size", [&picture](const std::string& text) { readSize(text, picture); },
             "In pixels (default: 1600x1200)")
         ->type_name("WIDTHxHEIGHT");
+    CLI::Option* const allViews =
+        command
+            ->add_option("--all-views", m_settings.viewsDirectory,
+                         "Write a picture of every view to this directory, as NAME.png")
+            ->type_name("DIR");
     command
         ->add_option("--view", picture.view,
                      "iso (default), front, back, left, right, top, bottom, or the name of a saved view")
-        ->type_name("NAME");
+        ->type_name("NAME")
+        ->excludes(allViews);
     command
         ->add_option_function<std::string>(
             "--section", [&picture](const std::string& text) { picture.section = parseSection(text); },

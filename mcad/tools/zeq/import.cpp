@@ -7,11 +7,13 @@
 #include <filesystem>
 #include <map>
 #include <sstream>
+#include <utility>
 
 #include <unistd.h>
 
 #include "text/text.h"
 #include "zeq/failure.h"
+#include "zeq/picture.h"
 #include "zeq/structure_count.h"
 #include "zeq/tree_printer.h"
 
@@ -158,6 +160,8 @@ void requireFile(const std::string& file) {
 void importModel(const Host& host, const Request& request, Output& output) {
     const Settings& settings = host.settings;
     Import import;
+    scene::Documents documents;
+    if (!settings.pictureFile.empty()) import.scene = &documents;
     try {
         receive(host, request, import);
     } catch (const Failure& failure) {
@@ -175,6 +179,7 @@ void importModel(const Host& host, const Request& request, Output& output) {
         if (const std::string gaps = listed(import.contents.missing()); !gaps.empty())
             host.console.warning("the file holds more than arrived: " + gaps);
     }
+    if (import.scene) writePictureOf(host, std::move(documents), settings.pictureFile);
     const StructureCount figures = count(*import.structure);
     if (figures.dangling > 0)
         host.console.warning(text::counted(figures.dangling, "reference", "references") +

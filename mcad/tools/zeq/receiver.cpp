@@ -104,10 +104,7 @@ void Receiver::takeContent(const IExchangeObject& object) {
 
 void Receiver::writeImage(std::uint64_t blockId, const std::wstring& bufferName) {
     const std::string& directory = m_host.settings.geometryDirectory;
-    std::error_code error;
-    fs::create_directories(directory, error);
-    if (error)
-        throw Failure(exit_code::inputOutput, cannot("make the directory", directory, error.message()));
+    requireDirectory(directory);
     std::vector<char> bytes;
     mp::SharedBuffer<char>(bufferName, false).get(bytes);
     Compressor::makePlain(bytes);

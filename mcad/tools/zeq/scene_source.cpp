@@ -19,6 +19,10 @@ scene::Scene loadScene(const Host& host) {
         import.scene = &documents;
         receive(host, buildCommand(host), import);
     }
+    return buildScene(host, std::move(documents));
+}
+
+scene::Scene buildScene(const Host& host, scene::Documents documents) {
     scene::Scene scene = scene::build(std::move(documents));
     for (const std::string& warning : scene.warnings) host.console.warning(warning);
     return scene;

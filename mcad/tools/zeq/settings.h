@@ -55,7 +55,9 @@ struct Settings {
     std::vector<std::string> files;       ///< those to check
     std::string className;                ///< empty when the documents tell, or for the schema of all
 
-    depiction::Wishes picture; ///< what a picture shows
+    depiction::Wishes picture;  ///< what a picture shows
+    std::string viewsDirectory; ///< for pictures of all views; empty for none
+    std::string pictureFile;    ///< of an import; empty for none
 
     std::string translator; ///< path, or name to be found in PATH
     std::optional<std::chrono::duration<double>> timeout;
