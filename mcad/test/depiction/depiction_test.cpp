@@ -77,7 +77,9 @@ TEST(Depiction, ASavedViewBringsItsCameraItsPlaneAndItsAnnotations) {
 }
 
 TEST(Depiction, SectionsCutAwayWhatIsBeforeThem) {
-    const scene::Scene scene = Model().build();
+    Model model;
+    model.addAnnotation(L"7");
+    const scene::Scene scene = model.build();
     Wishes wishes;
     for (const char* view : {"iso", "front", "back", "left", "right", "top", "bottom"})
         for (const int axis : {0, 1, 2}) {
@@ -87,6 +89,10 @@ TEST(Depiction, SectionsCutAwayWhatIsBeforeThem) {
             const picture::Drawing& drawing = depiction.drawing();
             const auto along = [axis](picture::Vector v) { return axis == 0 ? v.x : axis == 1 ? v.y : v.z; };
             EXPECT_FLOAT_EQ(along(drawing.section->point), 0.25F);
+            wishes.section->at.reset();
+            const float middle =
+                axis == 2 ? 0 : 0.5F; // of the plate, not of the annotation and the point above it
+            EXPECT_FLOAT_EQ(along(Depiction(scene, wishes).drawing().section->point), middle) << view << axis;
             EXPECT_GE(along(drawing.section->normal) *
                           (along(drawing.camera.eye) - along(drawing.camera.target)),
                       0)

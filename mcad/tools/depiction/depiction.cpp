@@ -2,7 +2,9 @@
 #include "depiction/depiction.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <limits>
 #include <numbers>
 #include <span>
 #include <stdexcept>
@@ -51,6 +53,22 @@ void forEachRun(const std::vector<Thing>& things, bool isAnnotation, const scene
         while (end < things.size() && isShown(end) && colorOf(end) == color) ++end;
         act(first, end, color);
     }
+}
+
+/// Of what a section plane cuts; nothing if there is nothing.
+std::optional<float> middleAlong(std::size_t axis, const picture::Drawing& drawing) {
+    float low = std::numeric_limits<float>::max(), high = -low;
+    for (const picture::Triangles& batch : drawing.triangles) {
+        if (!batch.isCut) continue;
+        const std::array<float, 12>& map = batch.transform.columns;
+        for (std::size_t i = 0; i + 2 < batch.positions.size(); i += 3) {
+            const float at = map[axis] * batch.positions[i] + map[3 + axis] * batch.positions[i + 1] +
+                             map[6 + axis] * batch.positions[i + 2] + map[9 + axis];
+            low = std::min(low, at);
+            high = std::max(high, at);
+        }
+    }
+    return low <= high ? std::optional(low + (high - low) / 2) : std::nullopt;
 }
 
 } // namespace
@@ -191,7 +209,10 @@ void Depiction::cut(const SectionWish& wish) {
     picture::Section section;
     section.point = camera.target;
     float& at = wish.axis == 0 ? section.point.x : wish.axis == 1 ? section.point.y : section.point.z;
-    if (wish.at) at = static_cast<float>(*wish.at);
+    if (wish.at)
+        at = static_cast<float>(*wish.at);
+    else
+        at = middleAlong(static_cast<std::size_t>(wish.axis), m_drawing).value_or(at);
     (wish.axis == 0 ? section.normal.x : wish.axis == 1 ? section.normal.y : section.normal.z) = side;
     m_drawing.section = section;
 }
