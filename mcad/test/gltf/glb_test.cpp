@@ -18,7 +18,8 @@ using scene::Placement;
 using scene::Vec;
 
 struct File {
-    explicit File(const scene::Scene& scene) : glb(makeGlb(scene, "test")) {
+    explicit File(const scene::Scene& scene, const Options& options = {})
+        : glb(makeGlb(scene, "test", options)) {
         std::uint32_t size = 0;
         std::memcpy(&size, &glb.head[12], sizeof size);
         const std::string text = glb.head.substr(20, size);
@@ -92,6 +93,27 @@ TEST(Glb, HasAnnotationsAndViews) {
               LR"({"name":"Top","camera":0,"matrix":[1,0,0,0,0,1,0,0,0,0,1,0,0,0,0.1,1],)"
               LR"("extras":{"id":"Top","clipping":[0,0,1,-0.005],"annotations":["41"]}})");
     EXPECT_EQ(test::textOf(file.json[L"cameras"][0][L"orthographic"][L"ymag"]), L"0.02");
+}
+
+TEST(Glb, HasMeshesOfWhatIsHiddenIfTheyAreWanted) {
+    test::Model model;
+    model.reference->setHidden(true);
+    model.addAnnotation(L"40");
+    model.addView(L"Top", {});
+    scene::Scene scene = model.build();
+    scene.parts[1].annotations[0].isHidden = true;
+    scene.parts[1].annotations[0].value = "D4\nA";
+    const File without(scene), with(scene, {.withHidden = true});
+    EXPECT_EQ(without.count(L"meshes"), 0);
+    EXPECT_EQ(without.count(L"nodes"), 2);
+    EXPECT_EQ(without.glb.hidden, 1);
+    EXPECT_EQ(with.at(L"nodes", 1),
+              LR"({"name":"Plate:1","mesh":0,"children":[2],"extras":{"block":3,"hidden":true}})");
+    EXPECT_EQ(with.at(L"nodes", 2), LR"({"name":"Note 40","mesh":1,"extras":{"hidden":true,)"
+                                    LR"("kind":"dimension diameter","id":"40","value":"D4\nA"}})");
+    EXPECT_EQ(with.count(L"cameras"), 0); // it is not to be looked at
+    EXPECT_EQ(with.glb.hidden, 0);
+    EXPECT_EQ(with.glb.triangles, 2);
 }
 
 TEST(Glb, CanBeOfNothing) {

@@ -40,11 +40,9 @@ picture::Transform toTransform(const scene::Placement& placement) {
 }
 
 /// Calls act(first, end, color) for each run of things beside each other that are shown in one colour.
-/// @param isAnnotation of these, what is drawn is chosen as a whole: a saved view shows what is hidden elsewhere
 template <class Thing, class Act>
-void forEachRun(const std::vector<Thing>& things, bool isAnnotation, const scene::Look& around,
-                scene::Color plain, Act act) {
-    const auto isShown = [&](std::size_t i) { return isAnnotation || !things[i].isHidden; };
+void forEachRun(const std::vector<Thing>& things, const scene::Look& around, scene::Color plain, Act act) {
+    const auto isShown = [&](std::size_t i) { return !things[i].isHidden; };
     const auto colorOf = [&](std::size_t i) { return things[i].look.within(around).shown(plain); };
     for (std::size_t first = 0, end = 0; first < things.size(); first = end) {
         end = first + 1;
@@ -118,26 +116,25 @@ void Depiction::addInstances(const std::vector<std::uint32_t>* annotations, std:
 void Depiction::addSurfaces(const scene::Shape& shape, const picture::Batch& batch, const scene::Look& around,
                             std::uint64_t part, bool isLit) {
     const scene::Color plain = isLit ? scene::plainSurface : plainAnnotation;
-    forEachRun(
-        shape.faces, !isLit, around, plain, [&](std::size_t first, std::size_t end, scene::Color color) {
-            const scene::Face &from = shape.faces[first], &to = shape.faces[end - 1];
-            const std::size_t start = 3 * static_cast<std::size_t>(from.firstVertex);
-            const std::size_t size = 3 * (static_cast<std::size_t>(to.firstVertex) + to.vertices) - start;
-            const std::size_t firstCorner = 3 * static_cast<std::size_t>(from.firstTriangle);
-            picture::Triangles run;
-            static_cast<picture::Batch&>(run) = batch;
-            run.color = isLit ? toColor(color) : toInk(color, plain);
-            run.positions = std::span(shape.vertices).subspan(start, size);
-            run.normals = std::span(shape.normals).subspan(start, size);
-            run.indices =
-                std::span(shape.triangles)
-                    .subspan(firstCorner,
-                             3 * (static_cast<std::size_t>(to.firstTriangle) + to.triangles) - firstCorner);
-            run.firstIndex = from.firstVertex;
-            run.part = part;
-            run.isLit = isLit;
-            m_drawing.triangles.push_back(run);
-        });
+    forEachRun(shape.faces, around, plain, [&](std::size_t first, std::size_t end, scene::Color color) {
+        const scene::Face &from = shape.faces[first], &to = shape.faces[end - 1];
+        const std::size_t start = 3 * static_cast<std::size_t>(from.firstVertex);
+        const std::size_t size = 3 * (static_cast<std::size_t>(to.firstVertex) + to.vertices) - start;
+        const std::size_t firstCorner = 3 * static_cast<std::size_t>(from.firstTriangle);
+        picture::Triangles run;
+        static_cast<picture::Batch&>(run) = batch;
+        run.color = isLit ? toColor(color) : toInk(color, plain);
+        run.positions = std::span(shape.vertices).subspan(start, size);
+        run.normals = std::span(shape.normals).subspan(start, size);
+        run.indices =
+            std::span(shape.triangles)
+                .subspan(firstCorner,
+                         3 * (static_cast<std::size_t>(to.firstTriangle) + to.triangles) - firstCorner);
+        run.firstIndex = from.firstVertex;
+        run.part = part;
+        run.isLit = isLit;
+        m_drawing.triangles.push_back(run);
+    });
 }
 
 void Depiction::addRanges(const scene::Shape& shape, const picture::Batch& batch, const scene::Look& around,
@@ -148,27 +145,25 @@ void Depiction::addRanges(const scene::Shape& shape, const picture::Batch& batch
         return std::span(points).subspan(start, 3 * (static_cast<std::size_t>(to.first) + to.count) - start);
     };
     const scene::Color plain = batch.isOnTop ? plainAnnotation : scene::plainLine;
-    forEachRun(shape.lines, batch.isOnTop, around, plain,
-               [&](std::size_t first, std::size_t end, scene::Color color) {
-                   std::vector<std::uint32_t>& lengths = m_numbers.emplace_back();
-                   for (std::size_t i = first; i < end; ++i) lengths.push_back(shape.lines[i].count);
-                   picture::Lines run;
-                   static_cast<picture::Batch&>(run) = batch;
-                   run.color = toInk(color, plain);
-                   run.points = pointsOf(shape.linePoints, shape.lines[first], shape.lines[end - 1]);
-                   run.lengths = lengths;
-                   run.width = width;
-                   m_drawing.lines.push_back(run);
-               });
-    forEachRun(shape.markers, batch.isOnTop, around, plain,
-               [&](std::size_t first, std::size_t end, scene::Color color) {
-                   picture::Points run;
-                   static_cast<picture::Batch&>(run) = batch;
-                   run.color = toInk(color, plain);
-                   run.points = pointsOf(shape.markerPoints, shape.markers[first], shape.markers[end - 1]);
-                   run.size = markerSize;
-                   m_drawing.points.push_back(run);
-               });
+    forEachRun(shape.lines, around, plain, [&](std::size_t first, std::size_t end, scene::Color color) {
+        std::vector<std::uint32_t>& lengths = m_numbers.emplace_back();
+        for (std::size_t i = first; i < end; ++i) lengths.push_back(shape.lines[i].count);
+        picture::Lines run;
+        static_cast<picture::Batch&>(run) = batch;
+        run.color = toInk(color, plain);
+        run.points = pointsOf(shape.linePoints, shape.lines[first], shape.lines[end - 1]);
+        run.lengths = lengths;
+        run.width = width;
+        m_drawing.lines.push_back(run);
+    });
+    forEachRun(shape.markers, around, plain, [&](std::size_t first, std::size_t end, scene::Color color) {
+        picture::Points run;
+        static_cast<picture::Batch&>(run) = batch;
+        run.color = toInk(color, plain);
+        run.points = pointsOf(shape.markerPoints, shape.markers[first], shape.markers[end - 1]);
+        run.size = markerSize;
+        m_drawing.points.push_back(run);
+    });
 }
 
 void Depiction::addAnnotation(const scene::Annotation& annotation, picture::Batch batch,

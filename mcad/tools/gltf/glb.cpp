@@ -12,6 +12,9 @@
 
 namespace zeq::gltf {
 
+using text::JsonList;
+using text::JsonWriter;
+
 namespace {
 
 static_assert(std::endian::native == std::endian::little, "glTF has the low byte first");
@@ -49,8 +52,8 @@ std::string documentOf(const scene::Scene& scene, const Nodes& nodes, const std:
 
 } // namespace
 
-Glb makeGlb(const scene::Scene& scene, const std::string& generator) {
-    Nodes nodes(scene, scene.millimeters / 1000);
+Glb makeGlb(const scene::Scene& scene, const std::string& generator, const Options& options) {
+    Nodes nodes(scene, scene.millimeters / 1000, options.withHidden);
     nodes.write();
     std::string json = documentOf(scene, nodes, generator);
     json.resize((json.size() + 3) / 4 * 4, ' ');

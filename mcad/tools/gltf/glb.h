@@ -19,11 +19,17 @@ struct Glb {
     std::size_t hidden = 0; ///< instances, faces, lines and annotations that are left out as hidden
 };
 
+struct Options {
+    /// Whether hidden instances and annotations have meshes, too, for those who can show them. Hidden faces and lines
+    /// of a part are left out in any case.
+    bool withHidden = false;
+};
+
 /// Writes what is shown in metres and with the y axis upwards, as glTF has it.
 ///
 /// Each part is a mesh, once for each colour that it takes from an instance, with a primitive for each colour of its
 /// own; edges are lines. Every instance is a node and, below it, every annotation of its part; those that are hidden
-/// have no mesh. Saved views are nodes with cameras below the first instance of their part. Under `extras` are
+/// have no mesh unless the options say otherwise. Saved views are nodes with cameras below the first instance of their part. Under `extras` are
 ///
 /// - at the top the `blocks` with names and properties;
 /// - in nodes of instances `block`, `id`, properties, and `hidden` if they are;
@@ -34,6 +40,6 @@ struct Glb {
 ///
 /// @param generator the program that writes it
 /// @throws std::length_error if that needs 4 GiB or more
-Glb makeGlb(const scene::Scene& scene, const std::string& generator);
+Glb makeGlb(const scene::Scene& scene, const std::string& generator, const Options& options = {});
 
 } // namespace zeq::gltf

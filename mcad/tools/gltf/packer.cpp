@@ -15,6 +15,7 @@ using scene::Face;
 using scene::Look;
 using scene::PointRange;
 using scene::Shape;
+using text::JsonWriter;
 
 namespace {
 

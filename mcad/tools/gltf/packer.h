@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
-#include "gltf/json_writer.h"
 #include "scene/scene.h"
+#include "text/json_writer.h"
 
 namespace zeq::gltf {
 
@@ -54,8 +54,8 @@ public:
     const PackedShape& operator[](std::uint32_t index) const { return m_shapes[index]; }
     const std::string& buffer() const { return m_buffer; }
     std::string takeBuffer() { return std::move(m_buffer); }
-    const JsonList& accessors() const { return m_accessors; }
-    const JsonList& views() const { return m_views; }
+    const text::JsonList& accessors() const { return m_accessors; }
+    const text::JsonList& views() const { return m_views; }
 
 private:
     /// Items of one look, which become one primitive.
@@ -81,7 +81,7 @@ private:
     std::string m_buffer;
     std::size_t m_normalsBegin = 0, m_indicesBegin = 0;
     float m_meters = 1;
-    JsonList m_accessors, m_views;
+    text::JsonList m_accessors, m_views;
 };
 
 } // namespace zeq::gltf

@@ -212,7 +212,7 @@ Annotation& PartBuilder::newAnnotation(const std::wstring& id, const std::wstrin
     annotation.id = text::validUtf8(id);
     annotation.name = text::validUtf8(name);
     annotation.look = level.drawn.look;
-    annotation.isHidden = level.drawn.isHidden;
+    annotation.isHidden = std::exchange(level.drawn.isHidden, false); // as a whole
     annotation.lineWidth = level.lineWidth;
     if (level.node) annotation.kind = words(enumToString(level.node->type()));
     return annotation;

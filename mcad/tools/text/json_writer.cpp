@@ -1,12 +1,12 @@
 // The last character tells whether a comma is due.
-#include "gltf/json_writer.h"
+#include "text/json_writer.h"
 
 #include <array>
 #include <charconv>
 
 #include "text/text.h"
 
-namespace zeq::gltf {
+namespace zeq::text {
 
 namespace {
 
@@ -42,7 +42,7 @@ JsonWriter& JsonWriter::key(std::string_view name) {
     return *this;
 }
 
-JsonWriter& JsonWriter::value(std::string_view text) { return raw(text::jsonString(text)); }
+JsonWriter& JsonWriter::value(std::string_view text) { return raw(jsonString(text)); }
 
 JsonWriter& JsonWriter::value(double number) {
     separate();
@@ -68,4 +68,4 @@ JsonWriter& JsonWriter::raw(std::string_view json) {
     return *this;
 }
 
-} // namespace zeq::gltf
+} // namespace zeq::text

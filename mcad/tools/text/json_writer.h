@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace zeq::gltf {
+namespace zeq::text {
 
 /// Puts the commas. Texts are UTF-8; numbers are finite.
 class JsonWriter {
@@ -47,4 +47,4 @@ struct JsonList {
     std::uint32_t next() { return count++; }
 };
 
-} // namespace zeq::gltf
+} // namespace zeq::text
