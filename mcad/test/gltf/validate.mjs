@@ -32,18 +32,20 @@ const env = { ...process.env, ASAN_OPTIONS: "detect_leaks=0" }; // the CAD kerne
 if (spawnSync(zeqSamples, [samples], { env }).status !== 0) throw new Error("zeq_samples writes no samples");
 let faults = 0;
 let checked = 0;
-for (const model of [samples, ...models].flatMap(filesOf)) {
-  const glb = join(workDir, basename(model) + ".glb");
-  const run = spawnSync(zeq, ["-q", "--output", glb, "gltf", model], { encoding: "utf8" });
+const jobs = [samples, ...models].flatMap(filesOf).map((model) => ({ model, options: [] }));
+jobs.push({ model: join(samples, "bench_vise.stp"), options: ["--compress"] });
+for (const { model, options } of jobs) {
+  const glb = join(workDir, basename(model) + options.join("") + ".glb");
+  const run = spawnSync(zeq, ["-q", "--output", glb, "gltf", model, ...options], { encoding: "utf8" });
   if (run.status !== 0) {
     console.log(`${model}: zeq ends with ${run.status}: ${run.stderr}`);
     ++faults;
     continue;
   }
   const { issues, info } = await validator.validateBytes(new Uint8Array(readFileSync(glb)), { maxIssues: 20 });
-  console.log(`${basename(model)}: ${info.drawCallCount} draw calls, ${info.totalTriangleCount} triangles`);
+  console.log(`${basename(glb)}: ${info.drawCallCount} draw calls, ${info.totalTriangleCount} triangles`);
   for (const { severity, code, message, pointer } of issues.messages.filter((each) => each.severity < 2))
-    console.log(`${model}: ${severity === 0 ? "error" : "warning"} ${code} at ${pointer}: ${message}`);
+    console.log(`${basename(glb)}: ${severity === 0 ? "error" : "warning"} ${code} at ${pointer}: ${message}`);
   faults += issues.numErrors + issues.numWarnings + (info.totalTriangleCount === 0 ? 1 : 0);
   ++checked;
 }

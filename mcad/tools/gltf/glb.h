@@ -23,6 +23,9 @@ struct Options {
     /// Whether hidden instances and annotations have meshes, too, for those who can show them. Hidden faces and lines
     /// of a part are left out in any case.
     bool withHidden = false;
+    /// With EXT_meshopt_compression, which who reads the file must know then. Positions stay as they are, normals keep
+    /// 12 bits a component.
+    bool isCompressed = false;
 };
 
 /// Writes what is shown in metres and with the y axis upwards, as glTF has it.

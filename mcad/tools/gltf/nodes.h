@@ -23,8 +23,8 @@ public:
     /// Everything; afterwards the lists are complete.
     void write();
 
+    Packer& packer() { return m_packer; }
     const Packer& packer() const { return m_packer; }
-    std::string takeBuffer() { return m_packer.takeBuffer(); }
     const Materials& materials() const { return m_materials; }
     const text::JsonList& nodes() const { return m_nodes; }
     const text::JsonList& meshes() const { return m_meshes; }

@@ -151,6 +151,8 @@ CommandLine::CommandLine() {
     CLI::App* gltf = addCommand("gltf", "Write what is to be seen of a model as binary glTF", EAction::gltf);
     setCommandType(gltf, Command::EType::import);
     addOptionsOfFile(gltf, "The CAD file, or what zeq --json import wrote of one");
+    gltf->add_flag("--compress", m_settings.compress,
+                   "Compress with EXT_meshopt_compression, which not everything reads");
 
     addPictureCommand();
     addPrintingCommand();

@@ -22,7 +22,7 @@ void writeGltf(const Host& host, Output& output) {
     const scene::Scene scene = loadScene(host);
     gltf::Glb glb;
     try {
-        glb = gltf::makeGlb(scene, "zeq " ZEQ_VERSION);
+        glb = gltf::makeGlb(scene, "zeq " ZEQ_VERSION, {.isCompressed = settings.compress});
     } catch (const std::length_error& error) {
         throw Failure(exit_code::inputOutput, cannot("write", settings.output, error.what()));
     }

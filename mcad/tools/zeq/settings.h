@@ -57,6 +57,7 @@ struct Settings {
 
     depiction::Wishes picture;  ///< what a picture shows
     std::string viewsDirectory; ///< for pictures of all views; empty for none
+    bool compress = false;      ///< a glTF file
     std::string pictureFile;    ///< of an import; empty for none
 
     std::string translator; ///< path, or name to be found in PATH
