@@ -19,7 +19,6 @@ namespace zeq::gltf {
 namespace {
 
 using scene::Placement;
-using scene::Vec;
 
 struct File {
     explicit File(const scene::Scene& scene, const Options& options = {})
