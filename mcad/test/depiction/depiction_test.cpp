@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -113,6 +114,23 @@ TEST(Depiction, ASavedViewIsWideEnoughForItsAnnotations) {
     wishes.width = 400;
     wishes.height = 300;
     EXPECT_NEAR(Depiction(scene, wishes).drawing().camera.height, 40 * 50 / (40 * 4.0 / 3 / 2) * 1.03, 0.01);
+}
+
+TEST(Depiction, LinesOfSmallPartsFadeAway) {
+    for (const auto& [away, strength] : {std::pair(0.0, 1.0), std::pair(40.0, 0.5), std::pair(1000.0, 0.0)}) {
+        Model model;
+        ExcTransformation aside;
+        aside.translation() = {away, 0, 0};
+        model.place(3, L"Plate:2", nullptr)->setTransformation(aside);
+        const scene::Scene scene = model.build();
+        Wishes wishes;
+        wishes.view = "top";
+        wishes.width = wishes.height = 800;
+        const Depiction depiction(scene, wishes);
+        const picture::Drawing& drawing = depiction.drawing();
+        EXPECT_NEAR(drawing.lines.back().color.alpha, strength, 0.1) << away;
+        EXPECT_EQ(drawing.triangles.back().outline, drawing.lines.back().color.alpha);
+    }
 }
 
 TEST(Depiction, EveryViewHasAName) {

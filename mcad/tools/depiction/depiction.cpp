@@ -53,6 +53,20 @@ void forEachRun(const std::vector<Thing>& things, const scene::Look& around, sce
     }
 }
 
+/// From corner to corner of its box.
+double sizeOf(const scene::Shape& shape) {
+    scene::Vec low{1e300, 1e300, 1e300}, high{-1e300, -1e300, -1e300};
+    for (const std::vector<float>* const points : {&shape.vertices, &shape.linePoints})
+        for (std::size_t i = 0; i + 2 < points->size(); i += 3) {
+            const float* const p = &(*points)[i];
+            low = {std::min<double>(low.x, p[0]), std::min<double>(low.y, p[1]),
+                   std::min<double>(low.z, p[2])};
+            high = {std::max<double>(high.x, p[0]), std::max<double>(high.y, p[1]),
+                    std::max<double>(high.z, p[2])};
+        }
+    return low.x <= high.x ? length(high - low) : 0;
+}
+
 /// Of what a section plane cuts; nothing if there is nothing.
 std::optional<float> middleAlong(std::size_t axis, const picture::Drawing& drawing) {
     float low = std::numeric_limits<float>::max(), high = -low;
@@ -90,6 +104,7 @@ Depiction::Depiction(const scene::Scene& scene, const Wishes& wishes) : m_scene(
         m_drawing.camera = picture::fittedCamera(m_drawing, view->sight.direction, view->sight.up);
     }
     if (wishes.section) cut(*wishes.section);
+    fadeLinesOfSmallParts();
 }
 
 /// @param annotations those of the viewed instance that are shown, and no other; all if it is null
@@ -100,8 +115,12 @@ void Depiction::addInstances(const std::vector<std::uint32_t>* annotations, std:
         const scene::Part& part = m_scene.parts[instance.part];
         picture::Batch batch;
         batch.transform = toTransform(instance.world);
+        Extent extent{i, m_drawing.triangles.size(), 0, m_drawing.lines.size(), 0};
         addSurfaces(part.shape, batch, instance.look, i, true);
         if (m_wishes.hasEdges) addRanges(part.shape, batch, instance.look, edgeWidth);
+        extent.endTriangles = m_drawing.triangles.size();
+        extent.endLines = m_drawing.lines.size();
+        m_extents.push_back(extent);
         if (!m_wishes.hasAnnotations || (annotations && i != viewed)) continue;
         if (annotations) {
             for (const std::uint32_t at : *annotations)
@@ -210,6 +229,24 @@ void Depiction::cut(const SectionWish& wish) {
         at = middleAlong(static_cast<std::size_t>(wish.axis), m_drawing).value_or(at);
     (wish.axis == 0 ? section.normal.x : wish.axis == 1 ? section.normal.y : section.normal.z) = side;
     m_drawing.section = section;
+}
+
+/// Lines have the same width however small a part is, and would leave nothing of its colour.
+void Depiction::fadeLinesOfSmallParts() {
+    constexpr double gone = 8, full = 48; // pixels from corner to corner
+    const double pixels = m_drawing.height / static_cast<double>(m_drawing.camera.height);
+    std::vector<double> sizes(m_scene.parts.size(), -1);
+    for (const Extent& extent : m_extents) {
+        const scene::Instance& instance = m_scene.instances[extent.instance];
+        double& size = sizes[instance.part];
+        if (size < 0) size = sizeOf(m_scene.parts[instance.part].shape);
+        const double seen = pixels * size * std::cbrt(std::abs(instance.world.determinant()));
+        const auto strength = static_cast<float>(std::clamp((seen - gone) / (full - gone), 0.0, 1.0));
+        for (std::size_t i = extent.firstTriangles; i < extent.endTriangles; ++i)
+            m_drawing.triangles[i].outline = strength;
+        for (std::size_t i = extent.firstLines; i < extent.endLines; ++i)
+            m_drawing.lines[i].color.alpha *= strength;
+    }
 }
 
 } // namespace zeq::depiction

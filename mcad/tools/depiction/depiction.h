@@ -47,10 +47,18 @@ private:
     void addAnnotation(const scene::Annotation& annotation, picture::Batch batch, const scene::Look& around);
     void useView(const scene::View& view, const scene::Placement& world);
     void cut(const SectionWish& wish);
+    void fadeLinesOfSmallParts();
+
+    /// Batches of an instance, without those of its annotations.
+    struct Extent {
+        std::uint32_t instance;
+        std::size_t firstTriangles, endTriangles, firstLines, endLines;
+    };
 
     const scene::Scene& m_scene;
     const Wishes& m_wishes;
     picture::Drawing m_drawing;
+    std::vector<Extent> m_extents;
     std::deque<std::vector<std::uint32_t>> m_numbers; ///< places stay
 };
 
