@@ -10,10 +10,10 @@ namespace zeq::text {
 
 namespace {
 
-template <class Number>
-void append(std::string& text, Number number) {
+template <class Number, class... Format>
+void append(std::string& text, Number number, Format... format) {
     std::array<char, 32> digits; // NOLINT: only what is written is read
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number, format...).ptr;
     text.append(digits.data(), end);
 }
 
@@ -47,6 +47,12 @@ JsonWriter& JsonWriter::value(std::string_view text) { return raw(jsonString(tex
 JsonWriter& JsonWriter::value(double number) {
     separate();
     append(m_text, number + 0.0); // no negative zero
+    return *this;
+}
+
+JsonWriter& JsonWriter::value(double number, int digits) {
+    separate();
+    append(m_text, number + 0.0, std::chars_format::general, digits);
     return *this;
 }
 

@@ -122,6 +122,7 @@ public:
 private:
     CLI::App* addCommand(const std::string& name, const std::string& description, EAction action);
     void addImportCommand(const std::string& name, const std::string& description, EAction action);
+    CLI::App* addShowingCommand(const std::string& name, const std::string& description, EAction action);
     void addPictureCommand();
     void addPrintingCommand();
     void setCommandType(CLI::App* command, Command::EType type);
@@ -148,13 +149,11 @@ CommandLine::CommandLine() {
     addImportCommand("import", "Import a CAD file and show what is in it", EAction::import);
     addImportCommand("tree", "Import a CAD file and show its assembly tree", EAction::tree);
 
-    CLI::App* gltf = addCommand("gltf", "Write what is to be seen of a model as binary glTF", EAction::gltf);
-    setCommandType(gltf, Command::EType::import);
-    addOptionsOfFile(gltf, "The CAD file, or what zeq --json import wrote of one");
-    gltf->add_flag("--compress", m_settings.compress,
+    addShowingCommand("gltf", "Write what is to be seen of a model as binary glTF", EAction::gltf)
+        ->add_flag("--compress", m_settings.compress,
                    "Compress with EXT_meshopt_compression, which not everything reads");
-
     addPictureCommand();
+    addShowingCommand("view", "Write a page that shows a model in a browser", EAction::view);
     addPrintingCommand();
     addCommand("run", "Send a stored command document to the translator", EAction::run)
         ->add_option("FILE", m_settings.file, "What zeq command prints; - is standard input")
@@ -262,10 +261,16 @@ void CommandLine::addOptionsOfFile(CLI::App* command, const std::string& descrip
     command->add_flag("--mt", m_settings.multiThreading, "Let the translator work in several threads");
 }
 
-void CommandLine::addPictureCommand() {
-    CLI::App* command = addCommand("picture", "Write a picture of a model, as PNG", EAction::picture);
+CLI::App* CommandLine::addShowingCommand(const std::string& name, const std::string& description,
+                                         EAction action) {
+    CLI::App* command = addCommand(name, description, action);
     setCommandType(command, Command::EType::import);
     addOptionsOfFile(command, "The CAD file, or what zeq --json import wrote of one");
+    return command;
+}
+
+void CommandLine::addPictureCommand() {
+    CLI::App* command = addShowingCommand("picture", "Write a picture of a model, as PNG", EAction::picture);
     depiction::Wishes& picture = m_settings.picture;
     command
         ->add_option_function<std::string>(

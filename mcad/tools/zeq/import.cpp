@@ -28,7 +28,9 @@ using Figures = std::map<std::string, std::uint64_t>;
 /// What arrived, in the words of the translator's report.
 std::map<std::wstring, std::uint64_t> arrived(const Import& import) {
     auto figures = import.content.byKind();
-    figures[L"faces"] = import.geometry.faces();
+    std::uint64_t& faces = figures[L"faces"] = import.geometry.faces();
+    if (import.facts)
+        for (const auto& [block, facts] : *import.facts) faces += facts.faces.size();
     std::uint64_t& parts = figures[L"parts"];
     std::uint64_t& instances = figures[L"instances"];
     if (import.structure)
@@ -146,6 +148,12 @@ void receive(const Host& host, const Request& request, Import& import) {
                       cannot("import", request.thing, "the translator sent no product structure"));
 }
 
+void compareContents(const Host& host, Import& import) {
+    import.contents.compare(arrived(import));
+    if (const std::string gaps = listed(import.contents.missing()); !gaps.empty())
+        host.console.warning("the file holds more than arrived: " + gaps);
+}
+
 void requireFile(const std::string& file) {
     const auto refuse = [&file](const std::string& reason) {
         throw Failure(exit_code::inputOutput, cannot("import", file, reason));
@@ -175,9 +183,7 @@ void importModel(const Host& host, const Request& request, Output& output) {
         for (const std::string& fault : import.geometry.compare(*import.structure))
             host.console.warning(fault);
         for (const std::string& fault : import.links.faults()) host.console.warning(fault);
-        import.contents.compare(arrived(import));
-        if (const std::string gaps = listed(import.contents.missing()); !gaps.empty())
-            host.console.warning("the file holds more than arrived: " + gaps);
+        compareContents(host, import);
     }
     if (import.scene) writePictureOf(host, std::move(documents), settings.pictureFile);
     const StructureCount figures = count(*import.structure);

@@ -8,8 +8,6 @@
 #include <string_view>
 #include <utility>
 
-#include <unistd.h>
-
 #include "depiction/depiction.h"
 #include "depiction/views.h"
 #include "picture/picture.h"
@@ -79,14 +77,11 @@ void writeAllViews(const Host& host, const scene::Scene& scene) {
 
 void writePicture(const Host& host, Output& output) {
     const Settings& settings = host.settings;
-    if (settings.json)
-        throw Failure(exit_code::usage,
-                      "zeq picture writes no JSON document; zeq --json import keeps the model");
+    refuseJson(settings, "picture");
     const bool isForAll = !settings.viewsDirectory.empty();
     if (isForAll && !settings.output.empty())
         throw Failure(exit_code::usage, "--all-views names its files by itself; --output is for one picture");
-    if (!isForAll && settings.output.empty() && ::isatty(STDOUT_FILENO) != 0)
-        throw Failure(exit_code::usage, "a picture is not for the terminal; --output FILE writes it");
+    if (!isForAll) refuseTerminal(settings, "a picture");
     const scene::Scene scene = loadScene(host);
     if (isForAll)
         writeAllViews(host, scene);

@@ -20,6 +20,7 @@ enum class EAction {
     tree,
     gltf,
     picture,
+    view,
     command, ///< prints what would be sent
     run,     ///< sends what is stored
     check,
