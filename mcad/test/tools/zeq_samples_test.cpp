@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 #include "mp/shared_buffer.h"
+#include "page/page_elements.h"
 #include "support/json_text.h"
 #include "support/temp_dir.h"
 #include "tools/zeq_run.h"
@@ -368,6 +369,64 @@ TEST_F(ZeqSamples, AreWrittenAsGltfFromTheFileAndFromWhatWasKept) {
         EXPECT_FALSE(fs::exists(glb));
     }
     EXPECT_EQ(zeq({"--json", "--output", glb, "gltf", kept}).exitCode, 2);
+}
+
+TEST_F(ZeqSamples, AreShownOnPagesFromTheFileAndFromWhatWasKept) {
+    const std::string kept = sample("pages.json"), page = sample("page.html");
+    ASSERT_EQ(zeq({"--json", "--output", kept, "import", sample("bench_vise.stp")}).exitCode, 0);
+    const auto contentOf = [](const std::string& path) {
+        std::ifstream stream(path);
+        return std::string{std::istreambuf_iterator<char>(stream), {}};
+    };
+    const auto view = [&](const std::string& file) {
+        return zeq({"--force", "--output", page, "view", file});
+    };
+    std::vector<std::string> models, facts;
+    for (const std::string& file : {sample("bench_vise.stp"), kept}) {
+        const RunResult result = view(file);
+        if (result.errors.find("built without the page") != std::string::npos) {
+            EXPECT_EQ(result.exitCode, 3);
+            EXPECT_FALSE(fs::exists(page));
+            GTEST_SKIP() << "zeq is built without the page";
+        }
+        EXPECT_EQ(result.exitCode, 0) << result.errors;
+        models.push_back(elementOf(contentOf(page), "model"));
+        facts.push_back(std::regex_replace(elementOf(contentOf(page), "facts"),
+                                           std::regex("\"file\":\"[^\"]*\""), "FILE"));
+    }
+    EXPECT_EQ(models[0].substr(0, 4), "glTF");
+    EXPECT_TRUE(models[0] == models[1]);
+    const std::string lock = "\"name\":\"Transport lock\"";
+    const std::size_t at = models[0].find(lock); // it is hidden, and has a mesh
+    ASSERT_NE(at, std::string::npos);
+    EXPECT_TRUE(std::regex_search(models[0].substr(at, 200),
+                                  std::regex("\"mesh\":\\d+,\"extras\":.*\"hidden\":true")))
+        << models[0].substr(at, 200);
+    EXPECT_EQ(facts[0], facts[1]);
+    for (const char* const each :
+         {R"("version":1,FILE,"generator":"zeq )",
+          R"("unit":"mm","millimeters":1,"blocks":[{"id":2,"faces":[{"id":")",
+          R"({"what":"faces","file":106,"sent":106,"arrived":106,"reasons":[]})", R"("warnings":[]})"})
+        EXPECT_NE(facts[0].find(each), std::string::npos) << each;
+    EXPECT_EQ(zeq({"--json", "view", kept}).exitCode, 2);
+
+    const std::string whole = contentOf(kept);
+    const std::vector<std::pair<std::string, std::string>> rows{
+        {R"("data":"")", "the geometry of block 2 cannot be restored: "},
+        {R"("data":"H4sIAAAAAAAA")", "the geometry of block 2 cannot be restored: "},
+        {R"("data":{})", "the geometry of block 2 is not in the file"},
+    };
+    for (const auto& [data, warning] : rows) {
+        std::ofstream(sample("damaged.json"))
+            << std::regex_replace(whole, std::regex(R"("data":"[^"]*")"), data);
+        const RunResult result = view(sample("damaged.json"));
+        EXPECT_EQ(result.exitCode, 0);
+        EXPECT_NE(result.errors.find(warning), std::string::npos) << result.errors;
+        const std::string told = elementOf(contentOf(page), "facts");
+        EXPECT_NE(told.find(R"("blocks":[],)"), std::string::npos);
+        EXPECT_NE(told.find(warning), std::string::npos);
+        EXPECT_TRUE(elementOf(contentOf(page), "model") == models[0]);
+    }
 }
 
 TEST_F(ZeqSamples, AreShownAsPictures) {

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <charconv>
+#include <cmath>
 
 #include "text/text.h"
 
@@ -51,6 +52,7 @@ JsonWriter& JsonWriter::value(double number) {
 }
 
 JsonWriter& JsonWriter::value(double number, int digits) {
+    if (!std::isfinite(number)) return raw("null");
     separate();
     append(m_text, number + 0.0, std::chars_format::general, digits);
     return *this;

@@ -16,7 +16,7 @@ public:
     JsonWriter& key(std::string_view name);
     JsonWriter& value(std::string_view text);
     JsonWriter& value(double number);
-    JsonWriter& value(double number, int digits); ///< rounded to so many significant digits
+    JsonWriter& value(double number, int digits); ///< with so many significant digits; null if it is not finite
     JsonWriter& value(float number);              ///< with the digits that give it back
     template <std::unsigned_integral T>
     JsonWriter& value(T number) {
