@@ -96,7 +96,7 @@ TEST(Facts, AreThoseOfTheFormulas) {
         BODY* const body = test::bodyOf(row.shape, 1 / 25.4); // in inches
         const OwnedEntities entities(body);
         const auto check = [&](double scale) {
-            const Facts facts = brep::factsOf(entities.list);
+            Facts facts = brep::factsOf(entities.list);
             compare(facts.faces, row.faces, scale, scale * scale);
             compare(facts.edges, row.edges, scale, scale);
             SPAvector sum; // of areas that look outwards

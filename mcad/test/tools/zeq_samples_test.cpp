@@ -194,15 +194,15 @@ TEST_F(ZeqSamples, ASharedDirectoryThatTakesNothingIsNamed) {
     if (runProgram({"/usr/bin/unshare", "-m", "mount", "-t", "tmpfs", "none", mp::sharedDirectory()})
             .exitCode != 0)
         GTEST_SKIP() << "needs a namespace of its own for mounts";
+    const std::string& shared = mp::sharedDirectory();
+    const std::string import = " none " + shared + " && cd " + shared + " && '" + ZEQ_PROGRAM +
+                               "' --translator '" + ZEQ_CONVEXOR + "' import '" + sample("bench_vise.stp") +
+                               "'; code=$?; echo \"left: $(ls " + shared + ").\"; exit $code";
     for (const auto& [options, reason] :
          {std::pair("nr_inodes=1", "No space left on device"),
           std::pair("size=4k", "No space left on device"), std::pair("ro", "Read-only file system")}) {
-        const std::string shared = mp::sharedDirectory();
         const RunResult result = runProgram(
-            {"/usr/bin/unshare", "-m", "/bin/sh", "-c",
-             std::string("mount -t tmpfs -o ") + options + " none " + shared + " && cd " + shared + " && '" +
-                 ZEQ_PROGRAM + "' --translator '" + ZEQ_CONVEXOR + "' import '" + sample("bench_vise.stp") +
-                 "'; code=$?; echo \"left: $(ls " + shared + ").\"; exit $code"});
+            {"/usr/bin/unshare", "-m", "/bin/sh", "-c", "mount -t tmpfs -o " + (options + import)});
         EXPECT_EQ(result.exitCode, 4) << options;
         EXPECT_TRUE(result.output.ends_with("left: .\n")) << result.output;
         EXPECT_NE(result.errors.find("Cannot write to the shared directory '" + shared + "': " + reason),

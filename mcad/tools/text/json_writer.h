@@ -16,8 +16,9 @@ public:
     JsonWriter& key(std::string_view name);
     JsonWriter& value(std::string_view text);
     JsonWriter& value(double number);
-    JsonWriter& value(double number, int digits); ///< with so many significant digits; null if it is not finite
-    JsonWriter& value(float number);              ///< with the digits that give it back
+    JsonWriter& value(double number,
+                      int digits);   ///< with so many significant digits; null if it is not finite
+    JsonWriter& value(float number); ///< with the digits that give it back
     template <std::unsigned_integral T>
     JsonWriter& value(T number) {
         return integer(number);

@@ -80,7 +80,8 @@ std::string ContentsReport::text(bool all) const {
         const std::string kind = text::printable(row.kind);
         table.addRow(
             {kind, shown(row.inFile, "-"), shown(row.sent, "-"), shown(row.arrived, "-"), row.remark()});
-        for (const std::string& each : row.explanations(all)) reasons += "  " + kind + ": " + each + "\n";
+        for (const std::string& each : row.explanations(all))
+            reasons.append("  ").append(kind).append(": ").append(each).append("\n");
     }
     return table.text() + reasons;
 }
