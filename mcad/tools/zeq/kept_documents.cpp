@@ -55,7 +55,8 @@ std::shared_ptr<IExchangeObject> readObject(const JsonValue& document, const Con
 }
 
 /// Looks at the geometry that a document names.
-void readGeometry(const Host& host, const JsonValue& document, const Contents& contents, BlockFacts& facts) {
+void readGeometry(const JsonValue& document, const Contents& contents, Console& console, GeometryWatch& watch,
+                  BlockFacts& facts) {
     const JsonValue* const data = json::findMember(document, L"exchange_object_data");
     if (!data) return;
     ExcBlockGeometry geometry;
@@ -63,9 +64,10 @@ void readGeometry(const Host& host, const JsonValue& document, const Contents& c
     const std::string subject = "the geometry of block " + std::to_string(geometry.blockId());
     const auto content = contents.find(view(findString(*data, L"shared_acis_buffer_name")));
     if (content == contents.end() || !content->second->IsString())
-        return host.console.warning(subject + " is not in the file");
-    std::vector<char> image;
-    Base64::decode(std::wstring(view(content->second)), image);
+        return console.warning(subject + " is not in the file");
+    const std::wstring_view encoded = view(content->second);
+    std::vector<char> image(Base64::decodedSize(encoded.size()) + 2);
+    image.resize(Base64::decodeWide(image.data(), encoded.data(), encoded.size()).first);
     OwnedEntities entities;
     std::string fault;
     try {
@@ -75,8 +77,7 @@ void readGeometry(const Host& host, const JsonValue& document, const Contents& c
     } catch (const std::exception&) {
         fault = currentReason();
     }
-    if (!fault.empty()) return host.console.warning(subject + " cannot be restored: " + fault);
-    GeometryWatch watch(host);
+    if (!fault.empty()) return console.warning(subject + " cannot be restored: " + fault);
     watch.setBlock(geometry.blockId());
     facts.insert_or_assign(geometry.blockId(), brep::factsOf(entities.list, &watch));
 }
@@ -105,11 +106,12 @@ void readKept(const Host& host, Import& import) {
         const JsonValue* const data = json::findMember(entry, L"data");
         if (data) byName.emplace(view(findString(entry, L"buffer")), data);
     }
+    GeometryWatch watch(host);
     for (const JsonValue& document : documents->GetArray()) {
         if (view(findString(document, L"exchange_object_name")) != ExcBlockGeometry::objName()) {
             if (const auto object = readObject(document, byName, host.console)) import.add(object);
         } else if (import.facts) {
-            readGeometry(host, document, byName, *import.facts);
+            readGeometry(document, byName, host.console, watch, *import.facts);
         }
     }
     host.console.progress().finish();
