@@ -88,6 +88,11 @@ export class Batch {
     this.object.frustumCulled = false;
   }
 
+  dispose() {
+    this.object.geometry.dispose();
+    this.object.material.dispose();
+  }
+
   get material() { return this.object.material; }
 
   /** Shows it at those places only that pass, and marks some of them. */

@@ -1,6 +1,9 @@
 // Keeps the stage as the session has it: which instances and annotations are drawn, in which colours, what stands out.
 import { Batch, materialOf } from "./batch.js";
+import { Caps } from "./caps.js";
 import { legible, luminance } from "./color.js";
+import { Overlay } from "./overlay.js";
+import { mainColor, subtreeOf } from "./model.js";
 import { planeOf } from "./section.js";
 import { uncut } from "./stage.js";
 
@@ -15,14 +18,16 @@ function placedByMesh(list) {
   return result;
 }
 
-const kinds = { triangles: "surface", lines: "line", points: "point" };
+const outline = [0.125, 0.14, 0.17]; // of what is cut
 
-/** The colour of most of the surface of a mesh; null if it has none. */
-export function mainColor(mesh) {
-  const surfaces = mesh.filter((each) => each.mode === "triangles");
-  if (surfaces.length === 0) return null;
-  return surfaces.reduce((most, each) => (each.indices.length > most.indices.length ? each : most)).color;
+/** An annotation is picked, or applies to the face or the edge that is. */
+function isMeant(picked, annotation) {
+  if (!picked || picked.kind === "instance") return false;
+  if (picked.kind === "annotation") return picked.annotation === annotation;
+  return annotation.owner === picked.instance && annotation[picked.kind === "face" ? "faces" : "edges"].includes(picked.id);
 }
+
+const kinds = { triangles: "surface", lines: "line", points: "point" };
 
 export class Drawing {
   #parts = [];
@@ -40,16 +45,19 @@ export class Drawing {
       for (const primitive of meshes[mesh]) {
         const kind = isOnTop && primitive.mode === "triangles" ? "plain" : kinds[primitive.mode];
         const batch = new Batch(primitive, materialOf(stage.uniforms, { kind, color: primitive.color, isOnTop }), placed);
-        batch.object.renderOrder = isOnTop ? 10 : 0;
+        batch.object.renderOrder = isOnTop ? 7000 : 0;
         batch.surface = mainColor(meshes[mesh]);
         batches.push(batch);
         stage.add(batch.object);
       }
     };
-    placedByMesh(instances).forEach(make(this.#parts, false));
+    const placed = placedByMesh(instances);
+    placed.forEach(make(this.#parts, false));
     placedByMesh(annotations).forEach(make(this.#annotations, true));
     session.on(["shown", "picked", "view", "switches"], () => this.update());
-    session.on(["section"], () => this.updateSection());
+    this.caps = new Caps(stage, session, placed);
+    this.overlay = new Overlay(stage, session);
+    session.on(["section", "shown", "switches"], () => this.updateSection());
     session.on(["camera"], () => {
       stage.camera = session.camera;
       stage.invalidate();
@@ -62,6 +70,8 @@ export class Drawing {
   /** Colours that can be told from the ground: those of annotations, and of lines on surfaces or in the open. */
   setTheme({ ground, accent }) {
     this.stage.uniforms.accent.value.set(...accent);
+    this.overlay.accent = accent;
+    this.overlay.update();
     const recolor = (batch, behind, least) => {
       const [r, g, b] = legible(batch.primitive.color.slice(0, 3), behind, least);
       batch.material.uniforms.color.value.set(r, g, b, batch.primitive.color[3]);
@@ -76,19 +86,13 @@ export class Drawing {
   update() {
     const { session } = this;
     const { picked, switches } = session;
-    const marked = new Set();
-    if (picked?.kind === "instance")
-      for (let list = [picked.instance]; list.length; ) {
-        const each = list.pop();
-        marked.add(each);
-        list.push(...each.children);
-      }
+    const marked = new Set(picked?.kind === "instance" ? subtreeOf(picked.instance) : []);
     for (const batch of this.#parts) {
       const isEdge = batch.primitive.mode === "lines" && batch.surface;
       batch.update((each) => session.isShown(each) && (!isEdge || switches.edges), (each) => marked.has(each));
     }
     for (const batch of this.#annotations)
-      batch.update((each) => session.isAnnotationShown(each), (each) => picked?.annotation === each);
+      batch.update((each) => session.isAnnotationShown(each), (each) => isMeant(picked, each));
     this.stage.invalidate();
   }
 
@@ -96,6 +100,6 @@ export class Drawing {
     const { section, partsBox } = this.session;
     this.plane = section ? planeOf(section, partsBox) : null;
     this.stage.uniforms.clip.value.set(...(this.plane ?? uncut));
-    this.stage.invalidate();
+    this.caps.update(this.plane, outline);
   }
 }

@@ -190,11 +190,11 @@ export function boxOf(model, placed) {
   return box;
 }
 
-/** The pieces of a face or an edge of a mesh: null where the mesh has none of this id. */
+/** Where a mesh has a face or an edge: null where the mesh has none of this id. */
 export function findPieces(mesh, mode, id) {
   for (const primitive of mesh) {
     const at = primitive.mode === mode ? primitive.ids.indexOf(id) : -1;
-    if (at >= 0) return { primitive, first: primitive.starts[at], end: primitive.starts[at + 1] };
+    if (at >= 0) return { primitive, at };
   }
   return null;
 }
@@ -209,3 +209,10 @@ export function subtreeOf(instance) {
 /** What an instance is called. */
 export const nameOf = (model, instance) =>
   instance.name || model.blocks.get(instance.block)?.name || instance.id || "unnamed";
+
+/** The colour of most of the surface of a mesh; null if it has none. */
+export function mainColor(mesh) {
+  const surfaces = mesh.filter((each) => each.mode === "triangles");
+  if (surfaces.length === 0) return null;
+  return surfaces.reduce((most, each) => (each.indices.length > most.indices.length ? each : most)).color;
+}

@@ -1,5 +1,7 @@
 // The section plane: which plane it is, and where it cuts the triangles.
-import { cornersOf, dot, scale, transformDirection, transformNormal, unit } from "./space.js";
+import {
+  along, cornersOf, cross, dot, length, scale, subtract, transformDirection, transformNormal, transformPoint, unit,
+} from "./space.js";
 
 /**
  * @typedef {object} Section
@@ -28,7 +30,7 @@ export function sectionOfView({ clipping: [a, b, c, d], clippingWorld }) {
   const normal = transformNormal(clippingWorld, [a, b, c]);
   const square = a * a + b * b + c * c;
   const on = scale([a, b, c], -d / square);
-  const point = [0, 1, 2].map((k) => clippingWorld[k] * on[0] + clippingWorld[k + 4] * on[1] + clippingWorld[k + 8] * on[2] + clippingWorld[k + 12]);
+  const point = transformPoint(clippingWorld, on);
   return { axis: "view", normal, offset: dot(normal, point) };
 }
 
@@ -77,3 +79,18 @@ export function cutsBox([a, b, c, d], box) {
   return heights.some((h) => h > 0) && heights.some((h) => h <= 0);
 }
 
+/** Whether triangles close a volume: the vectors of their areas then add up to nothing. */
+export function isClosed(mesh) {
+  let sum = [0, 0, 0];
+  let all = 0;
+  for (const { mode, positions, indices } of mesh) {
+    if (mode !== "triangles") continue;
+    const at = (i) => [positions[3 * indices[i]], positions[3 * indices[i] + 1], positions[3 * indices[i] + 2]];
+    for (let i = 0; i < indices.length; i += 3) {
+      const area = cross(subtract(at(i + 1), at(i)), subtract(at(i + 2), at(i)));
+      sum = along(sum, area, 1);
+      all += length(area);
+    }
+  }
+  return all > 0 && length(sum) < 1e-3 * all;
+}

@@ -1,6 +1,7 @@
 // What the user sees and does: what is shown and picked, the view, the section, the switches. Whoever shows any of it
 // asks to be told when it changes.
 import { firstCamera, fitted, savedCamera, standardView, withPerspective } from "./camera.js";
+import { measure, shapeOf } from "./measure.js";
 import { boxOf, subtreeOf } from "./model.js";
 import { sectionOfView, startSection } from "./section.js";
 import { cornersOf, distance, emptyBox, grow, isEmptyBox, mix } from "./space.js";
@@ -20,7 +21,9 @@ export class Session {
   view = null;
   switches = { edges: true, pmi: true, caps: true, measure: false };
   section = null;
+  /** What is measured: up to two picked vertices, edges or faces, each with its `shape`. */
   measured = [];
+  result = null;
 
   constructor(model, facts) {
     this.model = model;
@@ -83,8 +86,8 @@ export class Session {
 
   turnOn(name, isOn = !this.switches[name]) {
     this.switches[name] = isOn;
-    if (name === "measure") this.measured = [];
-    this.#tell("switches", "measured");
+    if (name === "measure") this.forgetMeasured();
+    this.#tell("switches");
   }
 
   /** Moves the camera at once. */
@@ -127,12 +130,15 @@ export class Session {
 
   /** Adds a place to measure from or to; a third one begins anew. */
   measure(picked) {
-    this.measured = this.measured.length === 2 ? [picked] : [...this.measured, picked];
+    const next = { ...picked, shape: shapeOf(picked, this.facts) };
+    this.measured = this.measured.length === 2 ? [next] : [...this.measured, next];
+    this.result = this.measured.length === 2 ? measure(this.measured[0].shape, next.shape) : null;
     this.#tell("measured");
   }
 
   forgetMeasured() {
     this.measured = [];
+    this.result = null;
     this.#tell("measured");
   }
 }
