@@ -8,6 +8,7 @@ const reaches = { annotation: 6, edge: 7, vertex: 10 }; // in pixels
 
 export class App {
   #flying = 0;
+  #isFitted = true;
 
   constructor(session, stage) {
     this.session = session;
@@ -28,10 +29,26 @@ export class App {
     this.#flying = requestAnimationFrame(step);
   }
 
-  fit(instances) { this.fly(this.session.fittedTo(instances)); }
-  useView(view) { this.fly(this.session.useView(view)); }
+  fit(instances) {
+    this.#isFitted = !instances;
+    this.fly(this.session.fittedTo(instances));
+  }
+
+  /** The room for the canvas has changed: what filled it is to fill it again. */
+  refit() { if (this.#isFitted) this.session.look(this.session.fittedTo()); }
+
+  standardView(name) {
+    this.#isFitted = true;
+    this.fly(this.session.standardView(name));
+  }
+
+  useView(view) {
+    this.#isFitted = false;
+    this.fly(this.session.useView(view));
+  }
 
   #look(camera) {
+    this.#isFitted = false;
     cancelAnimationFrame(this.#flying);
     this.session.look(camera);
   }

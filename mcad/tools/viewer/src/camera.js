@@ -54,8 +54,11 @@ export function standardView(camera, name) {
   return looking(camera, scale(direction, -1), up);
 }
 
-/** Moves and zooms so that the points, at least one, fill the window. */
-export function fitted(camera, points, aspect) {
+/**
+ * Moves and zooms so that the points, at least one, fill the window.
+ * @param {number} foot the part of the window's height that stays free below them; above them if it is negative
+ */
+export function fitted(camera, points, aspect, foot = 0) {
   const axes = [rightOf(camera), camera.up, camera.back];
   const low = [Infinity, Infinity, Infinity];
   const high = low.map((each) => -each);
@@ -67,10 +70,11 @@ export function fitted(camera, points, aspect) {
   const size = subtract(high, low);
   const most = Math.max(...size, 1e-9);
   const [width, height] = [Math.max(size[0], most * 1e-3), Math.max(size[1], most * 1e-3)];
-  const target = axes.reduce((sum, axis, k) => along(sum, axis, (low[k] + high[k]) / 2), [0, 0, 0]);
-  let full = (aspect >= 1 ? Math.max(height, width / aspect) : Math.max(width, height * aspect)) * margin;
-  if (camera.isPerspective) full += size[2] * Math.tan((camera.angle * Math.PI) / 360); // what is nearest is largest
-  return { ...camera, target, height: full };
+  const middle = axes.reduce((sum, axis, k) => along(sum, axis, (low[k] + high[k]) / 2), [0, 0, 0]);
+  const nearer = camera.isPerspective ? size[2] * Math.tan((camera.angle * Math.PI) / 360) : 0; // what is nearest is largest
+  const full = Math.max((height * margin + nearer) / (1 - Math.abs(foot)), (width * margin) / aspect + nearer);
+  const fit = { ...camera, target: middle, height: aspect >= 1 ? full : full * aspect };
+  return { ...fit, target: along(middle, camera.up, (-foot / 2) * full) };
 }
 
 /** Turns by a drag of so many windows' heights: around the upright axis of the world, and around the window's own. */

@@ -23,7 +23,7 @@ export function commandsOf(app, { theme, help, search, escape }) {
   const toggle = (name, label, key) => ({ name, label, key, group: "switch", run: () => session.turnOn(name), isOn: () => session.switches[name] });
   return [
     { name: "fit", label: "Fit", key: "f", group: "view", run: () => app.fit() },
-    ...standardViews.map((name, i) => ({ name, label: capital(name), key: String(i + 1), group: "view", run: () => app.fly(session.standardView(name)) })),
+    ...standardViews.map((name, i) => ({ name, label: capital(name), key: String(i + 1), group: "view", run: () => app.standardView(name) })),
     {
       name: "perspective", label: "Perspective", key: "o", group: "view",
       run: () => app.fly(session.perspective(!session.camera.isPerspective)), isOn: () => session.camera.isPerspective,

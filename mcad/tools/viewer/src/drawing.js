@@ -18,6 +18,7 @@ function placedByMesh(list) {
   return result;
 }
 
+const ink = [0.094, 0.227, 0.549]; // of annotations that nobody gave a colour
 const outline = [0.125, 0.14, 0.17]; // of what is cut
 
 /** An annotation is picked, or applies to the face or the edge that is. */
@@ -32,6 +33,7 @@ const kinds = { triangles: "surface", lines: "line", points: "point" };
 export class Drawing {
   #parts = [];
   #annotations = [];
+  #halos = [];
 
   /**
    * @param {import("./stage.js").Stage} stage
@@ -49,6 +51,7 @@ export class Drawing {
         batch.surface = mainColor(meshes[mesh]);
         batches.push(batch);
         stage.add(batch.object);
+        if (isOnTop && kind === "line") this.#halo(batch, placed);
       }
     };
     const placed = placedByMesh(instances);
@@ -67,16 +70,29 @@ export class Drawing {
     this.updateSection();
   }
 
+  /** The ground around the strokes of an annotation, on which they are legible wherever they are. */
+  #halo({ primitive }, placed) {
+    const { uniforms } = this.stage;
+    const halo = new Batch(primitive, materialOf(uniforms, { kind: "line", color: [1, 1, 1, 0.6], isOnTop: true }), placed);
+    halo.material.uniforms.width = uniforms.haloWidth;
+    halo.object.renderOrder = 6990;
+    this.#halos.push(halo);
+    this.stage.add(halo.object);
+  }
+
   /** Colours that can be told from the ground: those of annotations, and of lines on surfaces or in the open. */
   setTheme({ ground, accent }) {
     this.stage.uniforms.accent.value.set(...accent);
     this.overlay.accent = accent;
     this.overlay.update();
     const recolor = (batch, behind, least) => {
-      const [r, g, b] = legible(batch.primitive.color.slice(0, 3), behind, least);
+      const said = batch.primitive.color.slice(0, 3);
+      const isLost = Math.min(...said, ...behind) > 0.78; // white, for a dark ground
+      const [r, g, b] = legible(isLost ? ink : said, behind, least);
       batch.material.uniforms.color.value.set(r, g, b, batch.primitive.color[3]);
     };
     for (const batch of this.#annotations) recolor(batch, ground, 4.5);
+    for (const halo of this.#halos) halo.material.uniforms.color.value.set(...ground, 0.6);
     for (const batch of this.#parts)
       if (batch.primitive.mode !== "triangles")
         recolor(batch, batch.surface?.slice(0, 3) ?? ground, luminance(batch.surface ?? ground) < 0.03 ? 1.6 : 1.3);
@@ -93,6 +109,7 @@ export class Drawing {
     }
     for (const batch of this.#annotations)
       batch.update((each) => session.isAnnotationShown(each), (each) => isMeant(picked, each));
+    for (const halo of this.#halos) halo.update((each) => session.isAnnotationShown(each), () => false);
     this.stage.invalidate();
   }
 

@@ -27,7 +27,6 @@ export class List {
       id: settings.id, role: settings.role, "aria-label": settings.label, tabindex: 0,
       onkeydown: (event) => this.#key(event),
       onscroll: () => this.#draw(),
-      onfocus: () => this.setActive(this.active),
       onclick: (event) => this.#click(event),
     }, this.inner);
     new ResizeObserver(() => this.#draw(true)).observe(this.element);

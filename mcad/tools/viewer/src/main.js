@@ -39,15 +39,18 @@ function makeStage(canvas) {
 }
 
 /** Keeps the canvas as large as the room for it. */
-function followSize(view, stage, session) {
+function followSize(view, app, views) {
+  const { session, stage } = app;
   let isFirst = true;
   new ResizeObserver(() => {
     stage.resize(view.clientWidth, view.clientHeight, Math.min(devicePixelRatio, 2));
     session.aspect = stage.aspect;
-    if (!isFirst) return;
+    const isBelow = views.offsetTop > view.clientHeight / 2;
+    session.foot = ((isBelow ? 1 : -1) * (views.offsetHeight + 16)) / stage.height;
+    const active = isFirst && session.model.views.find((each) => each.isActive);
     isFirst = false;
-    const active = session.model.views.find((each) => each.isActive);
-    session.look(active ? session.useView(active) : session.fittedTo());
+    if (active) app.useView(active);
+    else app.refit();
   }).observe(view);
 }
 
@@ -98,7 +101,7 @@ async function start() {
   document.body.append(make("header", {}, make("h1", { title: document.title }, document.title), tools.element), tabs.element, view, help, spoken);
   listen(canvas, new Gestures(app));
   listenToKeys(app, commands);
-  followSize(view, stage, session);
+  followSize(view, app, views.element);
   if (session.model.annotations.length > 0 && session.model.instances.length < 4) tabs.show("pmi", false);
   globalThis.viewer = { app, session, stage }; // to look at from the browser's console
 }

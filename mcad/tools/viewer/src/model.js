@@ -90,14 +90,15 @@ function readPrimitive(glb, { attributes, extras = {}, indices, material, mode: 
 function walk({ nodes = [], scenes = [], scene = 0 }) {
   const parentOf = new Int32Array(nodes.length).fill(-2);
   const order = [...(scenes[scene]?.nodes ?? [])];
+  if (order.length === 0 || !order.every((root) => nodes[root])) throw new Error("The model has no scene.");
   for (const root of order) parentOf[root] = -1;
   const worlds = [];
   for (let at = 0; at < order.length; ++at) {
     const index = order[at];
     const node = nodes[index];
-    if (!node) throw new Error(`The model has no node ${index}, which another one contains.`);
     worlds[index] = multiply(parentOf[index] < 0 ? identity() : worlds[parentOf[index]], placementOf(node));
     for (const child of node.children ?? []) {
+      if (!nodes[child]) throw new Error(`The model has no node ${child}, which another one contains.`);
       if (parentOf[child] !== -2) throw new Error(`Node ${child} of the model is contained twice.`);
       parentOf[child] = index;
       order.push(child);
@@ -178,7 +179,7 @@ export function buildModel(glb) {
   const count = (mesh) => meshes[mesh].reduce((sum, p) => sum + (p.width === 3 ? p.indices.length / 3 : 0), 0);
   const triangles = instances.reduce((sum, { mesh }) => sum + (mesh === null ? 0 : count(mesh)), 0);
   const blocks = new Map((json.extras?.blocks ?? []).map((block) => [block.id, block]));
-  return { instances, meshes, annotations, views, blocks, toWorld: worlds[order[0]] ?? identity(), triangles };
+  return { instances, meshes, annotations, views, blocks, toWorld: worlds[order[0]], triangles };
 }
 
 /** The box in the world around what is placed somewhere. */

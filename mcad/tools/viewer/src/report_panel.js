@@ -17,11 +17,18 @@ function lossTable(losses) {
   return make("table.losses", {}, make("caption", {}, "Contents of the file"), make("thead", {}, make("tr", {}, ...heads)), make("tbody", {}, ...rows));
 }
 
+/** A value with its unit as the page writes them; numbers of more digits than anybody reads are cut. */
+export function valueText({ value, unit = "" }) {
+  const isLong = value.length > 10 && /^-?\d+\.\d+(e[-+]\d+)?$/i.test(value);
+  const text = isLong ? String(Number(Number(value).toPrecision(9))) : value;
+  return [text, unit.replaceAll("^2", "²").replaceAll("^3", "³")].filter(Boolean).join("\u00a0");
+}
+
 /** The groups of properties of a part or of the whole file. */
 export function propertyGroups(groups) {
   return (groups ?? []).map(({ name, properties }) =>
     make("section.group", {}, make("h3", {}, name),
-      table(properties.map((each) => [each.name, [each.value, each.unit].filter(Boolean).join(" ")]))));
+      table(properties.map((each) => [each.name, valueText(each)]))));
 }
 
 /** @param {import("./session.js").Session} session */

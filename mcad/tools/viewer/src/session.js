@@ -15,6 +15,7 @@ import { cornersOf, distance, emptyBox, grow, isEmptyBox, mix } from "./space.js
 export class Session {
   #listeners = [];
   aspect = 1;
+  foot = 0;
   camera = firstCamera();
   /** @type {?Picked} */
   picked = null;
@@ -107,7 +108,7 @@ export class Session {
 
   /** The camera that shows everything that is shown, or these instances. */
   fittedTo(instances = this.model.instances, camera = this.camera) {
-    return fitted(camera, this.#visiblePoints(instances), this.aspect);
+    return fitted(camera, this.#visiblePoints(instances), this.aspect, this.foot);
   }
 
   standardView(name) { return this.fittedTo(this.model.instances, standardView(this.camera, name)); }

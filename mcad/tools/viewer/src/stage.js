@@ -20,6 +20,7 @@ export class Stage {
     viewport: { value: new Vector2(1, 1) },
     edgeWidth: { value: 1.3 },
     strokeWidth: { value: 1.6 },
+    haloWidth: { value: 5 },
   };
   frames = 0;
   camera = null;
@@ -58,6 +59,7 @@ export class Stage {
     this.uniforms.viewport.value.set(this.width * pixels, this.height * pixels);
     this.uniforms.edgeWidth.value = 1.3 * pixels;
     this.uniforms.strokeWidth.value = 1.6 * pixels;
+    this.uniforms.haloWidth.value = 5 * pixels;
     this.invalidate();
   }
 
