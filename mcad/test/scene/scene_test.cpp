@@ -168,6 +168,16 @@ TEST(Scene, IsMadeOfStructuresOfAnySize) {
     EXPECT_EQ(joined(nested.warnings), "");
 }
 
+TEST(Scene, CallsASinglePartByItsName) {
+    Model model;
+    model.structure->setProductName(L"SPAXIopPSProductDummyReference");
+    model.reference->setName(L"SPAXIopPSProductDummyInstance");
+    ASSERT_TRUE(model.structure->isPart());
+    const Scene scene = model.build();
+    EXPECT_EQ(scene.parts[0].name, "Plate");
+    EXPECT_EQ(pathOf(scene, 1), "Plate/Plate");
+}
+
 TEST(Scene, InheritsColoursFromWhatIsAround) {
     Model model;
     model.reference->setColor({10, 20, 30, 128});

@@ -277,3 +277,10 @@ test("ten thousand instances are opened and listed at once", () => {
   assert.equal(under(1.004, -1.006).placed.name, "Cube 5051");
   assert.equal(under(1.015, -1.006), null);
 });
+
+test("characters with a shape of their own stand apart from the text around them", () => {
+  const { symbols } = new Facts({ symbols: { "⌖": {}, "Ⓜ": {} } });
+  assert.deepEqual(symbols.pieces("⌖ | ⌀0.2 ⓂⓂ"), [
+    { character: "⌖" }, { text: " | ⌀0.2 " }, { character: "Ⓜ" }, { character: "Ⓜ" }]);
+  assert.deepEqual(new Facts().symbols.pieces("⌖"), [{ text: "⌖" }]);
+});

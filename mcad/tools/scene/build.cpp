@@ -72,6 +72,11 @@ private:
             m_scene.up = structure.worldOrientation();
         Part& product = m_scene.parts.front();
         product.name = text::validUtf8(structure.productName());
+        if (structure.isPart() && !structure.rootBlockReferences().empty()) { // the name only says so
+            const ExcBlockPtr block =
+                structure.getBlockById(structure.rootBlockReferences().front()->blockId());
+            product.name = block ? text::validUtf8(block->name()) : std::string();
+        }
         product.isAssembly = true;
         appendProperties(structure.miscData(), product.properties);
     }

@@ -82,7 +82,8 @@ export class Details {
     const found = annotationsOn(this.session.model, instance, kind, id);
     if (found.length === 0) return [];
     const buttons = found.map((annotation) =>
-      make("button.link", { type: "button", onclick: () => this.session.pick({ kind: "annotation", annotation }) }, lineOf(annotation)));
+      make("button.link", { type: "button", onclick: () => this.session.pick({ kind: "annotation", annotation }) },
+        ...this.session.facts.symbols.nodes(lineOf(annotation))));
     return [make("section.group", {}, make("h3", {}, "Annotations"), make("div.links", {}, ...buttons))];
   }
 
@@ -100,7 +101,7 @@ export class Details {
     const group = (title, items) => items.length > 0 ? make("section.group", {}, make("h3", {}, title), make("div.links", {}, ...items)) : null;
     return [
       this.#head(annotation.kind, annotation.name || annotation.id, close),
-      annotation.value ? make("p.value", {}, annotation.value) : null,
+      annotation.value ? make("p.value", {}, ...facts.symbols.nodes(annotation.value)) : null,
       group("Applies to", [...pieces("face", annotation.faces), ...pieces("edge", annotation.edges)]),
       group("Shown in", views.map((view) => link(view.name, () => this.act.useView(view)))),
       table([["Part", nameOf(model, owner)], ["Id", annotation.id]].filter(([, text]) => text)),

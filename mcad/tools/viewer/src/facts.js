@@ -1,4 +1,5 @@
-// What is known exactly of faces and edges, and how lengths are written.
+// What is known exactly of faces and edges, and how lengths and symbols are written.
+import { Symbols } from "./symbols.js";
 
 const lengths = new Set(["radius", "length", "major", "minor"]);
 const digits = (value, most) => {
@@ -15,6 +16,7 @@ export class Facts {
     this.generator = json.generator ?? "";
     this.unit = json.unit ?? "mm";
     this.millimeters = json.millimeters > 0 ? json.millimeters : 1;
+    this.symbols = new Symbols(json.symbols);
     this.losses = json.losses ?? [];
     this.warnings = json.warnings ?? [];
     const byId = (list) => new Map((list ?? []).map((each) => [String(each.id), each]));

@@ -45,7 +45,7 @@ export class PmiPanel {
   #row(annotation) {
     const isShown = this.session.isAnnotationShown(annotation);
     return make(`div.row.two${isShown ? "" : ".none"}`, { role: "option", "aria-selected": String(annotation === this.session.picked?.annotation) },
-      make("span.name", { title: annotation.value }, lineOf(annotation)),
+      make("span.name", { title: annotation.value }, ...this.session.facts.symbols.nodes(lineOf(annotation))),
       make("span.kind", {}, [annotation.kind, annotation.name].filter(Boolean).join(" · ")));
   }
 }
