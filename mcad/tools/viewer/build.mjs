@@ -23,7 +23,7 @@ async function bundle(file) {
     charset: "utf8",
     entryPoints: [join(here, file)],
     format: "iife",
-    legalComments: "none",
+    legalComments: "eof", // the licence of three.js goes with it
     minify: true,
     nodePaths: [join(home, "node_modules")],
     target: "es2022",

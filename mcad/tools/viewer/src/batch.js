@@ -44,9 +44,10 @@ export function geometryOf(primitive) {
 /**
  * A material on one of the shaders.
  * @param {object} uniforms those of the stage
- * @param {{kind: string, color: number[], isOnTop?: boolean}} look
+ * @param {{kind: string, color: number[], isOnTop?: boolean, extent?: number}} look where lines are to fade with the size
+ * of what they belong to, that size is the extent
  */
-export function materialOf(uniforms, { kind, color, isOnTop = false, ...more }) {
+export function materialOf(uniforms, { kind, color, isOnTop = false, extent = 0, ...more }) {
   const isThin = kind === "line" || kind === "point";
   return new ShaderMaterial({
     ...shaders[kind],
@@ -57,6 +58,7 @@ export function materialOf(uniforms, { kind, color, isOnTop = false, ...more }) 
       clip: isOnTop ? uniforms.uncut : uniforms.clip,
       viewport: uniforms.viewport,
       width: isOnTop ? uniforms.strokeWidth : uniforms.edgeWidth,
+      extent: { value: extent },
       lift: { value: isThin && !isOnTop ? 2e-5 : 0 },
     },
     side: DoubleSide,

@@ -3,8 +3,9 @@ import { Batch, materialOf } from "./batch.js";
 import { Caps } from "./caps.js";
 import { legible, luminance } from "./color.js";
 import { Overlay } from "./overlay.js";
-import { mainColor, subtreeOf } from "./model.js";
+import { boxOf, mainColor, subtreeOf } from "./model.js";
 import { planeOf } from "./section.js";
+import { distance, identity } from "./space.js";
 import { uncut } from "./stage.js";
 
 /** Of each mesh, what has it. */
@@ -44,9 +45,11 @@ export class Drawing {
     this.session = session;
     const { meshes, instances, annotations } = session.model;
     const make = (batches, isOnTop) => (placed, mesh) => {
+      const { low, high } = boxOf(session.model, [{ mesh, world: identity() }]);
+      const extent = isOnTop || meshes[mesh].length === 0 ? 0 : distance(low, high);
       for (const primitive of meshes[mesh]) {
         const kind = isOnTop && primitive.mode === "triangles" ? "plain" : kinds[primitive.mode];
-        const batch = new Batch(primitive, materialOf(stage.uniforms, { kind, color: primitive.color, isOnTop }), placed);
+        const batch = new Batch(primitive, materialOf(stage.uniforms, { kind, color: primitive.color, isOnTop, extent }), placed);
         batch.object.renderOrder = isOnTop ? 7000 : 0;
         batch.surface = mainColor(meshes[mesh]);
         batches.push(batch);

@@ -82,7 +82,13 @@ ${place}
 uniform vec2 viewport;
 uniform float width;
 uniform float lift;
+uniform float extent;
 out float vMark;
+/** Lines of what is small on the screen fade away, or nothing of its colour would be left. */
+float strength(float depth) {
+  float pixels = extent * length(place[0].xyz) * projectionMatrix[1][1] / depth * viewport.y * 0.5;
+  return extent > 0.0 ? clamp((pixels - 6.0 * width) / (30.0 * width), 0.0, 1.0) : 1.0;
+}
 void main() {
   vec4 near = projectionMatrix * viewMatrix * (place * vec4(other, 1.0));
   vec4 here = projectionMatrix * viewMatrix * worldOf(position);
@@ -90,7 +96,7 @@ void main() {
   float size = length(along);
   along = size > 1e-6 ? along / size : vec2(1.0, 0.0);
   float side = (gl_VertexID & 1) == 0 ? 1.0 : -1.0;
-  float wide = width * (1.0 + 0.8 * mark);
+  float wide = width * (1.0 + 0.8 * mark) * max(strength(here.w), mark);
   vec2 offset = side * vec2(-along.y, along.x) - 0.5 * along;
   here.xy += offset * wide / viewport * here.w;
   here.z -= lift * here.w;
