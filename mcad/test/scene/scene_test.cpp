@@ -191,6 +191,10 @@ TEST(Scene, InheritsColoursFromWhatIsAround) {
     attributes->setColor(std::make_shared<ExcColor>(0xFFFF, 0, 0x8000)); // of 16 bits
     model.node->setAttributes(attributes);
     EXPECT_EQ(drawn(), (Color{255, 0, 128, 128}));
+    model.node->setType(ExcVisuNode::EType::ROOT); // of the part as a whole
+    EXPECT_EQ(drawn(), (Color{10, 20, 30, 128}));
+    model.reference->setColor({});
+    EXPECT_EQ(drawn(), (Color{255, 0, 128, 255}));
     model.face->setColor({1, 2, 3, 255});
     EXPECT_EQ(drawn(), (Color{1, 2, 3, 255}));
     attributes->setHidden(true);

@@ -74,7 +74,7 @@ private:
         instance.part = part;
         instance.local = local;
         instance.world = around.world * local;
-        instance.look = lookOf(reference.color()).within(around.look);
+        instance.look = lookOf(reference.color()).within(around.look).within(m_scene.parts[part].look);
         instance.isHidden = around.isHidden || reference.isHidden() || reference.isSuppressed();
         appendProperties(reference.miscData(), instance.properties);
         m_scene.instances.push_back(std::move(instance));

@@ -186,16 +186,20 @@ void PartBuilder::visit(const ExcVisuNode& node, Level& level) {
                            "': its placement is not of numbers and is ignored");
     }
     if (const ExcVisuAttributesPtr& attributes = node.attributes()) {
-        drawn.look = lookOfNode(*attributes).within(drawn.look);
+        Look& look = node.type() == NodeType::ROOT ? m_part.look : drawn.look;
+        look = lookOfNode(*attributes).within(look);
         drawn.isHidden = drawn.isHidden || attributes->isHidden();
         if (attributes->lineAttribute()) level.lineWidth = attributes->lineAttribute()->lineWeight();
     }
     level.isPMI = level.isPMI || node.type() == NodeType::PMI;
     if (node.pmi()) addAnnotation(*node.pmi(), level);
     if (node.mesh()) addMesh(*node.mesh(), level);
-    if (node.wire())
+    if (node.wire()) {
+        Drawn ofWire = drawn; // without surfaces, it has their colour
+        ofWire.look = drawn.look.within(m_part.look);
         for (const ExcVisuEdgePtr& edge : node.wire()->edges())
-            m_shapes.addLine(*edge, drawn, shapeOf(level));
+            m_shapes.addLine(*edge, ofWire, shapeOf(level));
+    }
     if (node.pointSet())
         for (const ExcVisuPointsPtr& points : node.pointSet()->points())
             m_shapes.addMarkers(*points, node.pointSet()->mechanicalId(), drawn, shapeOf(level));

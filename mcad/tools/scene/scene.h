@@ -33,8 +33,8 @@ struct Color {
 
 /// What something says of its colour and its opacity. Each may be missing, and is then that of what is around: a face
 /// lies in nodes of its part's scene, the part in an instance, that in the instances that contain it, and the nearest
-/// one that says something decides. So the colour of a block reference shows on what of its block has no colour of its
-/// own. Edges that bound faces take no colour from around, to stand out: without one of their own they are plain.
+/// one that says something decides. A part as a whole is asked last, as its instances stand for it: the colour of a
+/// block reference shows on all faces of its block that have no colour of their own. Edges that bound faces take no colour from around, to stand out: without one of their own they are plain.
 struct Look {
     Color color;
     bool hasColor = false;
@@ -150,6 +150,7 @@ struct Part {
     std::uint64_t block = 0;
     std::string name;
     bool isAssembly = false;
+    Look look; ///< where its instances say nothing
     Shape shape;
     std::vector<Annotation> annotations;
     std::vector<View> views;
@@ -163,7 +164,7 @@ struct Instance {
     std::uint32_t part = 0;
     Placement local;       ///< in the parent
     Placement world;       ///< in the scene
-    Look look;             ///< with what the instances around say
+    Look look;             ///< with what the instances around say, and the part
     bool isHidden = false; ///< itself, or one around it
     std::vector<PropertyGroup> properties;
 };
