@@ -19,7 +19,8 @@ export class App {
   fly(to) {
     cancelAnimationFrame(this.#flying);
     const from = this.session.camera;
-    if (matchMedia("(prefers-reduced-motion: reduce)").matches || from.isPerspective !== to.isPerspective) return this.session.look(to);
+    if (matchMedia("(prefers-reduced-motion: reduce)").matches || from.isPerspective !== to.isPerspective)
+      return this.session.look(to);
     const start = performance.now();
     const step = (now) => {
       const t = Math.min(1, Math.max(0, (now - start) / flight));
@@ -35,7 +36,9 @@ export class App {
   }
 
   /** The room for the canvas has changed: what filled it is to fill it again. */
-  refit() { if (this.#isFitted) this.session.look(this.session.fittedTo()); }
+  refit() {
+    if (this.#isFitted) this.session.look(this.session.fittedTo());
+  }
 
   standardView(name) {
     this.#isFitted = true;
@@ -53,9 +56,15 @@ export class App {
     this.session.look(camera);
   }
 
-  turn(dx, dy) { this.#look(turned(this.session.camera, dx / this.stage.height, dy / this.stage.height)); }
-  pan(dx, dy) { this.#look(panned(this.session.camera, dx / this.stage.height, dy / this.stage.height, this.stage.aspect)); }
-  zoom(factor, x, y) { this.#look(zoomed(this.session.camera, factor, ...this.toWindow(x, y), this.stage.aspect)); }
+  turn(dx, dy) {
+    this.#look(turned(this.session.camera, dx / this.stage.height, dy / this.stage.height));
+  }
+  pan(dx, dy) {
+    this.#look(panned(this.session.camera, dx / this.stage.height, dy / this.stage.height, this.stage.aspect));
+  }
+  zoom(factor, x, y) {
+    this.#look(zoomed(this.session.camera, factor, ...this.toWindow(x, y), this.stage.aspect));
+  }
 
   /** Pixels of the page on the window from -1 to 1, and back. */
   toWindow(x, y) {

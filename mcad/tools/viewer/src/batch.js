@@ -1,7 +1,16 @@
 // One primitive of a mesh at all places where it is shown, as one draw call.
 import {
-  BufferAttribute, DoubleSide, InstancedBufferAttribute, InstancedBufferGeometry, GLSL3, InterleavedBuffer,
-  InterleavedBufferAttribute, Mesh, Points, ShaderMaterial, Vector4,
+  BufferAttribute,
+  DoubleSide,
+  InstancedBufferAttribute,
+  InstancedBufferGeometry,
+  GLSL3,
+  InterleavedBuffer,
+  InterleavedBufferAttribute,
+  Mesh,
+  Points,
+  ShaderMaterial,
+  Vector4,
 } from "three";
 import * as shaders from "./shaders.js";
 
@@ -95,7 +104,9 @@ export class Batch {
     this.object.material.dispose();
   }
 
-  get material() { return this.object.material; }
+  get material() {
+    return this.object.material;
+  }
 
   /** Shows it at those places only that pass, and marks some of them. */
   update(isShown, isMarked) {

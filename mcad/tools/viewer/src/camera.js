@@ -1,5 +1,5 @@
 // The camera as plain numbers: what it looks at, from where, and how much of it the window shows.
-import { along, cornersOf, cross, dot, length, mix, scale, subtract, transformDirection, transformPoint, unit } from "./space.js";
+import { along, cross, dot, length, mix, scale, subtract, transformDirection, transformPoint, unit } from "./space.js";
 
 /**
  * @typedef {object} Camera
@@ -15,13 +15,34 @@ export const standardViews = ["iso", "front", "back", "left", "right", "top", "b
 
 // From the eye and upwards, with z up, as zeq picture has them.
 const sights = {
-  iso: [[-1, 1.2, -0.9], [0, 0, 1]],
-  front: [[0, 1, 0], [0, 0, 1]],
-  back: [[0, -1, 0], [0, 0, 1]],
-  left: [[1, 0, 0], [0, 0, 1]],
-  right: [[-1, 0, 0], [0, 0, 1]],
-  top: [[0, 0, -1], [0, 1, 0]],
-  bottom: [[0, 0, 1], [0, -1, 0]],
+  iso: [
+    [-1, 1.2, -0.9],
+    [0, 0, 1],
+  ],
+  front: [
+    [0, 1, 0],
+    [0, 0, 1],
+  ],
+  back: [
+    [0, -1, 0],
+    [0, 0, 1],
+  ],
+  left: [
+    [1, 0, 0],
+    [0, 0, 1],
+  ],
+  right: [
+    [-1, 0, 0],
+    [0, 0, 1],
+  ],
+  top: [
+    [0, 0, -1],
+    [0, 1, 0],
+  ],
+  bottom: [
+    [0, 0, 1],
+    [0, -1, 0],
+  ],
 };
 
 const margin = 1.08;
@@ -112,12 +133,14 @@ export function savedCamera(view, middle, radius) {
   const { camera, world } = view;
   const eye = transformPoint(world, [0, 0, 0]);
   const depth = (back) => Math.max(dot(subtract(eye, middle), back), radius * 1e-3);
-  const axes = [[0, 0, 1], [0, 1, 0]].map((axis) => transformDirection(world, axis));
+  const axes = [
+    [0, 0, 1],
+    [0, 1, 0],
+  ].map((axis) => transformDirection(world, axis));
   const plain = looking({ target: eye, isPerspective: camera.type === "perspective", angle: usualAngle }, ...axes);
   const distance = depth(plain.back);
   const target = along(eye, plain.back, -distance);
-  if (!plain.isPerspective)
-    return { ...plain, target, height: 2 * camera.orthographic.ymag * length(axes[1]) };
+  if (!plain.isPerspective) return { ...plain, target, height: 2 * camera.orthographic.ymag * length(axes[1]) };
   const angle = (camera.perspective.yfov * 180) / Math.PI;
   return { ...plain, target, angle, height: 2 * distance * Math.tan(camera.perspective.yfov / 2) };
 }
@@ -152,7 +175,12 @@ const toQuaternion = ({ up, back }) => {
   const s = Math.sqrt(sums[k] + 1) * 2;
   const [a, b, c] = [y[2] - z[1], z[0] - x[2], x[1] - y[0]];
   const [d, e, f] = [y[0] + x[1], z[0] + x[2], z[1] + y[2]];
-  return [[a, b, c, s * s / 4], [s * s / 4, d, e, a], [d, s * s / 4, f, b], [e, f, s * s / 4, c]][k].map((n) => n / s);
+  return [
+    [a, b, c, (s * s) / 4],
+    [(s * s) / 4, d, e, a],
+    [d, (s * s) / 4, f, b],
+    [e, f, (s * s) / 4, c],
+  ][k].map((n) => n / s);
 };
 
 /** A camera on the way from one to another; t is from 0 to 1. */
@@ -160,7 +188,8 @@ export function between(from, to, t) {
   const [p, q] = [toQuaternion(from), toQuaternion(to)];
   const cosine = p.reduce((sum, each, k) => sum + each * q[k], 0);
   const angle = Math.acos(Math.min(1, Math.abs(cosine)));
-  const [a, b] = angle < 1e-4 ? [1 - t, t] : [Math.sin((1 - t) * angle), Math.sin(t * angle)].map((n) => n / Math.sin(angle));
+  const [a, b] =
+    angle < 1e-4 ? [1 - t, t] : [Math.sin((1 - t) * angle), Math.sin(t * angle)].map((n) => n / Math.sin(angle));
   const raw = p.map((each, k) => each * a + q[k] * b * (cosine < 0 ? -1 : 1));
   const size = Math.hypot(...raw);
   const [x, y, z, w] = raw.map((n) => n / size);

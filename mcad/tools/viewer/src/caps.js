@@ -2,8 +2,21 @@
 // sight enters it less how often it leaves; where that is not zero on the plane, the plane lies inside. So caps are
 // right where parts touch or go through each other.
 import {
-  AlwaysStencilFunc, BackSide, DecrementWrapStencilOp, FrontSide, GLSL3, IncrementWrapStencilOp, KeepStencilOp, Mesh,
-  NotEqualStencilFunc, PlaneGeometry, ReplaceStencilOp, ShaderMaterial, Vector2, Vector3, Vector4,
+  AlwaysStencilFunc,
+  BackSide,
+  DecrementWrapStencilOp,
+  FrontSide,
+  GLSL3,
+  IncrementWrapStencilOp,
+  KeepStencilOp,
+  Mesh,
+  NotEqualStencilFunc,
+  PlaneGeometry,
+  ReplaceStencilOp,
+  ShaderMaterial,
+  Vector2,
+  Vector3,
+  Vector4,
 } from "three";
 import { Batch, materialOf } from "./batch.js";
 import { mainColor } from "./model.js";
@@ -54,13 +67,22 @@ export class Caps {
 
   #make(group) {
     const { stage } = this;
-    const passes = [[BackSide, IncrementWrapStencilOp], [FrontSide, DecrementWrapStencilOp]];
-    group.batches = group.primitives.flatMap((primitive) => passes.map(([side, operation]) => {
-      const material = materialOf(stage.uniforms, { kind: "plain", color: [0, 0, 0, 1], ...counting(side, operation) });
-      const batch = new Batch(primitive, material, group.placed);
-      batch.object.renderOrder = group.order;
-      return batch;
-    }));
+    const passes = [
+      [BackSide, IncrementWrapStencilOp],
+      [FrontSide, DecrementWrapStencilOp],
+    ];
+    group.batches = group.primitives.flatMap((primitive) =>
+      passes.map(([side, operation]) => {
+        const material = materialOf(stage.uniforms, {
+          kind: "plain",
+          color: [0, 0, 0, 1],
+          ...counting(side, operation),
+        });
+        const batch = new Batch(primitive, material, group.placed);
+        batch.object.renderOrder = group.order;
+        return batch;
+      }),
+    );
     const angle = ((group.order % 2 ? 45 : -45) + 15 * Math.floor(((group.order % 6) - 1) / 2)) * (Math.PI / 180);
     const material = new ShaderMaterial({
       ...shaders.cap,
@@ -96,7 +118,11 @@ export class Caps {
       if (cut.size > 0 && !group.batches) this.#make(group);
       if (!group.batches) continue;
       const isCapped = session.switches.caps && group.isClosed;
-      for (const batch of group.batches) batch.update((each) => isCapped && cut.has(each), () => false);
+      for (const batch of group.batches)
+        batch.update(
+          (each) => isCapped && cut.has(each),
+          () => false,
+        );
       group.cap.visible = isCapped && cut.size > 0;
       if (plane) this.#place(group.cap, plane);
     }
@@ -126,13 +152,20 @@ export class Caps {
       this.#outline = null;
     }
     if (points.length === 0) return;
-    const primitive = { mode: "lines", positions: Float32Array.from(points), indices: Uint32Array.from({ length: points.length / 3 }, (_, i) => i) };
+    const primitive = {
+      mode: "lines",
+      positions: Float32Array.from(points),
+      indices: Uint32Array.from({ length: points.length / 3 }, (_, i) => i),
+    };
     const material = materialOf(this.stage.uniforms, { kind: "line", color: [...color, 1] });
     material.uniforms.clip = this.stage.uniforms.uncut;
     material.uniforms.lift = { value: 6e-5 };
     this.#outline = new Batch(primitive, material, [{ world: identity() }]);
     this.#outline.object.renderOrder = 5000;
-    this.#outline.update(() => true, () => false);
+    this.#outline.update(
+      () => true,
+      () => false,
+    );
     this.stage.add(this.#outline.object);
   }
 }

@@ -6,7 +6,9 @@ import { propertyGroups } from "./report_panel.js";
 
 /** The annotations that apply to a face or an edge of an instance. */
 export const annotationsOn = (model, instance, what, id) =>
-  model.annotations.filter((each) => each.owner === instance && (what === "face" ? each.faces : each.edges).includes(id));
+  model.annotations.filter(
+    (each) => each.owner === instance && (what === "face" ? each.faces : each.edges).includes(id),
+  );
 
 const pathOf = (model, instance) => {
   const names = [];
@@ -42,7 +44,9 @@ export class Details {
     this.element.hidden = !picked;
     if (!picked) return;
     const close = button("close", "Close", () => this.session.pick(null), { isBare: true });
-    this.element.replaceChildren(...(picked.kind === "annotation" ? this.#annotation(picked, close) : this.#part(picked, close)));
+    this.element.replaceChildren(
+      ...(picked.kind === "annotation" ? this.#annotation(picked, close) : this.#part(picked, close)),
+    );
   }
 
   #head(kind, title, close) {
@@ -50,7 +54,10 @@ export class Details {
   }
 
   #part(picked, close) {
-    const { session, session: { model, facts } } = this;
+    const {
+      session,
+      session: { model, facts },
+    } = this;
     const { instance } = picked;
     const block = model.blocks.get(instance.block);
     const name = nameOf(model, instance);
@@ -63,16 +70,34 @@ export class Details {
       nodes.push(table(facts.rows(fact)), ...this.#pmiOf(picked));
     }
     nodes.push(isPiece ? make("h2.part", {}, name) : this.#head("part", name, close));
-    const triangles = instance.mesh === null ? 0 : model.meshes[instance.mesh].reduce((sum, p) => sum + (p.width === 3 ? p.indices.length / 3 : 0), 0);
-    const faces = instance.mesh === null ? 0 : model.meshes[instance.mesh].reduce((sum, p) => sum + (p.width === 3 ? p.ids.length : 0), 0);
-    nodes.push(make("div.actions", {},
-      button(isHidden ? "shown" : "hidden", isHidden ? "Show" : "Hide", () => session.show(instance, isHidden)),
-      button("isolate", "Isolate", () => session.isolate(instance)),
-      button("fit", "Zoom", () => this.act.fit([instance]), { title: "Zoom to this part" })));
-    nodes.push(table([
-      ["Part", block?.name ?? ""], ["In", pathOf(model, instance)], ["Id", instance.id],
-      ["Faces", faces ? String(faces) : ""], ["Triangles", triangles ? triangles.toLocaleString("en") : ""],
-    ].filter(([label, text]) => text && (label !== "Part" || text !== name))));
+    const triangles =
+      instance.mesh === null
+        ? 0
+        : model.meshes[instance.mesh].reduce((sum, p) => sum + (p.width === 3 ? p.indices.length / 3 : 0), 0);
+    const faces =
+      instance.mesh === null
+        ? 0
+        : model.meshes[instance.mesh].reduce((sum, p) => sum + (p.width === 3 ? p.ids.length : 0), 0);
+    nodes.push(
+      make(
+        "div.actions",
+        {},
+        button(isHidden ? "shown" : "hidden", isHidden ? "Show" : "Hide", () => session.show(instance, isHidden)),
+        button("isolate", "Isolate", () => session.isolate(instance)),
+        button("fit", "Zoom", () => this.act.fit([instance]), { title: "Zoom to this part" }),
+      ),
+    );
+    nodes.push(
+      table(
+        [
+          ["Part", block?.name ?? ""],
+          ["In", pathOf(model, instance)],
+          ["Id", instance.id],
+          ["Faces", faces ? String(faces) : ""],
+          ["Triangles", triangles ? triangles.toLocaleString("en") : ""],
+        ].filter(([label, text]) => text && (label !== "Part" || text !== name)),
+      ),
+    );
     nodes.push(...propertyGroups(instance.properties), ...propertyGroups(block?.properties));
     return nodes;
   }
@@ -82,29 +107,53 @@ export class Details {
     const found = annotationsOn(this.session.model, instance, kind, id);
     if (found.length === 0) return [];
     const buttons = found.map((annotation) =>
-      make("button.link", { type: "button", onclick: () => this.session.pick({ kind: "annotation", annotation }) },
-        ...this.session.facts.symbols.nodes(lineOf(annotation))));
+      make(
+        "button.link",
+        { type: "button", onclick: () => this.session.pick({ kind: "annotation", annotation }) },
+        lineOf(annotation),
+      ),
+    );
     return [make("section.group", {}, make("h3", {}, "Annotations"), make("div.links", {}, ...buttons))];
   }
 
   #annotation({ annotation }, close) {
-    const { session, session: { model, facts } } = this;
+    const {
+      session,
+      session: { model, facts },
+    } = this;
     const { owner } = annotation;
     const link = (label, act) => make("button.link", { type: "button", onclick: act }, label);
-    const pieces = (what, ids) => ids.map((id) => {
-      const piece = owner.mesh === null ? null : findPieces(model.meshes[owner.mesh], what === "face" ? "triangles" : "lines", id);
-      const { kind = "" } = facts.of(owner.block, what, id);
-      const label = `${what} ${id}${kind && `, ${kind}`}`;
-      return piece ? link(label, () => session.pick({ kind: what, instance: owner, id, primitive: piece.primitive, at: piece.at })) : make("span", {}, label);
-    });
+    const pieces = (what, ids) =>
+      ids.map((id) => {
+        const piece =
+          owner.mesh === null
+            ? null
+            : findPieces(model.meshes[owner.mesh], what === "face" ? "triangles" : "lines", id);
+        const { kind = "" } = facts.of(owner.block, what, id);
+        const label = `${what} ${id}${kind && `, ${kind}`}`;
+        return piece
+          ? link(label, () =>
+              session.pick({ kind: what, instance: owner, id, primitive: piece.primitive, at: piece.at }),
+            )
+          : make("span", {}, label);
+      });
     const views = model.views.filter((view) => view.owner === owner && view.annotations.has(annotation.id));
-    const group = (title, items) => items.length > 0 ? make("section.group", {}, make("h3", {}, title), make("div.links", {}, ...items)) : null;
+    const group = (title, items) =>
+      items.length > 0 ? make("section.group", {}, make("h3", {}, title), make("div.links", {}, ...items)) : null;
     return [
       this.#head(annotation.kind, annotation.name || annotation.id, close),
       annotation.value ? make("p.value", {}, ...facts.symbols.nodes(annotation.value)) : null,
       group("Applies to", [...pieces("face", annotation.faces), ...pieces("edge", annotation.edges)]),
-      group("Shown in", views.map((view) => link(view.name, () => this.act.useView(view)))),
-      table([["Part", nameOf(model, owner)], ["Id", annotation.id]].filter(([, text]) => text)),
+      group(
+        "Shown in",
+        views.map((view) => link(view.name, () => this.act.useView(view))),
+      ),
+      table(
+        [
+          ["Part", nameOf(model, owner)],
+          ["Id", annotation.id],
+        ].filter(([, text]) => text),
+      ),
     ].filter(Boolean);
   }
 }

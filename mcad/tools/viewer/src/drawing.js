@@ -26,7 +26,9 @@ const outline = [0.125, 0.14, 0.17]; // of what is cut
 function isMeant(picked, annotation) {
   if (!picked || picked.kind === "instance") return false;
   if (picked.kind === "annotation") return picked.annotation === annotation;
-  return annotation.owner === picked.instance && annotation[picked.kind === "face" ? "faces" : "edges"].includes(picked.id);
+  return (
+    annotation.owner === picked.instance && annotation[picked.kind === "face" ? "faces" : "edges"].includes(picked.id)
+  );
 }
 
 const kinds = { triangles: "surface", lines: "line", points: "point" };
@@ -49,7 +51,11 @@ export class Drawing {
       const extent = isOnTop || meshes[mesh].length === 0 ? 0 : distance(low, high);
       for (const primitive of meshes[mesh]) {
         const kind = isOnTop && primitive.mode === "triangles" ? "plain" : kinds[primitive.mode];
-        const batch = new Batch(primitive, materialOf(stage.uniforms, { kind, color: primitive.color, isOnTop, extent }), placed);
+        const batch = new Batch(
+          primitive,
+          materialOf(stage.uniforms, { kind, color: primitive.color, isOnTop, extent }),
+          placed,
+        );
         batch.object.renderOrder = isOnTop ? 7000 : 0;
         batch.surface = mainColor(meshes[mesh]);
         batches.push(batch);
@@ -76,7 +82,11 @@ export class Drawing {
   /** The ground around the strokes of an annotation, on which they are legible wherever they are. */
   #halo({ primitive }, placed) {
     const { uniforms } = this.stage;
-    const halo = new Batch(primitive, materialOf(uniforms, { kind: "line", color: [1, 1, 1, 0.6], isOnTop: true }), placed);
+    const halo = new Batch(
+      primitive,
+      materialOf(uniforms, { kind: "line", color: [1, 1, 1, 0.6], isOnTop: true }),
+      placed,
+    );
     halo.material.uniforms.width = uniforms.haloWidth;
     halo.object.renderOrder = 6990;
     this.#halos.push(halo);
@@ -108,11 +118,21 @@ export class Drawing {
     const marked = new Set(picked?.kind === "instance" ? subtreeOf(picked.instance) : []);
     for (const batch of this.#parts) {
       const isEdge = batch.primitive.mode === "lines" && batch.surface;
-      batch.update((each) => session.isShown(each) && (!isEdge || switches.edges), (each) => marked.has(each));
+      batch.update(
+        (each) => session.isShown(each) && (!isEdge || switches.edges),
+        (each) => marked.has(each),
+      );
     }
     for (const batch of this.#annotations)
-      batch.update((each) => session.isAnnotationShown(each), (each) => isMeant(picked, each));
-    for (const halo of this.#halos) halo.update((each) => session.isAnnotationShown(each), () => false);
+      batch.update(
+        (each) => session.isAnnotationShown(each),
+        (each) => isMeant(picked, each),
+      );
+    for (const halo of this.#halos)
+      halo.update(
+        (each) => session.isAnnotationShown(each),
+        () => false,
+      );
     this.stage.invalidate();
   }
 

@@ -30,12 +30,20 @@ export class Facts {
   }
 
   /** Metres in the unit in which lengths are shown. */
-  fromMeters(meters) { return (meters * 1000) / this.millimeters; }
-  toMeters(value) { return (value * this.millimeters) / 1000; }
+  fromMeters(meters) {
+    return (meters * 1000) / this.millimeters;
+  }
+  toMeters(value) {
+    return (value * this.millimeters) / 1000;
+  }
 
   /** A length in the unit, written with it. */
-  length(value) { return `${digits(value, this.millimeters > 10 ? 5 : 4)}\u00a0${this.unit}`; }
-  area(value) { return `${digits(value, 3)}\u00a0${this.unit}²`; }
+  length(value) {
+    return `${digits(value, this.millimeters > 10 ? 5 : 4)}\u00a0${this.unit}`;
+  }
+  area(value) {
+    return `${digits(value, 3)}\u00a0${this.unit}²`;
+  }
 
   /** The rows [label, text] that tell of a face or an edge, its kind left out. */
   rows(fact) {
@@ -43,11 +51,18 @@ export class Facts {
     if (Number.isFinite(fact.radius)) {
       rows.push(["Radius", this.length(fact.radius)], ["Diameter", this.length(2 * fact.radius)]);
     }
-    for (const [key, label] of [["major", "Major radius"], ["minor", "Minor radius"], ["length", "Length"]])
+    for (const [key, label] of [
+      ["major", "Major radius"],
+      ["minor", "Minor radius"],
+      ["length", "Length"],
+    ])
       if (lengths.has(key) && Number.isFinite(fact[key])) rows.push([label, this.length(fact[key])]);
     if (Number.isFinite(fact.angle)) rows.push(["Half angle", degrees(fact.angle)]);
     if (Number.isFinite(fact.area)) rows.push(["Area", this.area(fact.area)]);
-    for (const [key, label] of [["normal", "Normal"], ["axis", "Axis"]])
+    for (const [key, label] of [
+      ["normal", "Normal"],
+      ["axis", "Axis"],
+    ])
       if (fact[key]) rows.push([label, directionText(fact[key])]);
     return rows;
   }

@@ -67,8 +67,12 @@ export function listen(element, gestures) {
   element.addEventListener("pointerup", (event) => gestures.up(event));
   element.addEventListener("pointercancel", (event) => gestures.cancel(event));
   element.addEventListener("contextmenu", (event) => event.preventDefault());
-  element.addEventListener("wheel", (event) => {
-    event.preventDefault();
-    gestures.wheel(event);
-  }, { passive: false });
+  element.addEventListener(
+    "wheel",
+    (event) => {
+      event.preventDefault();
+      gestures.wheel(event);
+    },
+    { passive: false },
+  );
 }

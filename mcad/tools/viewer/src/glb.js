@@ -1,11 +1,6 @@
 // Reads binary glTF 2.0 as far as zeq writes it: one buffer, tight accessors, which become typed arrays without copies.
 
-const components = {
-  5121: Uint8Array,
-  5123: Uint16Array,
-  5125: Uint32Array,
-  5126: Float32Array,
-};
+const components = { 5121: Uint8Array, 5123: Uint16Array, 5125: Uint32Array, 5126: Float32Array };
 const widths = { SCALAR: 1, VEC3: 3 };
 
 /**
@@ -16,11 +11,12 @@ const widths = { SCALAR: 1, VEC3: 3 };
 export function readGlb(buffer) {
   const view = new DataView(buffer);
   if (buffer.byteLength < 20 || view.getUint32(0, true) !== 0x46546c67) throw new Error("The model is no binary glTF.");
-  if (view.getUint32(4, true) !== 2) throw new Error(`The model is of version ${view.getUint32(4, true)} of glTF, not 2.`);
+  if (view.getUint32(4, true) !== 2)
+    throw new Error(`The model is of version ${view.getUint32(4, true)} of glTF, not 2.`);
   if (view.getUint32(8, true) !== buffer.byteLength)
     throw new Error(`The model has ${buffer.byteLength} bytes and should have ${view.getUint32(8, true)}.`);
   const chunks = new Map();
-  for (let at = 12; at + 8 <= buffer.byteLength; ) {
+  for (let at = 12; at + 8 <= buffer.byteLength;) {
     const size = view.getUint32(at, true);
     if (at + 8 + size > buffer.byteLength) throw new Error("The model ends in the middle of a chunk.");
     chunks.set(view.getUint32(at + 4, true), [at + 8, size]);

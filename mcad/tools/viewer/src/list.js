@@ -23,16 +23,25 @@ export class List {
   constructor(settings) {
     this.settings = settings;
     this.inner = make("div.rows", { role: "none" });
-    this.element = make("div.list", {
-      id: settings.id, role: settings.role, "aria-label": settings.label, tabindex: 0,
-      onkeydown: (event) => this.#key(event),
-      onscroll: () => this.#draw(),
-      onclick: (event) => this.#click(event),
-    }, this.inner);
+    this.element = make(
+      "div.list",
+      {
+        id: settings.id,
+        role: settings.role,
+        "aria-label": settings.label,
+        tabindex: 0,
+        onkeydown: (event) => this.#key(event),
+        onscroll: () => this.#draw(),
+        onclick: (event) => this.#click(event),
+      },
+      this.inner,
+    );
     new ResizeObserver(() => this.#draw(true)).observe(this.element);
   }
 
-  get rows() { return this.#rows; }
+  get rows() {
+    return this.#rows;
+  }
 
   /** Shows other rows, or the same ones anew. */
   setRows(rows) {
@@ -42,16 +51,22 @@ export class List {
     this.#draw(true);
   }
 
-  refresh() { this.#draw(true); }
+  refresh() {
+    this.#draw(true);
+  }
 
   /** Says which row is meant, and brings it into sight. */
   setActive(index) {
     if (!this.#rows[index]) return;
     this.active = index;
-    const { element, settings: { rowHeight } } = this;
+    const {
+      element,
+      settings: { rowHeight },
+    } = this;
     const top = index * rowHeight;
     if (top < element.scrollTop) element.scrollTop = top;
-    else if (top + rowHeight > element.scrollTop + element.clientHeight) element.scrollTop = top + rowHeight - element.clientHeight;
+    else if (top + rowHeight > element.scrollTop + element.clientHeight)
+      element.scrollTop = top + rowHeight - element.clientHeight;
     this.#draw(true);
   }
 
@@ -88,7 +103,14 @@ export class List {
     if (!row || event.altKey || event.ctrlKey || event.metaKey) return;
     const page = Math.max(1, Math.floor(this.element.clientHeight / this.settings.rowHeight) - 1);
     const last = this.#rows.length - 1;
-    const goal = { ArrowDown: this.active + 1, ArrowUp: this.active - 1, Home: 0, End: last, PageDown: this.active + page, PageUp: this.active - page }[event.key];
+    const goal = {
+      ArrowDown: this.active + 1,
+      ArrowUp: this.active - 1,
+      Home: 0,
+      End: last,
+      PageDown: this.active + page,
+      PageUp: this.active - page,
+    }[event.key];
     if (goal !== undefined) this.setActive(Math.max(0, Math.min(last, goal)));
     else if (event.key === "Enter" || event.key === " ") this.settings.choose(row, this.active);
     else if (!this.settings.key?.(event, row, this.active)) return;

@@ -57,16 +57,27 @@ function followSize(view, app, views) {
 async function start() {
   const session = await readSession();
   document.title = session.facts.file || "Model";
-  const canvas = make("canvas", { id: "canvas", tabindex: 0, role: "application", "aria-label": "Model; arrow keys turn it, Enter picks what is in the middle" });
+  const canvas = make("canvas", {
+    id: "canvas",
+    tabindex: 0,
+    role: "application",
+    "aria-label": "Model; arrow keys turn it, Enter picks what is in the middle",
+  });
   const stage = makeStage(canvas);
   const drawing = new Drawing(stage, session);
   const app = new App(session, stage);
   app.plane = () => drawing.plane;
-  const theme = new Theme((name, palette) => drawing.setTheme({ ground: fromHex(palette.ground), accent: fromHex(palette.accent) }));
+  const theme = new Theme((name, palette) =>
+    drawing.setTheme({ ground: fromHex(palette.ground), accent: fromHex(palette.accent) }),
+  );
 
   const parts = new PartsPanel(session);
   const pmi = new PmiPanel(session, (view) => app.useView(view));
-  const tabs = new Tabs([["parts", "Parts", parts.element], ["pmi", "PMI", pmi.element], ["report", "Report", reportPanel(session)]]);
+  const tabs = new Tabs([
+    ["parts", "Parts", parts.element],
+    ["pmi", "PMI", pmi.element],
+    ["report", "Report", reportPanel(session)],
+  ]);
   const details = new Details(session, app);
   const commands = commandsOf(app, {
     theme,
@@ -88,17 +99,33 @@ async function start() {
     views.update();
     tools.update();
   });
-  theme.apply = ((apply) => (...theirs) => {
-    apply(...theirs);
-    tools.update();
-  })(theme.apply);
+  theme.apply = (
+    (apply) =>
+    (...theirs) => {
+      apply(...theirs);
+      tools.update();
+    }
+  )(theme.apply);
   const spoken = make("p.unseen", { id: "spoken", role: "status", "aria-live": "polite" });
   session.on(["picked"], () => (spoken.textContent = sentenceOf(session, session.picked)));
 
-  const view = make("main", { id: "view", "aria-label": "Picture of the model" }, canvas, make("div.cross", { "aria-hidden": "true" }),
-    make("div.bars", {}, new SectionBar(session).element, new MeasureBar(session).element), details.element, views.element);
+  const view = make(
+    "main",
+    { id: "view", "aria-label": "Picture of the model" },
+    canvas,
+    make("div.cross", { "aria-hidden": "true" }),
+    make("div.bars", {}, new SectionBar(session).element, new MeasureBar(session).element),
+    details.element,
+    views.element,
+  );
   document.getElementById("status").remove();
-  document.body.append(make("header", {}, make("h1", { title: document.title }, document.title), tools.element), tabs.element, view, help, spoken);
+  document.body.append(
+    make("header", {}, make("h1", { title: document.title }, document.title), tools.element),
+    tabs.element,
+    view,
+    help,
+    spoken,
+  );
   listen(canvas, new Gestures(app));
   listenToKeys(app, commands);
   followSize(view, app, views.element);

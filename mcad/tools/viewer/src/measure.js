@@ -1,6 +1,17 @@
 // Distances and angles between points, edges and faces: exact where it is known what these are.
 import { pointsOf } from "./picking.js";
-import { along, cross, distance, dot, length, subtract, transformDirection, transformNormal, transformPoint, unit } from "./space.js";
+import {
+  along,
+  cross,
+  distance,
+  dot,
+  length,
+  subtract,
+  transformDirection,
+  transformNormal,
+  transformPoint,
+  unit,
+} from "./space.js";
 
 /**
  * @typedef {object} Shape what is measured from or to, in the world, in metres
@@ -25,13 +36,19 @@ export function shapeOf(picked, facts) {
   if (kind === "vertex") return { ...base, kind: "point", name: "vertex" };
   const fact = facts.of(instance.block, kind, picked.id);
   const { world } = instance;
-  const center = fact.center && transformPoint(world, fact.center.map((each) => facts.toMeters(each)));
+  const center =
+    fact.center &&
+    transformPoint(
+      world,
+      fact.center.map((each) => facts.toMeters(each)),
+    );
   const turned = (v) => unit(transformDirection(world, v));
   if (kind === "edge") {
     if (fact.direction) return { ...base, kind: "line", name: "line", direction: turned(fact.direction) };
     if (center) return { ...base, kind: "point", name: `centre of ${fact.kind}`, point: center };
     const points = picked.at < 0 ? [] : pointsOf(picked, world);
-    if (points.length === 2) return { ...base, kind: "line", name: "line", direction: unit(subtract(points[1], points[0])) };
+    if (points.length === 2)
+      return { ...base, kind: "line", name: "line", direction: unit(subtract(points[1], points[0])) };
     return { ...base, kind: "free", name: fact.kind ?? "edge" };
   }
   if (fact.normal) return { ...base, kind: "plane", name: "plane", direction: transformNormal(world, fact.normal) };
@@ -48,7 +65,8 @@ function flatNormal({ primitive, at }) {
   if (at < 0 || !primitive.normals) return null;
   const normal = (i) => [0, 1, 2].map((k) => primitive.normals[3 * primitive.indices[i] + k]);
   const first = normal(3 * primitive.starts[at]);
-  for (let i = 3 * primitive.starts[at]; i < 3 * primitive.starts[at + 1]; ++i) if (dot(first, normal(i)) < 1 - 1e-9) return null;
+  for (let i = 3 * primitive.starts[at]; i < 3 * primitive.starts[at + 1]; ++i)
+    if (dot(first, normal(i)) < 1 - 1e-9) return null;
   return first;
 }
 

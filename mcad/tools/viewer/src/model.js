@@ -170,7 +170,8 @@ export function buildModel(glb) {
         mesh: node.mesh ?? null,
         world,
       });
-    } else if (node.mesh !== undefined) { // the inner one of two nodes that place an instance
+    } else if (node.mesh !== undefined) {
+      // the inner one of two nodes that place an instance
       owner.mesh = node.mesh;
       owner.world = world;
     }

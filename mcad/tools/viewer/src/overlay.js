@@ -12,7 +12,10 @@ export function highlightsOf({ picked, measured, model }) {
   if (picked?.kind === "annotation") {
     const { owner, faces, edges } = picked.annotation;
     const mesh = owner.mesh === null ? [] : model.meshes[owner.mesh];
-    for (const [mode, ids] of [["triangles", faces], ["lines", edges]])
+    for (const [mode, ids] of [
+      ["triangles", faces],
+      ["lines", edges],
+    ])
       for (const id of ids) {
         const piece = findPieces(mesh, mode, id);
         if (piece) found.push({ instance: owner, ...piece });
@@ -55,7 +58,10 @@ export class Overlay {
     const points = session.measured.map(({ point }) => point);
     const ends = session.result?.ends ?? [];
     const everywhere = { world: identity() };
-    const flat = (list) => ({ positions: Float32Array.from(list.flat()), indices: Uint32Array.from(list, (_, i) => i) });
+    const flat = (list) => ({
+      positions: Float32Array.from(list.flat()),
+      indices: Uint32Array.from(list, (_, i) => i),
+    });
     const onTop = { color: marks.measure, isOnTop: true, renderOrder: 6002 };
     if (ends.length > 0) this.#add({ mode: "lines", ...flat(ends) }, { kind: "line", ...onTop }, everywhere);
     const dots = ends.length > 0 ? ends : points;
@@ -68,7 +74,10 @@ export class Overlay {
     const batch = new Batch(primitive, material, [placed]);
     batch.object.renderOrder = renderOrder;
     if (isThick) material.uniforms.lift = { value: 1e-4 };
-    batch.update(() => true, () => isThick);
+    batch.update(
+      () => true,
+      () => isThick,
+    );
     this.#batches.push(batch);
     this.stage.add(batch.object);
   }

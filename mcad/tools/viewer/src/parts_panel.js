@@ -12,12 +12,19 @@ export class PartsPanel {
     this.session = session;
     this.tree = new Tree(session.model);
     this.search = make("input", {
-      id: "search", type: "search", placeholder: "Search parts", "aria-label": "Search parts", autocomplete: "off",
+      id: "search",
+      type: "search",
+      placeholder: "Search parts",
+      "aria-label": "Search parts",
+      autocomplete: "off",
       oninput: () => this.#find(),
     });
     this.found = make("p.note", { role: "status" });
     this.list = new List({
-      id: "tree", role: "tree", label: "Parts", rowHeight: 26,
+      id: "tree",
+      role: "tree",
+      label: "Parts",
+      rowHeight: 26,
       render: (row) => this.#row(row),
       choose: ({ instance }) => session.pick({ kind: "instance", instance }),
       key: (event, row, at) => this.#key(event, row, at),
@@ -28,7 +35,9 @@ export class PartsPanel {
     this.#update();
   }
 
-  #update() { this.list.setRows(this.tree.rows()); }
+  #update() {
+    this.list.setRows(this.tree.rows());
+  }
 
   #find() {
     const count = this.tree.search(this.search.value);
@@ -36,7 +45,9 @@ export class PartsPanel {
     this.#update();
   }
 
-  get #chosen() { return this.session.picked?.instance ?? this.session.picked?.annotation?.owner ?? null; }
+  get #chosen() {
+    return this.session.picked?.instance ?? this.session.picked?.annotation?.owner ?? null;
+  }
 
   /** Brings the row of what was picked into sight. */
   #follow() {
@@ -60,24 +71,42 @@ export class PartsPanel {
       event.stopPropagation();
       change();
     };
-    return make(`div.row.${state}`, {
-      role: "treeitem", "aria-level": level, "aria-posinset": position, "aria-setsize": size,
-      "aria-expanded": isParent ? String(isOpen) : null, "aria-selected": String(instance === this.#chosen),
-      "aria-label": state === "none" ? `${name}, hidden` : name,
-    },
-    make("span.twisty", {
-      style: `margin-left:${(level - 1) * indent}px`, "aria-hidden": "true",
-      onclick: act(() => {
-        tree.toggle(instance);
-        this.#update();
-      }),
-    }, isParent ? icon("open") : ""),
-    make("span.name", { title: name }, name),
-    make("button.bare", {
-      type: "button", tabindex: -1, title: state === "none" ? "Show" : "Hide",
-      "aria-label": `${state === "none" ? "Show" : "Hide"} ${name}`,
-      onclick: act(() => session.show(instance, state === "none")),
-    }, icon(state === "none" ? "hidden" : "shown")));
+    return make(
+      `div.row.${state}`,
+      {
+        role: "treeitem",
+        "aria-level": level,
+        "aria-posinset": position,
+        "aria-setsize": size,
+        "aria-expanded": isParent ? String(isOpen) : null,
+        "aria-selected": String(instance === this.#chosen),
+        "aria-label": state === "none" ? `${name}, hidden` : name,
+      },
+      make(
+        "span.twisty",
+        {
+          style: `margin-left:${(level - 1) * indent}px`,
+          "aria-hidden": "true",
+          onclick: act(() => {
+            tree.toggle(instance);
+            this.#update();
+          }),
+        },
+        isParent ? icon("open") : "",
+      ),
+      make("span.name", { title: name }, name),
+      make(
+        "button.bare",
+        {
+          type: "button",
+          tabindex: -1,
+          title: state === "none" ? "Show" : "Hide",
+          "aria-label": `${state === "none" ? "Show" : "Hide"} ${name}`,
+          onclick: act(() => session.show(instance, state === "none")),
+        },
+        icon(state === "none" ? "hidden" : "shown"),
+      ),
+    );
   }
 
   #key({ key }, { instance }, at) {

@@ -41,7 +41,9 @@ export function throughTriangle({ origin, direction }, a, b, c) {
 }
 
 const idAt = (primitive, piece) =>
-  primitive.ids.length > 0 ? { at: rangeOf(primitive.starts, piece), id: primitive.ids[rangeOf(primitive.starts, piece)] } : { at: -1, id: "" };
+  primitive.ids.length > 0
+    ? { at: rangeOf(primitive.starts, piece), id: primitive.ids[rangeOf(primitive.starts, piece)] }
+    : { at: -1, id: "" };
 
 /**
  * The nearest triangle that a ray meets.
@@ -97,7 +99,11 @@ export function nearestLine(model, placed, ray, reach, isKept = () => true) {
       if (!local || !meetsBox(local, primitive.box, far / size)) continue;
       const { positions, indices } = primitive;
       for (let i = 0; i < indices.length; i += 2) {
-        const { t, point, apart } = nearestOnSegment(local, corner(positions, indices[i]), corner(positions, indices[i + 1]));
+        const { t, point, apart } = nearestOnSegment(
+          local,
+          corner(positions, indices[i]),
+          corner(positions, indices[i + 1]),
+        );
         const off = (apart * size) / reach(t);
         if (!(off <= 1) || (best && off >= best.off) || t < 0) continue;
         const inWorld = transformPoint(each.world, point);
@@ -120,7 +126,7 @@ function endsOf({ positions, indices, starts }, at, world) {
 export function pointsOf({ primitive, at }, world) {
   const { positions, indices, starts, width } = primitive;
   const result = [];
-  for (let i = width * starts[at]; i < width * starts[at + 1]; ++i) result.push(transformPoint(world, corner(positions, indices[i])));
+  for (let i = width * starts[at]; i < width * starts[at + 1]; ++i)
+    result.push(transformPoint(world, corner(positions, indices[i])));
   return result;
 }
-

@@ -13,16 +13,28 @@ export class PmiPanel {
   constructor(session, useView) {
     this.session = session;
     const { annotations, views } = session.model;
-    const viewButton = (view, label) => make("button.chip", { type: "button", "aria-pressed": "false", onclick: () => useView(view) }, label);
-    this.buttons = [[null, viewButton(null, "All")], ...views.map((view) => [view, viewButton(view, view.name || "unnamed")])];
+    const viewButton = (view, label) =>
+      make("button.chip", { type: "button", "aria-pressed": "false", onclick: () => useView(view) }, label);
+    this.buttons = [
+      [null, viewButton(null, "All")],
+      ...views.map((view) => [view, viewButton(view, view.name || "unnamed")]),
+    ];
     this.list = new List({
-      id: "annotations", role: "listbox", label: "Annotations", rowHeight: 44,
+      id: "annotations",
+      role: "listbox",
+      label: "Annotations",
+      rowHeight: 44,
       render: (annotation) => this.#row(annotation),
       choose: (annotation) => session.pick({ kind: "annotation", annotation }),
     });
-    this.element = make("div.panel", { hidden: true },
-      views.length > 0 ? make("div.chips", { role: "group", "aria-label": "Saved views" }, ...this.buttons.map(([, each]) => each)) : null,
-      annotations.length > 0 ? this.list.element : make("p.note", {}, "The model has no annotations."));
+    this.element = make(
+      "div.panel",
+      { hidden: true },
+      views.length > 0
+        ? make("div.chips", { role: "group", "aria-label": "Saved views" }, ...this.buttons.map(([, each]) => each))
+        : null,
+      annotations.length > 0 ? this.list.element : make("p.note", {}, "The model has no annotations."),
+    );
     session.on(["view", "shown", "switches"], () => this.#update());
     session.on(["picked"], () => this.#follow());
     this.#update();
@@ -32,7 +44,8 @@ export class PmiPanel {
   #update() {
     const { session } = this;
     for (const [view, each] of this.buttons) each.setAttribute("aria-pressed", String(view === session.view));
-    const isListed = (each) => (session.view ? session.view.owner === each.owner && session.view.annotations.has(each.id) : !each.isHidden);
+    const isListed = (each) =>
+      session.view ? session.view.owner === each.owner && session.view.annotations.has(each.id) : !each.isHidden;
     this.list.setRows(session.model.annotations.filter(isListed));
   }
 
@@ -44,8 +57,11 @@ export class PmiPanel {
 
   #row(annotation) {
     const isShown = this.session.isAnnotationShown(annotation);
-    return make(`div.row.two${isShown ? "" : ".none"}`, { role: "option", "aria-selected": String(annotation === this.session.picked?.annotation) },
+    return make(
+      `div.row.two${isShown ? "" : ".none"}`,
+      { role: "option", "aria-selected": String(annotation === this.session.picked?.annotation) },
       make("span.name", { title: annotation.value }, ...this.session.facts.symbols.nodes(lineOf(annotation))),
-      make("span.kind", {}, [annotation.kind, annotation.name].filter(Boolean).join(" · ")));
+      make("span.kind", {}, [annotation.kind, annotation.name].filter(Boolean).join(" · ")),
+    );
   }
 }

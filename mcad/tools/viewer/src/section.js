@@ -1,6 +1,16 @@
 // The section plane: which plane it is, and where it cuts the triangles.
 import {
-  along, cornersOf, cross, dot, length, scale, subtract, transformDirection, transformNormal, transformPoint, unit,
+  along,
+  cornersOf,
+  cross,
+  dot,
+  length,
+  scale,
+  subtract,
+  transformDirection,
+  transformNormal,
+  transformPoint,
+  unit,
 } from "./space.js";
 
 /**
@@ -11,7 +21,13 @@ import {
  */
 
 /** The axis of the file in the world. */
-export const axisInWorld = (toWorld, axis) => unit(transformDirection(toWorld, [0, 1, 2].map((k) => (k === axis ? 1 : 0))));
+export const axisInWorld = (toWorld, axis) =>
+  unit(
+    transformDirection(
+      toWorld,
+      [0, 1, 2].map((k) => (k === axis ? 1 : 0)),
+    ),
+  );
 
 /** A section across an axis, which takes away what is on the eye's side. */
 export function sectionAcross(axis, camera, toWorld) {

@@ -9,23 +9,53 @@ export class SectionBar {
   constructor(session) {
     this.session = session;
     this.axes = ["X", "Y", "Z"].map((label, axis) =>
-      make("button.chip", { type: "button", "aria-label": `Across ${label}`, onclick: () => session.cut(sectionAcross(axis, session.camera, session.model.toWorld)) }, label));
-    this.slider = make("input", { id: "section-at", type: "range", min: 0, max: steps, "aria-label": "Place of the section", oninput: () => this.#slide() });
+      make(
+        "button.chip",
+        {
+          type: "button",
+          "aria-label": `Across ${label}`,
+          onclick: () => session.cut(sectionAcross(axis, session.camera, session.model.toWorld)),
+        },
+        label,
+      ),
+    );
+    this.slider = make("input", {
+      id: "section-at",
+      type: "range",
+      min: 0,
+      max: steps,
+      "aria-label": "Place of the section",
+      oninput: () => this.#slide(),
+    });
     this.output = make("output", { for: "section-at" });
-    this.capped = make("input", { type: "checkbox", id: "section-caps", onchange: () => session.turnOn("caps", this.capped.checked) });
-    this.element = make("section.card.bar", { id: "section-bar", "aria-label": "Section", hidden: true },
-      make("div.chips", { role: "group", "aria-label": "Axis" }, ...this.axes,
+    this.capped = make("input", {
+      type: "checkbox",
+      id: "section-caps",
+      onchange: () => session.turnOn("caps", this.capped.checked),
+    });
+    this.element = make(
+      "section.card.bar",
+      { id: "section-bar", "aria-label": "Section", hidden: true },
+      make(
+        "div.chips",
+        { role: "group", "aria-label": "Axis" },
+        ...this.axes,
         button("flip", "Other side", () => this.#flip(), { isBare: true }),
         make("label.check", {}, this.capped, "Caps"),
-        button("close", "End the section", () => session.cut(null), { isBare: true })),
-      make("div.slide", {}, this.slider, this.output));
+        button("close", "End the section", () => session.cut(null), { isBare: true }),
+      ),
+      make("div.slide", {}, this.slider, this.output),
+    );
     session.on(["section", "switches"], () => this.#update());
   }
 
   /** The direction in which the offset is told: along the axis of the file, or the normal of a saved view. */
   #direction({ axis, normal }) {
     if (axis === "view") return { normal, sign: 1 };
-    const along = transformDirection(this.session.model.toWorld, [0, 1, 2].map((k) => (k === axis ? 1 : 0)));
+    const along = transformDirection(
+      this.session.model.toWorld,
+      [0, 1, 2].map((k) => (k === axis ? 1 : 0)),
+    );
     return { normal: along, sign: Math.sign(dot(along, normal)) };
   }
 

@@ -41,7 +41,9 @@ export class Session {
   }
 
   /** Calls act(what) after any of these has changed: shown, picked, view, switches, section, measured, camera. */
-  on(what, act) { this.#listeners.push([what, act]); }
+  on(what, act) {
+    this.#listeners.push([what, act]);
+  }
 
   #tell(...changes) {
     for (const [what, act] of this.#listeners) {
@@ -50,11 +52,15 @@ export class Session {
     }
   }
 
-  isShown(instance) { return this.shown[instance.index] === 1; }
+  isShown(instance) {
+    return this.shown[instance.index] === 1;
+  }
 
   /** All of an instance is shown, some of it, or none. */
   shownOf(instance) {
-    const states = subtreeOf(instance).filter((each) => each.mesh !== null || !each.children.length).map((each) => this.isShown(each));
+    const states = subtreeOf(instance)
+      .filter((each) => each.mesh !== null || !each.children.length)
+      .map((each) => this.isShown(each));
     return states.every(Boolean) ? "all" : states.some(Boolean) ? "some" : "none";
   }
 
@@ -111,8 +117,12 @@ export class Session {
     return fitted(camera, this.#visiblePoints(instances), this.aspect, this.foot);
   }
 
-  standardView(name) { return this.fittedTo(this.model.instances, standardView(this.camera, name)); }
-  perspective(isOn) { return withPerspective(this.camera, isOn); }
+  standardView(name) {
+    return this.fittedTo(this.model.instances, standardView(this.camera, name));
+  }
+  perspective(isOn) {
+    return withPerspective(this.camera, isOn);
+  }
 
   /** Shows a saved view, or all annotations again if it is null. Returns its camera. */
   useView(view) {
@@ -143,4 +153,3 @@ export class Session {
     this.#tell("measured");
   }
 }
-

@@ -60,7 +60,7 @@ export const plain = {
 in mat4 place;
 ${place}
 void main() {
-  gl_Position = projectionMatrix * viewMatrix * worldOf(position);
+  gl_Position = projectionMatrix * (viewMatrix * worldOf(position));
 }`,
   fragmentShader: /* glsl */ `
 ${cut}
@@ -90,8 +90,8 @@ float strength(float depth) {
   return extent > 0.0 ? clamp((pixels - 6.0 * width) / (30.0 * width), 0.0, 1.0) : 1.0;
 }
 void main() {
-  vec4 near = projectionMatrix * viewMatrix * (place * vec4(other, 1.0));
-  vec4 here = projectionMatrix * viewMatrix * worldOf(position);
+  vec4 near = projectionMatrix * (viewMatrix * (place * vec4(other, 1.0)));
+  vec4 here = projectionMatrix * (viewMatrix * worldOf(position));
   vec2 along = (near.xy / near.w - here.xy / here.w) * viewport;
   float size = length(along);
   along = size > 1e-6 ? along / size : vec2(1.0, 0.0);
@@ -124,7 +124,7 @@ ${place}
 uniform float width;
 out float vMark;
 void main() {
-  gl_Position = projectionMatrix * viewMatrix * worldOf(position);
+  gl_Position = projectionMatrix * (viewMatrix * worldOf(position));
   gl_Position.z -= 0.0005 * gl_Position.w;
   gl_PointSize = width * 3.5;
   vMark = mark;
@@ -139,7 +139,7 @@ void main() {
 export const cap = {
   vertexShader: /* glsl */ `
 void main() {
-  gl_Position = projectionMatrix * viewMatrix * vec4(position, 1.0);
+  gl_Position = projectionMatrix * (viewMatrix * (modelMatrix * vec4(position, 1.0)));
 }`,
   fragmentShader: /* glsl */ `
 uniform vec4 color;

@@ -61,8 +61,12 @@ export function invert(m) {
   if (!(Math.abs(determinant) > 0) || !Number.isFinite(determinant)) return null;
   const rows = [cross(y, z), cross(z, x), cross(x, y)].map((each) => scale(each, 1 / determinant));
   const origin = [m[12], m[13], m[14]];
-  return [0, 1, 2].flatMap((k) => [rows[0][k], rows[1][k], rows[2][k], 0])
-    .concat(rows.map((row) => -dot(row, origin)), 1);
+  return [0, 1, 2]
+    .flatMap((k) => [rows[0][k], rows[1][k], rows[2][k], 0])
+    .concat(
+      rows.map((row) => -dot(row, origin)),
+      1,
+    );
 }
 
 /** The transformation of a node of glTF. */
@@ -70,10 +74,14 @@ export function placementOf({ matrix, rotation, translation = [0, 0, 0], scale: 
   if (matrix) return matrix.slice();
   const [x, y, z, w] = rotation ?? [0, 0, 0, 1];
   return [
-    ...scale([1 - 2 * (y * y + z * z), 2 * (x * y + z * w), 2 * (x * z - y * w)], size[0]), 0,
-    ...scale([2 * (x * y - z * w), 1 - 2 * (x * x + z * z), 2 * (y * z + x * w)], size[1]), 0,
-    ...scale([2 * (x * z + y * w), 2 * (y * z - x * w), 1 - 2 * (x * x + y * y)], size[2]), 0,
-    ...translation, 1,
+    ...scale([1 - 2 * (y * y + z * z), 2 * (x * y + z * w), 2 * (x * z - y * w)], size[0]),
+    0,
+    ...scale([2 * (x * y - z * w), 1 - 2 * (x * x + z * z), 2 * (y * z + x * w)], size[1]),
+    0,
+    ...scale([2 * (x * z + y * w), 2 * (y * z - x * w), 1 - 2 * (x * x + y * y)], size[2]),
+    0,
+    ...translation,
+    1,
   ];
 }
 

@@ -39,8 +39,12 @@ export class Stage {
     canvas.addEventListener("webglcontextrestored", () => this.invalidate());
   }
 
-  get canvas() { return this.#renderer.domElement; }
-  get aspect() { return this.width / this.height; }
+  get canvas() {
+    return this.#renderer.domElement;
+  }
+  get aspect() {
+    return this.width / this.height;
+  }
 
   /** Calls, triangles and frames so far. */
   get statistics() {
@@ -48,8 +52,14 @@ export class Stage {
     return { calls, triangles, frames: this.frames };
   }
 
-  add(...objects) { this.#scene.add(...objects); this.invalidate(); }
-  remove(...objects) { this.#scene.remove(...objects); this.invalidate(); }
+  add(...objects) {
+    this.#scene.add(...objects);
+    this.invalidate();
+  }
+  remove(...objects) {
+    this.#scene.remove(...objects);
+    this.invalidate();
+  }
 
   resize(width, height, pixels) {
     this.width = Math.max(1, width);
@@ -92,7 +102,13 @@ export class Stage {
     }
     lens.updateProjectionMatrix();
     lens.matrixAutoUpdate = false;
-    lens.matrix.set(...[0, 1, 2].flatMap((k) => [rightOf(camera)[k], camera.up[k], camera.back[k], eye[k]]), 0, 0, 0, 1);
+    lens.matrix.set(
+      ...[0, 1, 2].flatMap((k) => [rightOf(camera)[k], camera.up[k], camera.back[k], eye[k]]),
+      0,
+      0,
+      0,
+      1,
+    );
     lens.updateMatrixWorld(true);
     this.#renderer.info.reset();
     this.#renderer.render(this.#scene, lens);
@@ -100,4 +116,3 @@ export class Stage {
     this.onFrame(lens);
   }
 }
-

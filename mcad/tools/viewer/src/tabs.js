@@ -10,12 +10,23 @@ export class Tabs {
       panel.id = `panel-${name}`;
       panel.setAttribute("role", "tabpanel");
       panel.setAttribute("aria-labelledby", `tab-${name}`);
-      const tab = make("button.tab", { type: "button", role: "tab", id: `tab-${name}`, "aria-controls": panel.id, onclick: () => this.#press(name) }, label);
+      const tab = make(
+        "button.tab",
+        { type: "button", role: "tab", id: `tab-${name}`, "aria-controls": panel.id, onclick: () => this.#press(name) },
+        label,
+      );
       return { name, panel, tab };
     });
-    this.element = make("aside", { id: "side", "aria-label": "Model" },
-      make("div.tabs", { role: "tablist", "aria-label": "Panels", onkeydown: (event) => this.#key(event) }, ...this.#tabs.map(({ tab }) => tab)),
-      ...panels.map(([, , panel]) => panel));
+    this.element = make(
+      "aside",
+      { id: "side", "aria-label": "Model" },
+      make(
+        "div.tabs",
+        { role: "tablist", "aria-label": "Panels", onkeydown: (event) => this.#key(event) },
+        ...this.#tabs.map(({ tab }) => tab),
+      ),
+      ...panels.map(([, , panel]) => panel),
+    );
     this.show(panels[0][0], false);
   }
 

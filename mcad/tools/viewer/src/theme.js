@@ -3,12 +3,32 @@
 /** Colours as the style sheet and the canvas have them. Texts and controls keep the contrast of WCAG AA. */
 export const palettes = {
   light: {
-    ground: "#f3f5f8", groundLow: "#dfe4eb", panel: "#ffffff", raised: "#f1f4f8", line: "#d5dbe3", text: "#1b2430",
-    muted: "#566273", accent: "#0b62c4", onAccent: "#ffffff", chosen: "#dbe9fb", control: "#7d8897", warning: "#9a4a00",
+    ground: "#f3f5f8",
+    groundLow: "#dfe4eb",
+    panel: "#ffffff",
+    raised: "#f1f4f8",
+    line: "#d5dbe3",
+    text: "#1b2430",
+    muted: "#566273",
+    accent: "#0b62c4",
+    onAccent: "#ffffff",
+    chosen: "#dbe9fb",
+    control: "#7d8897",
+    warning: "#9a4a00",
   },
   dark: {
-    ground: "#343b45", groundLow: "#23282f", panel: "#1d2127", raised: "#282e36", line: "#3b434e", text: "#e8ecf2",
-    muted: "#a7b1bf", accent: "#6cb0ff", onAccent: "#0a1a2c", chosen: "#253d5a", control: "#7f8b9b", warning: "#ffb366",
+    ground: "#343b45",
+    groundLow: "#23282f",
+    panel: "#1d2127",
+    raised: "#282e36",
+    line: "#3b434e",
+    text: "#e8ecf2",
+    muted: "#a7b1bf",
+    accent: "#6cb0ff",
+    onAccent: "#0a1a2c",
+    chosen: "#253d5a",
+    control: "#7f8b9b",
+    warning: "#ffb366",
   },
 };
 
@@ -25,7 +45,9 @@ export class Theme {
     this.#tell();
   }
 
-  get name() { return this.#chosen ?? (this.#system.matches ? "dark" : "light"); }
+  get name() {
+    return this.#chosen ?? (this.#system.matches ? "dark" : "light");
+  }
 
   toggle() {
     this.#chosen = this.name === "dark" ? "light" : "dark";

@@ -17,7 +17,9 @@ export class Tree {
     for (const each of this.top) if (this.top.length === 1) this.#open.add(each);
   }
 
-  isOpen(instance) { return this.#found ? true : this.#open.has(instance); }
+  isOpen(instance) {
+    return this.#found ? true : this.#open.has(instance);
+  }
 
   toggle(instance, isOpen = !this.#open.has(instance)) {
     if (isOpen) this.#open.add(instance);
