@@ -110,7 +110,7 @@ export class Details {
       make(
         "button.link",
         { type: "button", onclick: () => this.session.pick({ kind: "annotation", annotation }) },
-        lineOf(annotation),
+        ...this.session.facts.symbols.nodes(lineOf(annotation)),
       ),
     );
     return [make("section.group", {}, make("h3", {}, "Annotations"), make("div.links", {}, ...buttons))];
