@@ -69,10 +69,7 @@ void addAnnotations(const ProductAnnotations& annotations, ExcVisualizationDataP
 int ImportJob::run(const InputFile& input) {
     const std::wstring name = wideText(input.path().filename().string());
     readContents(input);
-    m_model = readModel(input, m_settings, m_reporter);
-    if (m_isStep) m_model.lengthUnit = m_contents.lengthUnit;
-    m_reporter.beginPulse(L"Building the product structure");
-    m_structure = buildProductStructure(m_model, name, m_settings, m_contents.known);
+    readStructure(input, name);
     if (m_settings.miscData && m_settings.geometry) measureGeometry();
     sendStructure(name);
     int errors = m_model.errors;
@@ -97,6 +94,28 @@ void ImportJob::readContents(const InputFile& input) {
         return;
     }
     sendMechanicalData(m_contents, m_channel);
+}
+
+void ImportJob::readStructure(const InputFile& input, const std::wstring& name) {
+    if (m_contents.sparing) {
+        try {
+            return readStructure(*m_contents.sparing, name, m_contents.spared);
+        } catch (const UnlikeUsages& error) {
+            m_reporter.log(ELogEventLevelType::information, L"Reading once more: " + wideText(error.what()));
+        } catch (const ImportError& error) {
+            m_reporter.log(ELogEventLevelType::information, L"Reading once more: " + wideText(error.what()));
+        }
+    }
+    readStructure(input, name, {});
+}
+
+void ImportJob::readStructure(const InputFile& input, const std::wstring& name,
+                              const step::SparedUsages& spared) {
+    m_model = readModel(input, m_settings, m_reporter);
+    if (m_isStep) m_model.lengthUnit = m_contents.lengthUnit;
+    if (!spared.byUser.empty()) m_model.origins.setLargest(static_cast<int>(m_contents.largestNumber));
+    m_reporter.beginPulse(L"Building the product structure");
+    m_structure = buildProductStructure(m_model, name, m_settings, m_contents.known, spared);
 }
 
 void ImportJob::sendStructure(const std::wstring& name) {

@@ -32,6 +32,8 @@ public:
 private:
     /// What the text of a STEP file says; nothing of others, and of what is none.
     void readContents(const InputFile& input);
+    void readStructure(const InputFile& input, const std::wstring& name);
+    void readStructure(const InputFile& input, const std::wstring& name, const step::SparedUsages& spared);
     void sendStructure(const std::wstring& name);
     /// Gives the block of each part the figures of its geometry.
     void measureGeometry();

@@ -251,6 +251,7 @@ Model readStep(const InputFile& input, const ImportSettings&, Reporter& reporter
     addOrigins(reader.Reader().WS(), model.origins);
     for (const auto& session : others.sessions) addOrigins(session, model.origins);
     model.products = productDefinitions(reader.Reader().WS(), reader.GetShapeLabelMap());
+    model.lengthFactors = lengthFactors(reader.Reader().WS());
     model.densityUnit = commonValue(file, massUnitIn);
     return model;
 }

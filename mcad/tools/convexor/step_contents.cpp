@@ -5,6 +5,7 @@
 #include <fstream>
 #include <iterator>
 #include <set>
+#include <utility>
 
 #include "convexor/text.h"
 #include "step/contents.h"
@@ -58,6 +59,7 @@ public:
         report.addLost(m_file.losses());
         for (const char* const kind : {"views", "materials", "layers", "properties"})
             report.closeAccount(kind);
+        m_contents.spared = step::findSparedUsages(m_file, m_products);
     }
 
 private:
@@ -190,6 +192,14 @@ StepContents readStepContents(const InputFile& input, const ImportSettings& sett
     StepContents contents;
     contents.lengthUnit = chooseLengthUnit(settings.lengthUnit, step::commonLengthUnit(structure), reporter);
     ContentsReader(structure, settings, contents).read();
+    contents.largestNumber = structure.largestNumber();
+    if (std::vector<step::Instance>& leftOut = contents.spared.leftOut; !leftOut.empty()) {
+        contents.sparing.emplace(input.path(), structure.textWithout(std::exchange(leftOut, {})));
+        reporter.log(ELogEventLevelType::information,
+                     L"The kernel is spared " + std::to_wstring(contents.spared.count) + L" of " +
+                         std::to_wstring(structure.count("NEXT_ASSEMBLY_USAGE_OCCURRENCE")) +
+                         L" usages of products");
+    }
     return contents;
 }
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,7 @@
 
 #include "convexor/import_settings.h"
 #include "convexor/model_reader.h"
+#include "step/spared_usages.h"
 #include "zeq_api/exchange_structure/product_structure.h"
 
 namespace zeq::convexor {
@@ -39,6 +41,13 @@ struct KnownProduct {
 /// By the numbers of the definitions in the file.
 using KnownProducts = std::map<std::uint64_t, KnownProduct>;
 
+/// The kernel has not made of the usages that it read what the text says of them, so nothing can be said of those that
+/// it was spared.
+class UnlikeUsages : public std::runtime_error {
+public:
+    UnlikeUsages() : std::runtime_error("the kernel has made something else of the usages of products") {}
+};
+
 /// Builds the product structure of a model that was read from the file named `storageName`.
 ///
 /// Each distinct part or assembly is one block, however often it is placed. A block has the id that its product
@@ -48,7 +57,10 @@ using KnownProducts = std::map<std::uint64_t, KnownProduct>;
 /// in the parent, the rows of `affine` being the rows of that matrix. Persistent ids are made of names, so
 /// they stay the same when the file is imported again. Hidden instances that the settings leave out take with
 /// them the blocks that are placed nowhere else.
+/// @param spared usages that the model lacks
+/// @throws UnlikeUsages
 Structure buildProductStructure(const Model& model, const std::wstring& storageName,
-                                const ImportSettings& settings, const KnownProducts& products);
+                                const ImportSettings& settings, const KnownProducts& products,
+                                const step::SparedUsages& spared = {});
 
 } // namespace zeq::convexor
