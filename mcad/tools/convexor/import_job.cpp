@@ -82,6 +82,7 @@ int ImportJob::run(const InputFile& input) {
     if (isNamed && (m_settings.geometry || m_settings.display)) sendMappings();
     if (m_settings.rootDisplay) sendRootScene();
     sendReport();
+    m_reporter.logTimes();
     return errors;
 }
 
@@ -165,8 +166,10 @@ int ImportJob::sendGeometry() {
     BuildNotes all;
     const auto send = [&](const Structure::Part& part) {
         BuildNotes notes;
+        std::optional<timing::Lap> lap(std::in_place, m_reporter.watch(), L"Converting geometry");
         const OwnedEntities entities(buildBody(part.shape, Numbering(part.shape, m_model.origins),
                                                1 / m_model.lengthUnit.millimeters, &notes));
+        lap.reset();
         const auto report = [&](ELogEventLevelType level, const std::vector<std::string>& lines) {
             for (const std::string& line : lines)
                 m_reporter.log(level, L"Block '" + part.block->name() + L"': " + wideText(line));
@@ -236,6 +239,7 @@ int ImportJob::sendScenes() {
 
 ExcVisualizationDataPtr ImportJob::showShape(const Structure::Part& part) {
     const Fineness fineness = finenessFor(part.shape, m_settings.chord * m_model.lengthUnit.millimeters);
+    const timing::Lap lap(m_reporter.watch(), L"Tessellating");
     if (!tessellateInTime(part.shape, fineness))
         throw std::runtime_error("the kernel finds no end in tessellating it");
     std::vector<std::string> losses;
@@ -260,6 +264,7 @@ ExcVisualizationDataPtr ImportJob::complete(const Structure::Part& part, ExcVisu
 }
 
 void ImportJob::sendMappings() {
+    m_reporter.watch().begin(L"Sending mappings");
     for (const Structure::Part& part : m_structure.parts) {
         const auto mapping =
             buildMapping(part.shape, Numbering(part.shape, m_model.origins), m_model.origins);
@@ -290,6 +295,7 @@ void ImportJob::sendRootScene() {
 
 void ImportJob::sendReport() {
     if (!m_isStep) return;
+    m_reporter.watch().begin(L"Accounting");
     LossReport& report = m_contents.report;
     std::set<std::uint64_t> unread(m_contents.faces.begin(), m_contents.faces.end());
     for (const Structure::Part& part : m_structure.parts) {

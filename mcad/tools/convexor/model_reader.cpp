@@ -197,8 +197,10 @@ Model read(Reader& reader, BasicReader& basicReader, const InputFile& input, Rep
 
     const Handle(XSControl_WorkSession) session = basicReader.WS();
     const Handle(Transfer_TransientProcess) process = session->TransferReader()->TransientProcess();
+    reporter.watch().begin(L"Checking the file");
     model.errors += reportChecks(session->ModelCheckList(), session->Model(), reporter) +
                     reportChecks(process->CheckList(Standard_False), session->Model(), reporter);
+    reporter.watch().begin(L"Relating shapes to the file");
     if (!isTransferred) cannotRead(input.path(), "none of its shapes could be translated");
     return model;
 }

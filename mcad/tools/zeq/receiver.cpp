@@ -37,6 +37,7 @@ std::uint64_t bufferSize(const std::wstring& name) {
 
 bool Receiver::take(const Document& document) {
     ++m_import.documents;
+    const timing::Lap lap(m_times, L"Receiving");
     switch (document.kind()) {
     case EDocument::exchangeObject:
         takeObject(document);
@@ -89,6 +90,7 @@ void Receiver::takeObject(const Document& document) {
 }
 
 void Receiver::takeContent(const IExchangeObject& object) {
+    m_times.begin(L"Counting contents");
     m_import.content.add(object);
     if (const auto* root = dynamic_cast<const ExcRootMechanicalData*>(&object)) {
         m_import.pmi.add(std::nullopt, root->pmiData());
@@ -120,11 +122,14 @@ void Receiver::writeImage(std::uint64_t blockId, const std::wstring& bufferName)
 void Receiver::takeGeometry(const ExcBlockGeometry& geometry) {
     const std::string block = "block " + std::to_string(geometry.blockId());
     OwnedEntities entities;
+    m_times.begin(L"Restoring geometry");
     if (!geometry.isLoaded() || !geometry.getGeometry(entities.list))
         throw Failure(exit_code::translatorBroken, "the geometry of " + block + " cannot be restored");
     m_watch.setBlock(geometry.blockId());
+    m_times.begin(L"Checking and measuring geometry");
     const std::vector<std::string> faults =
         m_import.geometry.add(geometry.blockId(), entities.list, &m_watch);
+    m_times.begin(L"Relating entities");
     m_import.links.addGeometry(geometry.blockId(), entities.list);
     const std::string subject = "geometry of " + block + ": ";
     for (const std::string& fault : faults) m_host.console.warning(subject + fault);
@@ -134,6 +139,8 @@ void Receiver::takeGeometry(const ExcBlockGeometry& geometry) {
 void Receiver::load(IExchangeObject& object, const std::wstring& bufferName) {
     ++m_import.buffers;
     m_import.bytes += bufferSize(bufferName);
+    m_times.begin(dynamic_cast<const ExcBlockGeometry*>(&object) ? L"Loading geometry"
+                                                                 : L"Loading documents");
     try {
         loadWithSections(object);
     } catch (const std::exception&) {
