@@ -61,8 +61,9 @@ TEST(SparedUsages, AreThoseThatNothingElseIsSaidOf) {
                                                   each.second + each.third +
                                                   "\nENDSEC;\nEND-ISO-10303-21;\n");
         const StepFile file(structure, 1);
-        const SparedUsages spared = findSparedUsages(file, readProducts(file));
+        const SparedUsages spared = findSparedUsages(file, readProducts(file), 1);
         EXPECT_EQ(spared.count, each.spared);
+        EXPECT_EQ(findSparedUsages(file, readProducts(file), each.spared + 1).count, 0);
         if (each.spared == 0) continue;
         const std::vector<Usage>& usages = spared.byUser.at(1);
         ASSERT_EQ(usages.size(), 3);

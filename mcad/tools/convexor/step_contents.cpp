@@ -10,6 +10,7 @@
 #include "convexor/text.h"
 #include "step/contents.h"
 #include "step/products.h"
+#include "step/spared_graphics.h"
 #include "step/tessellated_shapes.h"
 
 namespace zeq::convexor {
@@ -193,13 +194,15 @@ StepContents readStepContents(const InputFile& input, const ImportSettings& sett
     contents.lengthUnit = chooseLengthUnit(settings.lengthUnit, step::commonLengthUnit(structure), reporter);
     ContentsReader(structure, settings, contents).read();
     contents.largestNumber = structure.largestNumber();
-    if (std::vector<step::Instance>& leftOut = contents.spared.leftOut; !leftOut.empty()) {
-        contents.sparing.emplace(input.path(), structure.textWithout(std::exchange(leftOut, {})));
+    const std::vector<step::Instance> leftOut = std::exchange(contents.spared.leftOut, {});
+    const std::vector<step::Instance> shortened = step::findSparedGraphics(step::StepFile(structure, 1));
+    if (!leftOut.empty() || !shortened.empty())
+        contents.sparing.emplace(input.path(), structure.textWithout(leftOut, shortened));
+    if (!leftOut.empty())
         reporter.log(ELogEventLevelType::information,
                      L"The kernel is spared " + std::to_wstring(contents.spared.count) + L" of " +
                          std::to_wstring(structure.count("NEXT_ASSEMBLY_USAGE_OCCURRENCE")) +
                          L" usages of products");
-    }
     return contents;
 }
 

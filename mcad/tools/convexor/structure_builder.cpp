@@ -6,6 +6,8 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include <Geom_Axis2Placement.hxx>
+#include <Geom_Direction.hxx>
 #include <NCollection_DataMap.hxx>
 #include <Precision.hxx>
 #include <TDF_LabelMapHasher.hxx>
@@ -49,18 +51,19 @@ ExcTransformation placement(const gp_Trsf& trsf, const LengthUnit& unit) {
     return result;
 }
 
+/// Through the same classes as in the kernel's reader, each of which rounds.
 gp_Ax3 axes(const step::Axes& axes, double factor) {
     const auto direction = [](const std::optional<step::Vec>& vector) {
         std::optional<gp_Dir> result;
         if (vector && step::length(*vector) > gp::Resolution())
-            result.emplace(vector->x, vector->y, vector->z);
+            result = Geom_Direction(vector->x, vector->y, vector->z).Dir();
         return result;
     };
     const gp_Pnt origin(axes.origin.x * factor, axes.origin.y * factor, axes.origin.z * factor);
     const gp_Dir axis = direction(axes.axis).value_or(gp::DZ());
     const std::optional<gp_Dir> reference = direction(axes.reference);
     const bool isWhole = reference && !axis.IsParallel(*reference, Precision::Angular());
-    return isWhole ? gp_Ax2(origin, axis, *reference) : gp_Ax2(origin, axis);
+    return Geom_Axis2Placement(isWhole ? gp_Ax2(origin, axis, *reference) : gp_Ax2(origin, axis)).Ax2();
 }
 
 /// As the kernel computes it, to the last bit.

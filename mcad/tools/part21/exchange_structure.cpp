@@ -274,55 +274,6 @@ std::size_t ExchangeStructure::count(std::string_view type) const {
     return found ? m_instances[*found].size() : 0;
 }
 
-std::string ExchangeStructure::textWithout(const std::vector<Instance>& instances) const {
-    std::vector<bool> isLeftOut(m_entries.size());
-    for (const Instance& instance : instances) isLeftOut[instance.m_index] = true;
-    const auto lacks = [&isLeftOut](std::uint32_t target) { return target != nowhere && isLeftOut[target]; };
-    const std::string_view text = m_text;
-    std::string result;
-    result.reserve(text.size());
-    std::size_t copied = 0; // up to where
-    const auto copyTo = [&](std::size_t end) {
-        result += text.substr(copied, end - copied);
-        copied = end;
-    };
-    for (std::uint32_t index = 0; index < m_entries.size(); ++index) {
-        const Entry& entry = m_entries[index];
-        if (isLeftOut[index]) {
-            copyTo(entry.begin);
-            copied = entry.end + std::size_t{1};
-        } else if (std::ranges::any_of(targetsOf(index), lacks)) {
-            copyTo(entry.body);
-            for (std::size_t at = entry.body; at < entry.end;) {
-                if (text[at] == '\'' || text[at] == '"') {
-                    at = skipString(text, at);
-                    continue;
-                }
-                if (text[at] != '#') {
-                    at = std::max(text[at] == '/' ? skipSpace(text, at) : at, at + 1);
-                    continue;
-                }
-                std::uint64_t number = 0;
-                const auto [last, error] =
-                    std::from_chars(text.data() + at + 1, text.data() + entry.end, number);
-                const auto behind = static_cast<std::size_t>(last - text.data());
-                const auto found = m_indexes.find(number);
-                if (found != m_indexes.end() && isLeftOut[found->second]) {
-                    copyTo(at);
-                    const std::size_t next = skipSpace(text, behind);
-                    const bool hasNext = text[next] == ',';
-                    // The last of a list takes the comma before it along.
-                    if (!hasNext) result.resize(result.find_last_not_of(" \t\r\n,") + 1);
-                    copied = hasNext ? next + 1 : behind;
-                }
-                at = std::max(behind, at + 1);
-            }
-        }
-    }
-    copyTo(text.size());
-    return result;
-}
-
 List ExchangeStructure::header(std::string_view type) const {
     const auto found = m_header.find(type);
     return found == m_header.end() ? List() : List(inParentheses(found->second));

@@ -90,8 +90,10 @@ public:
     /// The largest number of an instance.
     std::uint64_t largestNumber() const { return m_largest; }
 
-    /// The text without those instances, and without the references to them in lists of others.
-    std::string textWithout(const std::vector<Instance>& instances) const;
+    /// The text without some instances and the references to them, which have to stand in lists.
+    /// @param shortened simple instances, of whose lists no more than the first eight elements stay
+    std::string textWithout(const std::vector<Instance>& leftOut,
+                            const std::vector<Instance>& shortened = {}) const;
 
     /// The parameters of an entity of the header, such as FILE_SCHEMA; none if it is not there.
     List header(std::string_view type) const;

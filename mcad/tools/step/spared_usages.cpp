@@ -58,10 +58,13 @@ private:
         if (made.isSpared) leaveOut(*chain);
     }
 
-    /// Its name, or else what describes or identifies it.
+    /// Its name, or else what describes or identifies it; blanks are none.
     static std::wstring nameOf(const Instance& usage) {
+        const auto isVisible = [](wchar_t c) { return c > L' '; };
         for (const std::size_t index : {std::size_t{1}, std::size_t{2}, std::size_t{0}})
-            if (const Value value = usage.parameters()[index]; !value.text().empty()) return value.text();
+            if (const std::wstring text = usage.parameters()[index].text();
+                std::ranges::any_of(text, isVisible))
+                return text;
         return {};
     }
 
@@ -168,12 +171,13 @@ private:
 
 } // namespace
 
-SparedUsages findSparedUsages(const StepFile& file, const Products& products) {
+SparedUsages findSparedUsages(const StepFile& file, const Products& products, std::size_t least) {
     if (!file.structure().problems().empty()) return {};
     // The products of other files are put in by the kernel.
     for (const std::string_view type : {"DOCUMENT_FILE", "APPLIED_EXTERNAL_IDENTIFICATION_ASSIGNMENT"})
         if (file.structure().count(type) > 0) return {};
-    return Finder(file, products).take();
+    SparedUsages spared = Finder(file, products).take();
+    return spared.count >= least ? std::move(spared) : SparedUsages();
 }
 
 } // namespace zeq::step
