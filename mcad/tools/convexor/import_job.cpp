@@ -5,8 +5,6 @@
 
 #include <BRepTools.hxx>
 #include <Standard_Failure.hxx>
-#include <TopExp.hxx>
-#include <TopTools_IndexedMapOfShape.hxx>
 
 #include "convexor/assembly_scene.h"
 #include "convexor/attributes.h"
@@ -167,8 +165,8 @@ int ImportJob::sendGeometry() {
     const auto send = [&](const Structure::Part& part) {
         BuildNotes notes;
         std::optional<timing::Lap> lap(std::in_place, m_reporter.watch(), L"Converting geometry");
-        const OwnedEntities entities(buildBody(part.shape, Numbering(part.shape, m_model.origins),
-                                               1 / m_model.lengthUnit.millimeters, &notes));
+        const OwnedEntities entities(
+            buildBody(part.shape, part.numbering, 1 / m_model.lengthUnit.millimeters, &notes));
         lap.reset();
         const auto report = [&](ELogEventLevelType level, const std::vector<std::string>& lines) {
             for (const std::string& line : lines)
@@ -243,9 +241,9 @@ ExcVisualizationDataPtr ImportJob::showShape(const Structure::Part& part) {
     if (!tessellateInTime(part.shape, fineness))
         throw std::runtime_error("the kernel finds no end in tessellating it");
     std::vector<std::string> losses;
-    ExcVisualizationDataPtr scene = buildScene(part.shape, Numbering(part.shape, m_model.origins),
-                                               Attributes(m_model).appearance(part.label), fineness,
-                                               {m_model.lengthUnit, m_settings.hiddenEntities}, losses);
+    ExcVisualizationDataPtr scene =
+        buildScene(part.shape, part.numbering, Attributes(m_model).appearance(part.label), fineness,
+                   {m_model.lengthUnit, m_settings.hiddenEntities}, losses);
     BRepTools::Clean(part.shape);
     if (scene && m_isStep) paint(*scene, m_contents.colors);
     for (const std::string& loss : losses)
@@ -266,8 +264,7 @@ ExcVisualizationDataPtr ImportJob::complete(const Structure::Part& part, ExcVisu
 void ImportJob::sendMappings() {
     m_reporter.watch().begin(L"Sending mappings");
     for (const Structure::Part& part : m_structure.parts) {
-        const auto mapping =
-            buildMapping(part.shape, Numbering(part.shape, m_model.origins), m_model.origins);
+        const auto mapping = buildMapping(part.shape, part.numbering, m_model.origins);
         if (!mapping) continue;
         const auto document = std::make_shared<ExcBlockMechanicalData>();
         document->setBlockId(part.block->id());
@@ -298,13 +295,10 @@ void ImportJob::sendReport() {
     m_reporter.watch().begin(L"Accounting");
     LossReport& report = m_contents.report;
     std::set<std::uint64_t> unread(m_contents.faces.begin(), m_contents.faces.end());
-    for (const Structure::Part& part : m_structure.parts) {
-        const Numbering numbering(part.shape, m_model.origins);
-        TopTools_IndexedMapOfShape faces;
-        TopExp::MapShapes(part.shape, TopAbs_FACE, faces);
-        for (int i = 1; i <= faces.Extent(); ++i)
-            unread.erase(static_cast<std::uint64_t>(numbering.of(faces(i))));
-    }
+    for (const Structure::Part& part : m_structure.parts)
+        part.numbering.forEach([&unread](const TopoDS_Shape& shape, int number) {
+            if (shape.ShapeType() == TopAbs_FACE) unread.erase(static_cast<std::uint64_t>(number));
+        });
     report.addLost("faces", L"the kernel made no shape of it, or no product has it", unread);
     if (!m_settings.geometry)
         report.addLost("faces", LossReport::switchedOff, m_contents.faces.size() - unread.size());

@@ -87,10 +87,10 @@ class StructureBuilder {
 public:
     StructureBuilder(const Model& model, const std::wstring& storageName, const ImportSettings& settings,
                      const KnownProducts& products, const step::SparedUsages& spared)
-        : m_document(model.document), m_lengthUnit(model.lengthUnit), m_attributes(model),
-          m_storageName(storageName), m_settings(settings), m_definitions(model.products),
-          m_products(products), m_spared(spared), m_lengthFactors(model.lengthFactors),
-          m_lastId(products.size()) {}
+        : m_document(model.document), m_origins(model.origins), m_lengthUnit(model.lengthUnit),
+          m_attributes(model), m_storageName(storageName), m_settings(settings),
+          m_definitions(model.products), m_products(products), m_spared(spared),
+          m_lengthFactors(model.lengthFactors), m_lastId(products.size()) {}
 
     Structure build() {
         if (!m_spared.byUser.empty()) findLabels();
@@ -244,13 +244,19 @@ private:
             m_attributes.addMiscData(label, !product || product->hasMaterial, block->miscData());
         m_product->addBlock(block);
         if (block->isPart())
-            m_parts.push_back({block, XCAFDoc_ShapeTool::GetShape(label), label});
+            addPart(block, label);
         else
             m_pending.push_back({label, block, m_assemblyKeys.make(block->name())});
         return *m_known.Bound(label, {block, m_attributes.color(label), isHidden});
     }
 
+    void addPart(const ExcBlockPtr& block, const TDF_Label& label) {
+        const TopoDS_Shape shape = XCAFDoc_ShapeTool::GetShape(label);
+        m_parts.push_back({block, shape, label, Numbering(shape, m_origins)});
+    }
+
     const Handle(TDocStd_Document) m_document;
+    const Origins& m_origins;
     const LengthUnit m_lengthUnit;
     const Attributes m_attributes;
     const std::wstring m_storageName;

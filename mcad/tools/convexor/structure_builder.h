@@ -20,11 +20,12 @@ namespace zeq::convexor {
 
 /// What a model becomes.
 struct Structure {
-    /// A block that is a part, its shape in millimetres, and its label in the document.
+    /// A block that is a part.
     struct Part {
         ExcBlockPtr block;
-        TopoDS_Shape shape;
-        TDF_Label label;
+        TopoDS_Shape shape; ///< in millimetres
+        TDF_Label label;    ///< in the document
+        Numbering numbering;
     };
 
     std::shared_ptr<ExcProductStructure> product;
