@@ -2,6 +2,7 @@
 #include "convexor/import_job.h"
 
 #include <memory>
+#include <unordered_map>
 
 #include <BRepTools.hxx>
 #include <Standard_Failure.hxx>
@@ -150,13 +151,34 @@ int ImportJob::forEachPart(const wchar_t* thing, ELogEventLevelType level, const
     return errors;
 }
 
+template <class Result>
+InOrder<Result> ImportJob::fromEachPart(Result (ImportJob::*work)(const Structure::Part&)) {
+    return {m_structure.parts.size(), !arePartsEntangled(),
+            [this, work](std::size_t index) { return (this->*work)(m_structure.parts[index]); }};
+}
+
+bool ImportJob::arePartsEntangled() const {
+    std::unordered_map<const TopoDS_TShape*, const Structure::Part*> owners;
+    bool result = false;
+    for (const Structure::Part& part : m_structure.parts)
+        part.numbering.forEach([&](const TopoDS_Shape& shape, int) {
+            result = result || owners.try_emplace(shape.TShape().get(), &part).first->second != &part;
+        });
+    return result;
+}
+
 void ImportJob::measureGeometry() {
     m_reporter.beginStage(L"Measuring geometry");
-    const auto measure = [this](const Structure::Part& part) {
-        ExcMiscPropertiesGroup figures = geometryFigures(part.shape, m_model.lengthUnit);
+    auto measured = fromEachPart(&ImportJob::measure);
+    const auto add = [&measured](const Structure::Part& part) {
+        ExcMiscPropertiesGroup figures = measured.next();
         if (!figures.properties().empty()) part.block->miscData().addGroup(std::move(figures));
     };
-    forEachPart(L"figures of its geometry", ELogEventLevelType::warning, measure);
+    forEachPart(L"figures of its geometry", ELogEventLevelType::warning, add);
+}
+
+ExcMiscPropertiesGroup ImportJob::measure(const Structure::Part& part) {
+    return geometryFigures(part.shape, m_model.lengthUnit);
 }
 
 int ImportJob::sendGeometry() {
@@ -221,35 +243,38 @@ int ImportJob::sendScenes() {
     const auto sendWhole = [&](const Structure::Part& part, const ExcVisualizationDataPtr& shape) {
         if (const ExcVisualizationDataPtr scene = complete(part, shape)) sendScene(*part.block, scene);
     };
+    auto shown = fromEachPart(&ImportJob::showShape);
     const auto send = [&](const Structure::Part& part) {
-        if (!m_settings.tessellation) return sendWhole(part, nullptr);
-        ExcVisualizationDataPtr shape;
+        ShownShape shape;
         try {
-            shape = showShape(part);
+            shape = shown.next();
         } catch (...) { // what else there is to show travels all the same
             sendWhole(part, nullptr);
             throw;
         }
-        sendWhole(part, shape);
+        for (const std::string& loss : shape.losses)
+            m_reporter.log(ELogEventLevelType::warning,
+                           L"Block '" + part.block->name() + L"': " + wideText(loss));
+        sendWhole(part, shape.scene);
     };
     return forEachPart(L"display data of its shape", ELogEventLevelType::error, send);
 }
 
-ExcVisualizationDataPtr ImportJob::showShape(const Structure::Part& part) {
+ImportJob::ShownShape ImportJob::showShape(const Structure::Part& part) {
+    if (!m_settings.tessellation) return {};
     const Fineness fineness = finenessFor(part.shape, m_settings.chord * m_model.lengthUnit.millimeters);
-    const timing::Lap lap(m_reporter.watch(), L"Tessellating");
     if (!tessellateInTime(part.shape, fineness))
         throw std::runtime_error("the kernel finds no end in tessellating it");
-    std::vector<std::string> losses;
-    ExcVisualizationDataPtr scene =
-        buildScene(part.shape, part.numbering, Attributes(m_model).appearance(part.label), fineness,
-                   {m_model.lengthUnit, m_settings.hiddenEntities}, losses);
+    const auto look = [&] {
+        const std::lock_guard reading(m_document);
+        return Attributes(m_model).appearance(part.label);
+    };
+    ShownShape shown;
+    shown.scene = buildScene(part.shape, part.numbering, look(), fineness,
+                             {m_model.lengthUnit, m_settings.hiddenEntities}, shown.losses);
     BRepTools::Clean(part.shape);
-    if (scene && m_isStep) paint(*scene, m_contents.colors);
-    for (const std::string& loss : losses)
-        m_reporter.log(ELogEventLevelType::warning,
-                       L"Block '" + part.block->name() + L"': " + wideText(loss));
-    return scene;
+    if (shown.scene && m_isStep) paint(*shown.scene, m_contents.colors);
+    return shown;
 }
 
 ExcVisualizationDataPtr ImportJob::complete(const Structure::Part& part, ExcVisualizationDataPtr scene) {
