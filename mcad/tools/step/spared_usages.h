@@ -40,6 +40,6 @@ struct SparedUsages {
 /// Finds the usages that are plain, and neither the first plain one of their part nor the first one of their user: so
 /// each product is still used wherever it was, and has something in it if it had.
 /// @param least nothing is spared if there are fewer, which take the kernel no time
-SparedUsages findSparedUsages(const StepFile& file, const Products& products, std::size_t least = 1000);
+SparedUsages findSparedUsages(const StepFile& file, const Products& products, std::size_t least = 100);
 
 } // namespace zeq::step
