@@ -150,13 +150,14 @@ private:
         leaveOutPlacement(chain.to, chain.toShape, chain.transformation);
     }
 
-    /// Unless something else refers to it.
+    /// Unless something else refers to it, or its representation would be empty.
     void leaveOutPlacement(const Instance& placement, const Instance& representation,
                            const Instance& transformation) {
-        const std::size_t uses = placement.userCount();
-        if (uses != 2) return;
+        std::unordered_set<std::uint64_t>& items = m_items[representation.number()];
+        if (placement.userCount() != 2 || items.size() < 2) return;
         for (const Instance& user : placement.users())
             if (!(user == representation) && !(user == transformation)) return;
+        items.erase(placement.number());
         m_result.leftOut.push_back(placement);
         for (const Instance& vector : placement.references())
             if (vector.userCount() == 1) m_result.leftOut.push_back(vector);
