@@ -27,10 +27,11 @@ Model makeLattice(const LatticeSize& size) {
         const TDF_Label group = model.addAssembly("Group " + number);
         const int first = index * size.groupSize;
         for (int i = 0; i < std::min(size.groupSize, size.instances - first); ++i) {
+            const int row = i / 10;
             const int part = size.parts > 0 ? (first + i) % parts : index;
             const std::string name = "Cell " + std::to_string(part + 1) + "." + std::to_string(first + i + 1);
             model.place(group, cells[static_cast<std::size_t>(part)], name,
-                        turnedAbout(gp::DZ(), 90 * (i % 4), gp_Vec((i % 10 + 1) * pitch, i / 10 * pitch, 0)));
+                        turnedAbout(gp::DZ(), 90 * (i % 4), gp_Vec((i % 10 + 1) * pitch, row * pitch, 0)));
         }
         model.place(lattice, group, "Group " + number, shifted(0, 0, (index + 1) * pitch));
     }

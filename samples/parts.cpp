@@ -81,7 +81,8 @@ TopoDS_Shape perforatedPlate(const gp_Pnt& corner, int holes) {
         from, from + gp_XYZ(size, 0, 0), from + gp_XYZ(size, size, 0), from + gp_XYZ(0, size, 0), true);
     BRepBuilderAPI_MakeFace face(rim);
     for (int i = 0; i < holes; ++i) {
-        const gp_XYZ center = from + pitch * gp_XYZ(i % columns + 0.5, i / columns + 0.5, 0);
+        const int row = i / columns;
+        const gp_XYZ center = from + pitch * gp_XYZ(i % columns + 0.5, row + 0.5, 0);
         const TopoDS_Edge edge = BRepBuilderAPI_MakeEdge(gp_Circ(gp_Ax2(center, gp::DZ()), pitch / 4));
         face.Add(TopoDS::Wire(BRepBuilderAPI_MakeWire(edge).Wire().Reversed()));
     }

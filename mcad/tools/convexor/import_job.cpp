@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <unordered_map>
+#include <utility>
 
 #include <BRepTools.hxx>
 #include <Standard_Failure.hxx>
@@ -97,14 +98,17 @@ void ImportJob::readContents(const InputFile& input) {
 }
 
 void ImportJob::readStructure(const InputFile& input, const std::wstring& name) {
-    if (m_contents.sparing) {
+    const step::SparedUsages spared = std::move(m_contents.spared);
+    if (const std::optional<InputFile> sparing = std::exchange(m_contents.sparing, std::nullopt)) {
+        std::string problem;
         try {
-            return readStructure(*m_contents.sparing, name, m_contents.spared);
-        } catch (const UnlikeUsages& error) {
-            m_reporter.log(ELogEventLevelType::information, L"Reading once more: " + wideText(error.what()));
-        } catch (const ImportError& error) {
-            m_reporter.log(ELogEventLevelType::information, L"Reading once more: " + wideText(error.what()));
+            return readStructure(*sparing, name, spared);
+        } catch (const std::runtime_error& error) {
+            problem = error.what();
+        } catch (const Standard_Failure& error) {
+            problem = error.GetMessageString();
         }
+        m_reporter.log(ELogEventLevelType::information, L"Reading once more: " + wideText(problem));
     }
     readStructure(input, name, {});
 }
