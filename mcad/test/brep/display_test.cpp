@@ -11,13 +11,17 @@
 #include <gtest/gtest.h>
 
 #include <BRepBuilderAPI_MakeEdge.hxx>
+#include <BRepBuilderAPI_MakeFace.hxx>
 #include <BRepBuilderAPI_MakeVertex.hxx>
 #include <BRepGProp.hxx>
 #include <BRepPrimAPI_MakeCylinder.hxx>
+#include <BRepPrimAPI_MakeSphere.hxx>
 #include <BRep_Builder.hxx>
 #include <BRep_Tool.hxx>
 #include <GProp_GProps.hxx>
+#include <Geom_BezierSurface.hxx>
 #include <Poly_Triangulation.hxx>
+#include <TColgp_Array2OfPnt.hxx>
 #include <TopExp.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopTools_IndexedMapOfShape.hxx>
@@ -112,6 +116,22 @@ Figures figuresOf(const ExcVisuMesh& mesh) {
         }
     }
     return figures;
+}
+
+TEST(Display, APartIsNoLargerThanItsEdgesWhateverItsSurfacesAre) {
+    // The middle of a surface whose poles reach a thousand times farther.
+    TColgp_Array2OfPnt poles(1, 4, 1, 2);
+    for (int i = 1; i <= 4; ++i)
+        for (int j = 1; j <= 2; ++j) {
+            const double x = i == 1 ? -1e5 : i == 4 ? 1e5 : 2 * i - 5;
+            poles.SetValue(i, j, gp_Pnt(x, 10 * j, 0));
+        }
+    const Handle(Geom_BezierSurface) surface = new Geom_BezierSurface(poles);
+    const TopoDS_Face face = BRepBuilderAPI_MakeFace(surface, 0.4999, 0.5001, 0, 1, 1e-7);
+    EXPECT_LT(convexor::finenessFor(face).chord, 0.4);
+    EXPECT_GT(convexor::finenessFor(face).chord, 0.005);
+    const TopoDS_Shape ball = BRepPrimAPI_MakeSphere(50).Shape();
+    EXPECT_NEAR(convexor::finenessFor(ball).chord, 1e-3 * std::sqrt(3) * 100, 0.02) << "what it was before";
 }
 
 TEST(Display, IsTheShape) {

@@ -1,7 +1,9 @@
 // What pictures of a small model show.
 #include "depiction/depiction.h"
 
+#include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -47,30 +49,6 @@ TEST(Depiction, ShowsWhatIsNotHiddenAndWhatIsWishedFor) {
     EXPECT_EQ(counts(all), (std::array<std::size_t, 3>{0, 0, 0}));
 }
 
-TEST(Depiction, TextsBecomeStrokesInTheirPlane) {
-    Model model;
-    model.addAnnotation(L"7");
-    scene::Scene scene = model.build();
-    scene::Text text;
-    text.text = "⌖H";
-    text.anchor = {5, 0, 0};
-    text.direction = {0, 1, 0};
-    text.normal = {1, 0, 0};
-    text.height = 2;
-    scene.parts.back().annotations[0].texts.push_back(text);
-    const Depiction depiction(scene, {});
-    const picture::Lines& lines = depiction.drawing().lines.back();
-    EXPECT_TRUE(lines.isOnTop);
-    ASSERT_GT(lines.points.size(), 30U);
-    float highest = 0;
-    for (std::size_t i = 0; i < lines.points.size(); i += 3) {
-        EXPECT_FLOAT_EQ(lines.points[i], 5); // upwards is z
-        EXPECT_GE(lines.points[i + 1], 0);
-        highest = std::max(highest, lines.points[i + 2]);
-    }
-    EXPECT_NEAR(highest, 2, 0.2);
-}
-
 TEST(Depiction, ASavedViewBringsItsCameraItsPlaneAndItsAnnotations) {
     Model model;
     model.addAnnotation(L"7");
@@ -100,7 +78,9 @@ TEST(Depiction, ASavedViewBringsItsCameraItsPlaneAndItsAnnotations) {
 }
 
 TEST(Depiction, SectionsCutAwayWhatIsBeforeThem) {
-    const scene::Scene scene = Model().build();
+    Model model;
+    model.addAnnotation(L"7");
+    const scene::Scene scene = model.build();
     Wishes wishes;
     for (const char* view : {"iso", "front", "back", "left", "right", "top", "bottom"})
         for (const int axis : {0, 1, 2}) {
@@ -110,11 +90,57 @@ TEST(Depiction, SectionsCutAwayWhatIsBeforeThem) {
             const picture::Drawing& drawing = depiction.drawing();
             const auto along = [axis](picture::Vector v) { return axis == 0 ? v.x : axis == 1 ? v.y : v.z; };
             EXPECT_FLOAT_EQ(along(drawing.section->point), 0.25F);
+            wishes.section->at.reset();
+            const float middle =
+                axis == 2 ? 0 : 0.5F; // of the plate, not of the annotation and the point above it
+            EXPECT_FLOAT_EQ(along(Depiction(scene, wishes).drawing().section->point), middle) << view << axis;
             EXPECT_GE(along(drawing.section->normal) *
                           (along(drawing.camera.eye) - along(drawing.camera.target)),
                       0)
                 << view << axis;
         }
+}
+
+TEST(Depiction, ASavedViewIsWideEnoughForItsAnnotations) {
+    Model model;
+    const ExcVisuPMIPtr annotation = model.addAnnotation(L"7");
+    auto far = std::make_shared<ExcVisuEdge>();
+    far->setPoints({0, 0, 9, 50, 0, 9}); // of a window of 40 by 30
+    annotation->setEdges({far});
+    model.addView(L"Detail", {L"7"})->setAnnotationIds({L"7"});
+    const scene::Scene scene = model.build();
+    Wishes wishes;
+    wishes.view = "Detail";
+    wishes.width = 400;
+    wishes.height = 300;
+    EXPECT_NEAR(Depiction(scene, wishes).drawing().camera.height, 40 * 50 / (40 * 4.0 / 3 / 2) * 1.03, 0.01);
+}
+
+TEST(Depiction, LinesOfSmallPartsFadeAway) {
+    for (const auto& [away, strength] : {std::pair(0.0, 1.0), std::pair(40.0, 0.5), std::pair(1000.0, 0.0)}) {
+        Model model;
+        ExcTransformation aside;
+        aside.translation() = {away, 0, 0};
+        model.place(3, L"Plate:2", nullptr)->setTransformation(aside);
+        const scene::Scene scene = model.build();
+        Wishes wishes;
+        wishes.view = "top";
+        wishes.width = wishes.height = 800;
+        const Depiction depiction(scene, wishes);
+        const picture::Drawing& drawing = depiction.drawing();
+        EXPECT_NEAR(drawing.lines.back().color.alpha, strength, 0.1) << away;
+        EXPECT_EQ(drawing.triangles.back().outline, drawing.lines.back().color.alpha);
+    }
+}
+
+TEST(Depiction, EveryViewHasAName) {
+    Model model;
+    for (const wchar_t* name : {L"A", L"A", L"top", L"A (2)"}) model.addView(name, {});
+    const scene::Scene scene = model.build();
+    std::string names;
+    for (const NamedView& view : allViews(scene))
+        if (view.saved) names += view.name + ", ";
+    EXPECT_EQ(names, "A, A (2), top (2), A (2) (2), ");
 }
 
 TEST(Depiction, StandardViewsStandUpright) {
@@ -123,11 +149,16 @@ TEST(Depiction, StandardViewsStandUpright) {
         const auto height = [up](picture::Vector v) {
             return up == EWorldOrientation::up_x ? v.x : up == EWorldOrientation::up_y ? v.y : v.z;
         };
-        EXPECT_EQ(height(standardSight("front", up)->up), 1);
-        EXPECT_EQ(height(standardSight("front", up)->direction), 0);
-        EXPECT_EQ(height(standardSight("top", up)->direction), -1);
+        scene::Scene scene;
+        scene.up = up;
+        const std::vector<NamedView> views = allViews(scene);
+        const auto sight = [&views](const char* name) {
+            return std::ranges::find(views, name, &NamedView::name)->sight;
+        };
+        EXPECT_EQ(height(sight("front").up), 1);
+        EXPECT_EQ(height(sight("front").direction), 0);
+        EXPECT_EQ(height(sight("top").direction), -1);
     }
-    EXPECT_FALSE(standardSight("Front", EWorldOrientation::up_z));
 }
 
 } // namespace

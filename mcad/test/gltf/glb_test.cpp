@@ -1,11 +1,15 @@
 // What stands in a file that a scene becomes. Whether it is valid at all, validate.mjs asks others.
 #include "gltf/glb.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
+#include <meshoptimizer.h>
 
 #include "gltf/rigid_parts.h"
 #include "scene/model.h"
@@ -15,10 +19,10 @@ namespace zeq::gltf {
 namespace {
 
 using scene::Placement;
-using scene::Vec;
 
 struct File {
-    explicit File(const scene::Scene& scene) : glb(makeGlb(scene, "test")) {
+    explicit File(const scene::Scene& scene, const Options& options = {})
+        : glb(makeGlb(scene, "test", options)) {
         std::uint32_t size = 0;
         std::memcpy(&size, &glb.head[12], sizeof size);
         const std::string text = glb.head.substr(20, size);
@@ -92,6 +96,98 @@ TEST(Glb, HasAnnotationsAndViews) {
               LR"({"name":"Top","camera":0,"matrix":[1,0,0,0,0,1,0,0,0,0,1,0,0,0,0.1,1],)"
               LR"("extras":{"id":"Top","clipping":[0,0,1,-0.005],"annotations":["41"]}})");
     EXPECT_EQ(test::textOf(file.json[L"cameras"][0][L"orthographic"][L"ymag"]), L"0.02");
+}
+
+TEST(Glb, HasMeshesOfWhatIsHiddenIfTheyAreWanted) {
+    test::Model model;
+    model.reference->setHidden(true);
+    model.addAnnotation(L"40");
+    model.addView(L"Top", {});
+    scene::Scene scene = model.build();
+    scene.parts[1].annotations[0].isHidden = true;
+    scene.parts[1].annotations[0].value = "D4\nA";
+    const File without(scene), with(scene, {.withHidden = true});
+    EXPECT_EQ(without.count(L"meshes"), 0);
+    EXPECT_EQ(without.count(L"nodes"), 2);
+    EXPECT_EQ(without.glb.hidden, 1);
+    EXPECT_EQ(with.at(L"nodes", 1),
+              LR"({"name":"Plate:1","mesh":0,"children":[2],"extras":{"block":3,"hidden":true}})");
+    EXPECT_EQ(with.at(L"nodes", 2), LR"({"name":"Note 40","mesh":1,"extras":{"hidden":true,)"
+                                    LR"("kind":"dimension diameter","id":"40","value":"D4\nA"}})");
+    EXPECT_EQ(with.count(L"cameras"), 0); // it is not to be looked at
+    EXPECT_EQ(with.glb.hidden, 0);
+    EXPECT_EQ(with.glb.triangles, 2);
+}
+
+TEST(Glb, CompressedBecomesTheSameAgain) {
+    // A strip along a circle, in more vertices than short indices reach in one of two parts.
+    const auto bent = [](const ExcVisuFacePtr& face, int steps) {
+        std::vector<float> points, normals;
+        ExcVisuFace::Polygon strip{5, {}};
+        for (int i = 0; i <= steps; ++i)
+            for (const float z : {0.0F, 1.0F}) {
+                const float angle = static_cast<float>(i) * 1e-4F;
+                points.insert(points.end(), {7 * std::cos(angle), 7 * std::sin(angle), z});
+                normals.insert(normals.end(), {std::cos(angle), std::sin(angle), 0});
+                strip.indices.push_back(static_cast<int>(strip.indices.size()));
+            }
+        face->setVertices(std::move(points));
+        face->setNormals(std::move(normals));
+        face->setPolygons({strip});
+    };
+    for (const int steps : {5, 40'000}) {
+        test::Model model;
+        bent(model.face, steps);
+        const scene::Scene scene = model.build();
+        const File plain(scene), packed(scene, {.isCompressed = true});
+        EXPECT_EQ(packed.at(L"accessors", 0), plain.at(L"accessors", 0)) << "the same bounds";
+        ASSERT_EQ(packed.count(L"bufferViews"), plain.count(L"bufferViews"));
+        EXPECT_LT(packed.glb.body.size(), plain.glb.body.size());
+        EXPECT_EQ(packed.json[L"buffers"][1][L"byteLength"].GetUint(), plain.glb.body.size());
+        for (unsigned i = 0; i < plain.count(L"bufferViews"); ++i) {
+            const JsonValue& view = packed.json[L"bufferViews"][i];
+            const JsonValue& extension = view[L"extensions"][L"EXT_meshopt_compression"];
+            const auto member = [&extension](const wchar_t* name) { return extension[name].GetUint(); };
+            const std::size_t count = member(L"count"), stride = member(L"byteStride");
+            ASSERT_EQ(count * stride, view[L"byteLength"].GetUint());
+            std::vector<char> decoded(count * stride);
+            const auto* const from =
+                reinterpret_cast<const unsigned char*>(&packed.glb.body[member(L"byteOffset")]);
+            const std::size_t size = member(L"byteLength");
+            const char* const expected = &plain.glb.body[view[L"byteOffset"].GetUint()];
+            const std::wstring mode = extension[L"mode"].GetString();
+            if (mode == L"ATTRIBUTES") {
+                ASSERT_EQ(meshopt_decodeVertexBuffer(decoded.data(), count, stride, from, size), 0);
+                if (extension.HasMember(L"filter")) {
+                    meshopt_decodeFilterExp(decoded.data(), count, stride);
+                    for (std::size_t at = 0; at < decoded.size(); at += sizeof(float)) {
+                        float was = 0, is = 0;
+                        std::memcpy(&was, expected + at, sizeof was);
+                        std::memcpy(&is, &decoded[at], sizeof is);
+                        ASSERT_NEAR(is, was, 1.0 / 2048);
+                    }
+                    continue;
+                }
+            } else if (mode == L"INDICES") {
+                ASSERT_EQ(meshopt_decodeIndexSequence(decoded.data(), count, stride, from, size), 0);
+            } else {
+                ASSERT_EQ(meshopt_decodeIndexBuffer(decoded.data(), count, stride, from, size), 0);
+                const auto firstCornerFirst = [stride](char* triangle) { // whichever the codec begins with
+                    while (std::memcmp(triangle, triangle + stride, stride) > 0 ||
+                           std::memcmp(triangle, triangle + 2 * stride, stride) > 0)
+                        std::rotate(triangle, triangle + stride, triangle + 3 * stride);
+                };
+                std::vector<char> sorted(expected, expected + decoded.size());
+                for (std::size_t at = 0; at < decoded.size(); at += 3 * stride) {
+                    firstCornerFirst(&sorted[at]);
+                    firstCornerFirst(&decoded[at]);
+                }
+                EXPECT_EQ(decoded, sorted);
+                continue;
+            }
+            EXPECT_TRUE(std::equal(decoded.begin(), decoded.end(), expected)) << i;
+        }
+    }
 }
 
 TEST(Glb, CanBeOfNothing) {

@@ -1,13 +1,15 @@
 // Scenes of sound documents and of faulty ones.
 #include "scene/model.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <functional>
 #include <limits>
 
 #include <gtest/gtest.h>
 
-#include "zeq_api/exchange_pmi/note.h"
+#include "zeq_api/exchange_pmi/annotation_view.h"
 
 namespace zeq::scene {
 namespace {
@@ -166,6 +168,16 @@ TEST(Scene, IsMadeOfStructuresOfAnySize) {
     EXPECT_EQ(joined(nested.warnings), "");
 }
 
+TEST(Scene, CallsASinglePartByItsName) {
+    Model model;
+    model.structure->setProductName(L"SPAXIopPSProductDummyReference");
+    model.reference->setName(L"SPAXIopPSProductDummyInstance");
+    ASSERT_TRUE(model.structure->isPart());
+    const Scene scene = model.build();
+    EXPECT_EQ(scene.parts[0].name, "Plate");
+    EXPECT_EQ(pathOf(scene, 1), "Plate/Plate");
+}
+
 TEST(Scene, InheritsColoursFromWhatIsAround) {
     Model model;
     model.reference->setColor({10, 20, 30, 128});
@@ -250,6 +262,127 @@ TEST(Scene, ShowsInAViewItsOwnAnnotations) {
     EXPECT_EQ(part.views[0].annotations, (std::vector<std::uint32_t>{1, 2}));
     EXPECT_EQ(part.views[0].clipping, (std::array<double, 4>{0, 0, 1, -7}));
     EXPECT_EQ(part.views[0].camera.height, 40);
+}
+
+/// How far the strokes of a shape reach along x, y and z.
+std::array<Vec, 2> extentOf(const Shape& shape) {
+    std::array<Vec, 2> extent{Vec{1e9, 1e9, 1e9}, Vec{-1e9, -1e9, -1e9}};
+    for (const std::vector<float>* const points : {&shape.linePoints, &shape.vertices})
+        for (std::size_t i = 0; i + 2 < points->size(); i += 3) {
+            const Vec point{(*points)[i], (*points)[i + 1], (*points)[i + 2]};
+            auto& [low, high] = extent;
+            low = {std::min(low.x, point.x), std::min(low.y, point.y), std::min(low.z, point.z)};
+            high = {std::max(high.x, point.x), std::max(high.y, point.y), std::max(high.z, point.z)};
+        }
+    return extent;
+}
+
+double areaOf(const Shape& shape) {
+    double area = 0;
+    const auto at = [&](std::size_t i) {
+        const float* const p = &shape.vertices[3 * std::size_t{shape.triangles[i]}];
+        return Vec{p[0], p[1], p[2]};
+    };
+    for (std::size_t i = 0; i < shape.triangles.size(); i += 3)
+        area += length(cross(at(i + 1) - at(i), at(i + 2) - at(i))) / 2;
+    return area;
+}
+
+TEST(Scene, DrawsTheTextsOfAnnotationsInTheirPlanes) {
+    Model model;
+    const ExcVisuPMIPtr annotation = model.addAnnotation(L"40");
+    annotation->setEdges({});
+    const auto addText = [&](double height) {
+        auto text = std::make_shared<ExcVisuText>();
+        text->setText(L"⌖H");
+        text->setAnchorPoint({5, 0, 0});
+        text->setDirection({0, 1, 0});
+        text->setNormal({1, 0, 0});
+        ExcVisuFont font;
+        font.setTextHeight(height);
+        text->setFont(font);
+        annotation->addText(text);
+    };
+    addText(2);
+    addText(0);
+    const Scene scene = model.build();
+    const Annotation& drawn = scene.parts[1].annotations[0];
+    EXPECT_EQ(drawn.value, "⌖H");
+    const auto [low, high] = extentOf(drawn.shape);
+    EXPECT_NEAR(low.x, 5, 1e-6);
+    EXPECT_NEAR(high.x, 5, 1e-6);
+    EXPECT_NEAR(high.z, 2, 0.2); // upwards
+    EXPECT_GT(high.y, 2);
+    EXPECT_GE(low.y, 0);
+    EXPECT_EQ(scene.warnings, std::vector<std::string>{"block 3 'Plate', annotation 40: a text is nowhere"});
+}
+
+TEST(Scene, DrawsTheValueOfAnAnnotationThatIsOnlyPlaced) {
+    Model model;
+    auto dimension = std::make_shared<ExcPMIDimension>();
+    dimension->setId(L"50");
+    dimension->setSubType(ExcPMIDimension::ESubType::diameter);
+    dimension->setValue(35);
+    dimension->setPosition({3, 4});
+    auto nowhere = std::make_shared<ExcPMIDimension>(*dimension);
+    nowhere->setId(L"51");
+    nowhere->setPosition({0, 0});
+    auto leader = std::make_shared<ExcPMILeader>();
+    leader->setPoints({{3, 4}, {0, -20}});
+    dimension->addLeader(leader);
+    auto plane = std::make_shared<ExcPMIAnnotationView>();
+    plane->setVectorU({0, 1, 0});
+    plane->setVectorV({0, 0, 1});
+    plane->addDimension(dimension);
+    plane->addDimension(nowhere);
+    auto set = std::make_shared<ExcPMIAnnotationSet>();
+    set->addView(plane);
+    auto pmi = std::make_shared<ExcPMIData>();
+    pmi->addAnnotationSet(set);
+    auto data = std::make_shared<ExcBlockMechanicalData>();
+    data->setBlockId(3);
+    data->setPMIData(pmi);
+    model.more.push_back(data);
+
+    const Scene scene = model.build();
+    const std::vector<Annotation>& annotations = scene.parts[1].annotations;
+    ASSERT_EQ(annotations.size(), 2);
+    for (const Annotation& each : annotations) EXPECT_EQ(each.value, "⌀35");
+    EXPECT_FALSE(annotations[1].isDrawn());
+    ASSERT_TRUE(annotations[0].isDrawn());
+    const auto [low, high] = extentOf(annotations[0].shape);
+    EXPECT_NEAR(high.x - low.x, 0, 1e-6);
+    EXPECT_NEAR(low.z, -20, 1e-5); // the tip of the leader
+    EXPECT_NEAR(low.y, 0, 0.01);
+    EXPECT_GT(high.y, 3);
+    EXPECT_EQ(annotations[0].shape.faces.size(), 1); // the arrow head
+}
+
+TEST(Scene, FillsOutlinesOfAnyForm) {
+    struct Row {
+        const char* name;
+        std::vector<float> outline;
+        double area;
+    };
+    const std::vector<Row> rows{
+        {"triangle", {0, 0, 9, 2, 0, 9, 0, 2, 9}, 2},
+        {"clockwise", {0, 0, 9, 0, 2, 9, 2, 0, 9}, 2},
+        {"an L, upright", {0, 7, 0, 3, 7, 0, 3, 7, 1, 1, 7, 1, 1, 7, 4, 0, 7, 4}, 6},
+        {"a star", {0, 3, 0, -1, 1, 0, -3, 0, 0, -1, -1, 0, 0, -3, 0, 1, -1, 0, 3, 0, 0, 1, 1, 0}, 12},
+        {"no area", {0, 0, 0, 1, 1, 1, 2, 2, 2}, 0},
+    };
+    for (const Row& row : rows) {
+        Model model;
+        const ExcVisuPMIPtr annotation = model.addAnnotation(L"40");
+        auto outline = std::make_shared<ExcVisuEdge>();
+        outline->setPoints(std::vector<float>(row.outline));
+        outline->setLineType(ExcVisuEdge::ELineType::line_loop_filled);
+        annotation->setEdges({outline});
+        const Scene scene = model.build();
+        const Shape& shape = scene.parts[1].annotations[0].shape;
+        EXPECT_NEAR(areaOf(shape), row.area, 1e-5) << row.name;
+        EXPECT_EQ(shape.lines.size(), 1) << row.name;
+    }
 }
 
 } // namespace

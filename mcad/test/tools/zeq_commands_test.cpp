@@ -171,7 +171,8 @@ TEST(ZeqCommands, WrongUsageIsExplained) {
         {{"--geometry", "x", "import", file},
          "the option '--geometry' belongs to zeq import and tree, after whose name it stands"},
         {{"--set=a=b", "ping"},
-         "'--set' belongs to zeq import, tree, gltf, picture, command import and command export, after"},
+         "'--set' belongs to zeq import, tree, gltf, picture, view, command import and command export, "
+         "after"},
         {{"command", "imporrt", file}, "unknown command 'imporrt'; did you mean 'import'?"},
         {{"command", "ping", "--interface", "old"}, "'old' is none of uconnect, connect, legacy"},
         {{"import", file, "--set", "STP.x=1"},

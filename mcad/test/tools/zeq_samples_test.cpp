@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 #include "mp/shared_buffer.h"
+#include "page/page_elements.h"
 #include "support/json_text.h"
 #include "support/temp_dir.h"
 #include "tools/zeq_run.h"
@@ -193,15 +194,15 @@ TEST_F(ZeqSamples, ASharedDirectoryThatTakesNothingIsNamed) {
     if (runProgram({"/usr/bin/unshare", "-m", "mount", "-t", "tmpfs", "none", mp::sharedDirectory()})
             .exitCode != 0)
         GTEST_SKIP() << "needs a namespace of its own for mounts";
+    const std::string& shared = mp::sharedDirectory();
+    const std::string import = " none " + shared + " && cd " + shared + " && '" + ZEQ_PROGRAM +
+                               "' --translator '" + ZEQ_CONVEXOR + "' import '" + sample("bench_vise.stp") +
+                               "'; code=$?; echo \"left: $(ls " + shared + ").\"; exit $code";
     for (const auto& [options, reason] :
          {std::pair("nr_inodes=1", "No space left on device"),
           std::pair("size=4k", "No space left on device"), std::pair("ro", "Read-only file system")}) {
-        const std::string shared = mp::sharedDirectory();
         const RunResult result = runProgram(
-            {"/usr/bin/unshare", "-m", "/bin/sh", "-c",
-             std::string("mount -t tmpfs -o ") + options + " none " + shared + " && cd " + shared + " && '" +
-                 ZEQ_PROGRAM + "' --translator '" + ZEQ_CONVEXOR + "' import '" + sample("bench_vise.stp") +
-                 "'; code=$?; echo \"left: $(ls " + shared + ").\"; exit $code"});
+            {"/usr/bin/unshare", "-m", "/bin/sh", "-c", "mount -t tmpfs -o " + (options + import)});
         EXPECT_EQ(result.exitCode, 4) << options;
         EXPECT_TRUE(result.output.ends_with("left: .\n")) << result.output;
         EXPECT_NE(result.errors.find("Cannot write to the shared directory '" + shared + "': " + reason),
@@ -370,6 +371,64 @@ TEST_F(ZeqSamples, AreWrittenAsGltfFromTheFileAndFromWhatWasKept) {
     EXPECT_EQ(zeq({"--json", "--output", glb, "gltf", kept}).exitCode, 2);
 }
 
+TEST_F(ZeqSamples, AreShownOnPagesFromTheFileAndFromWhatWasKept) {
+    const std::string kept = sample("pages.json"), page = sample("page.html");
+    ASSERT_EQ(zeq({"--json", "--output", kept, "import", sample("bench_vise.stp")}).exitCode, 0);
+    const auto contentOf = [](const std::string& path) {
+        std::ifstream stream(path);
+        return std::string{std::istreambuf_iterator<char>(stream), {}};
+    };
+    const auto view = [&](const std::string& file) {
+        return zeq({"--force", "--output", page, "view", file});
+    };
+    std::vector<std::string> models, facts;
+    for (const std::string& file : {sample("bench_vise.stp"), kept}) {
+        const RunResult result = view(file);
+        if (result.errors.find("built without the page") != std::string::npos) {
+            EXPECT_EQ(result.exitCode, 3);
+            EXPECT_FALSE(fs::exists(page));
+            GTEST_SKIP() << "zeq is built without the page";
+        }
+        EXPECT_EQ(result.exitCode, 0) << result.errors;
+        models.push_back(elementOf(contentOf(page), "model"));
+        facts.push_back(std::regex_replace(elementOf(contentOf(page), "facts"),
+                                           std::regex("\"file\":\"[^\"]*\""), "FILE"));
+    }
+    EXPECT_EQ(models[0].substr(0, 4), "glTF");
+    EXPECT_TRUE(models[0] == models[1]);
+    const std::string lock = "\"name\":\"Transport lock\"";
+    const std::size_t at = models[0].find(lock); // it is hidden, and has a mesh
+    ASSERT_NE(at, std::string::npos);
+    EXPECT_TRUE(std::regex_search(models[0].substr(at, 200),
+                                  std::regex("\"mesh\":\\d+,\"extras\":.*\"hidden\":true")))
+        << models[0].substr(at, 200);
+    EXPECT_EQ(facts[0], facts[1]);
+    for (const char* const each :
+         {R"("version":1,FILE,"generator":"zeq )",
+          R"("unit":"mm","millimeters":1,"blocks":[{"id":2,"faces":[{"id":")",
+          R"({"what":"faces","file":106,"sent":106,"arrived":106,"reasons":[]})", R"("warnings":[]})"})
+        EXPECT_NE(facts[0].find(each), std::string::npos) << each;
+    EXPECT_EQ(zeq({"--json", "view", kept}).exitCode, 2);
+
+    const std::string whole = contentOf(kept);
+    const std::vector<std::pair<std::string, std::string>> rows{
+        {R"("data":"")", "the geometry of block 2 cannot be restored: "},
+        {R"("data":"H4sIAAAAAAAA")", "the geometry of block 2 cannot be restored: "},
+        {R"("data":{})", "the geometry of block 2 is not in the file"},
+    };
+    for (const auto& [data, warning] : rows) {
+        std::ofstream(sample("damaged.json"))
+            << std::regex_replace(whole, std::regex(R"("data":"[^"]*")"), data);
+        const RunResult result = view(sample("damaged.json"));
+        EXPECT_EQ(result.exitCode, 0);
+        EXPECT_NE(result.errors.find(warning), std::string::npos) << result.errors;
+        const std::string told = elementOf(contentOf(page), "facts");
+        EXPECT_NE(told.find(R"("blocks":[],)"), std::string::npos);
+        EXPECT_NE(told.find(warning), std::string::npos);
+        EXPECT_TRUE(elementOf(contentOf(page), "model") == models[0]);
+    }
+}
+
 TEST_F(ZeqSamples, AreShownAsPictures) {
     const std::string png = sample("model.png");
     const struct {
@@ -401,6 +460,28 @@ TEST_F(ZeqSamples, AreShownAsPictures) {
         }
         fs::remove(png);
     }
+}
+
+TEST_F(ZeqSamples, EveryViewAndEveryImportCanHaveAPicture) {
+    const auto isPicture = [](const std::string& path) {
+        std::ifstream stream(path, std::ios::binary);
+        return std::string{std::istreambuf_iterator<char>(stream), {}}.starts_with("\x89PNG");
+    };
+    const std::string bracket = sample("bracket_pmi.stp"), directory = sample("views/of bracket");
+    EXPECT_EQ(zeq({"picture", bracket, "--all-views", directory, "--size", "60x40"}).exitCode, 0);
+    for (const char* const view : {"iso", "front", "back", "left", "right", "top", "bottom", "FRONT"})
+        EXPECT_TRUE(isPicture(directory + "/" + view + ".png")) << view;
+    const RunResult again = zeq({"picture", bracket, "--all-views", directory, "--size", "60x40"});
+    EXPECT_EQ(again.exitCode, 3);
+    EXPECT_NE(again.errors.find("it exists already"), std::string::npos) << again.errors;
+    EXPECT_EQ(zeq({"picture", bracket, "--all-views", directory, "--view", "iso"}).exitCode, 2);
+    EXPECT_EQ(zeq({"picture", bracket, "--all-views", directory, "-o", sample("one.png")}).exitCode, 2);
+
+    const std::string png = sample("imported.png");
+    const RunResult import = zeq({"import", bracket, "--picture", png});
+    EXPECT_EQ(import.exitCode, 0) << import.errors;
+    EXPECT_NE(import.output.find("Topology"), std::string::npos) << import.output;
+    EXPECT_TRUE(isPicture(png));
 }
 
 TEST_F(ZeqSamples, AFileNameOfThreeByteCharactersSurvives) {

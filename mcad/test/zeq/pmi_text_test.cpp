@@ -1,5 +1,5 @@
 // What annotations say; the rows hold documents as translators send them.
-#include "zeq/pmi_text.h"
+#include "pmi/value_text.h"
 
 #include <clocale>
 #include <memory>
@@ -35,11 +35,11 @@ struct Row {
 /// In millimetres, with the datums A and B and the target A1.
 template <class T>
 void expectTexts(const std::vector<Row>& rows) {
-    PMIContext context;
+    pmi::Context context;
     context.unit = ExcPMIDimension::EDimUnit::mm;
     context.labels = {{L"1", L"A"}, {L"2", L"B"}, {L"3", L"A1"}};
     for (const Row& row : rows)
-        EXPECT_EQ(valueText(*read<T>("{" + row.members + "}"), context), row.text) << row.members;
+        EXPECT_EQ(pmi::valueText(*read<T>("{" + row.members + "}"), context), row.text) << row.members;
 }
 
 TEST(PMIText, DimensionsHaveTheirSymbolsTolerancesAndUnits) {
@@ -133,8 +133,8 @@ TEST(PMIText, EachCharacteristicAndModifierHasItsSymbol) {
     for (const EnumEntry& type : types) {
         ExcPMIGDT tolerance;
         tolerance.setToleranceType(static_cast<ExcPMIGDT::EToleranceType>(type.value));
-        EXPECT_EQ(valueText(tolerance, {}), symbols[static_cast<std::size_t>(type.value)]);
-        EXPECT_EQ(kindOf(tolerance).find('_'), std::string::npos);
+        EXPECT_EQ(pmi::valueText(tolerance, {}), symbols[static_cast<std::size_t>(type.value)]);
+        EXPECT_EQ(pmi::kindOf(tolerance).find('_'), std::string::npos);
     }
     const std::map<std::wstring, std::string> known{
         {L"material_condition_maximum", "Ⓜ"},
@@ -161,7 +161,7 @@ TEST(PMIText, EachCharacteristicAndModifierHasItsSymbol) {
         row->addZoneModifier(static_cast<ExcPMIGDT::EToleranceModifier>(entry.value), 2.5);
         ExcPMIGDT tolerance;
         tolerance.addGdtRow(row);
-        const std::string text = valueText(tolerance, {});
+        const std::string text = pmi::valueText(tolerance, {});
         const auto symbol = known.find(entry.name);
         if (symbol == known.end()) continue;
         EXPECT_EQ(text, "? | 0" + (symbol->second.empty() ? "" : " " + symbol->second + "2.5"));
@@ -178,11 +178,11 @@ TEST(PMIText, TheOtherKindsSayWhatTheyAre) {
         {{R"("fields":["","3.2"],"obtention_type":"matching_forbidden")", "√ 3.2 not machined"}});
     expectTexts<ExcPMINote>({{R"("texts":[{"label":"a\r\n\nb\u001B"},{"label":"c"}])", "a\nb\\x1B c"}});
 
-    EXPECT_EQ(kindOf(*read<ExcPMINote>(R"({"is_flag_note":true})")), "flag note");
-    EXPECT_EQ(kindOf(*read<ExcPMINote>(R"({"is_noa":true})")), "general note");
-    EXPECT_EQ(kindOf(ExcPMIDatumTarget()), "datum target");
-    EXPECT_EQ(kindOf(*read<ExcPMIDimension>(R"({"sub_type":"radius_tangent"})")), "radius tangent");
-    EXPECT_EQ(kindOf(*read<ExcPMIDimension>(
+    EXPECT_EQ(pmi::kindOf(*read<ExcPMINote>(R"({"is_flag_note":true})")), "flag note");
+    EXPECT_EQ(pmi::kindOf(*read<ExcPMINote>(R"({"is_noa":true})")), "general note");
+    EXPECT_EQ(pmi::kindOf(ExcPMIDatumTarget()), "datum target");
+    EXPECT_EQ(pmi::kindOf(*read<ExcPMIDimension>(R"({"sub_type":"radius_tangent"})")), "radius tangent");
+    EXPECT_EQ(pmi::kindOf(*read<ExcPMIDimension>(
                   R"({"callout_feature_annotation_type":"hole_callout_counter_sink_angle"})")),
               "counter sink angle");
 }

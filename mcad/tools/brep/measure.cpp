@@ -13,8 +13,6 @@
 
 namespace zeq::brep {
 
-namespace {
-
 std::optional<double> lengthOf(const EDGE& edge) {
     const CURVE* const curve = edge.geometry();
     if (!curve) return 0;
@@ -22,6 +20,8 @@ std::optional<double> lengthOf(const EDGE& edge) {
     return std::abs(integral(Integrand{[curve](double t) { return curve->eval_deriv(t).len(); },
                                        smoothPieces(*curve, rangeOf(edge))}));
 }
+
+namespace {
 
 class BodyMeasure {
 public:

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "brep/check.h"
@@ -21,6 +22,9 @@ struct Measure {
     std::uint64_t unmeasured = 0; ///< faces and edges whose geometry cannot be evaluated
     std::vector<Fault> inverted;  ///< faces that lie to the right of their loops, and so outside of them
 };
+
+/// The length of an edge in the coordinates of its body; nothing if its curve cannot be evaluated.
+std::optional<double> lengthOf(const EDGE& edge);
 
 /// Measures the bodies on the list.
 ///

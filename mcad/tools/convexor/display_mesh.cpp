@@ -115,6 +115,25 @@ std::vector<gp_Pnt> pointsOf(const TopoDS_Edge& edge, const Fineness& fineness) 
     return points;
 }
 
+/// The diagonal of a box around it; 0 if there is none. The kernel's box can be a thousand times too large, as it holds
+/// all poles of a spline, so the points of edges have a say.
+double extentOf(const TopoDS_Shape& part) {
+    Bnd_Box whole, ofEdges;
+    BRepBndLib::Add(part, whole, false);
+    if (whole.IsVoid() || whole.IsOpen()) return 0;
+    for (TopExp_Explorer vertex(part, TopAbs_VERTEX); vertex.More(); vertex.Next())
+        ofEdges.Add(BRep_Tool::Pnt(TopoDS::Vertex(vertex.Current())));
+    for (TopExp_Explorer each(part, TopAbs_EDGE); each.More(); each.Next()) {
+        double first = 0, last = 0;
+        if (BRep_Tool::Curve(TopoDS::Edge(each.Current()), first, last).IsNull()) continue;
+        const BRepAdaptor_Curve curve(TopoDS::Edge(each.Current()));
+        for (const double share : {0.25, 0.5, 0.75}) ofEdges.Add(curve.Value(first + share * (last - first)));
+    }
+    constexpr double usual = 4; // of a surface beyond its edges, such as a cap
+    const double extent = std::sqrt(whole.SquareExtent());
+    return ofEdges.IsVoid() ? extent : std::min(extent, usual * std::sqrt(ofEdges.SquareExtent()));
+}
+
 std::atomic<bool> stillTessellating = false;
 
 } // namespace
@@ -125,9 +144,7 @@ Fineness finenessFor(const TopoDS_Shape& part, double chord) {
     constexpr double smallest = 1e-6; // in millimetres
     constexpr double largest = 1e12;  // in millimetres
     constexpr double angle = 20 * std::numbers::pi / 180;
-    Bnd_Box box;
-    BRepBndLib::Add(part, box, false);
-    const double extent = box.IsVoid() || box.IsOpen() ? 0 : std::sqrt(box.SquareExtent());
+    const double extent = extentOf(part);
     const double diagonal = extent < largest ? extent : 0; // 0 where it says nothing
     const double wanted = chord > 0 ? chord : usual * (diagonal > 0 ? diagonal : 1);
     return {std::max({wanted, finest * diagonal, smallest}), angle};

@@ -2,15 +2,15 @@
 #include "depiction/depiction.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <limits>
 #include <numbers>
 #include <span>
 #include <stdexcept>
 
 #include "depiction/views.h"
 #include "picture/picture.h"
-#include "strokes/annotation.h"
-#include "transport/utf8.h"
 
 namespace zeq::depiction {
 
@@ -40,11 +40,9 @@ picture::Transform toTransform(const scene::Placement& placement) {
 }
 
 /// Calls act(first, end, color) for each run of things beside each other that are shown in one colour.
-/// @param isAnnotation of these, what is drawn is chosen as a whole: a saved view shows what is hidden elsewhere
 template <class Thing, class Act>
-void forEachRun(const std::vector<Thing>& things, bool isAnnotation, const scene::Look& around,
-                scene::Color plain, Act act) {
-    const auto isShown = [&](std::size_t i) { return isAnnotation || !things[i].isHidden; };
+void forEachRun(const std::vector<Thing>& things, const scene::Look& around, scene::Color plain, Act act) {
+    const auto isShown = [&](std::size_t i) { return !things[i].isHidden; };
     const auto colorOf = [&](std::size_t i) { return things[i].look.within(around).shown(plain); };
     for (std::size_t first = 0, end = 0; first < things.size(); first = end) {
         end = first + 1;
@@ -55,20 +53,34 @@ void forEachRun(const std::vector<Thing>& things, bool isAnnotation, const scene
     }
 }
 
-/// Whether the closed polyline is flat and turns to one side only, so that a fan of triangles fills it.
-bool isConvex(std::span<const float> points) {
-    const std::size_t count = points.size() / 3 - 1; // the last one is the first one again
-    const auto at = [&](std::size_t i) {
-        const float* const p = &points[3 * (i % count)];
-        return scene::Vec{p[0], p[1], p[2]};
-    };
-    scene::Vec normal;
-    for (std::size_t i = 0; i < count; ++i) {
-        const scene::Vec turn = cross(at(i + 1) - at(i), at(i + 2) - at(i + 1));
-        if (dot(turn, normal) < 0) return false;
-        normal = normal + turn;
+/// From corner to corner of its box.
+double sizeOf(const scene::Shape& shape) {
+    scene::Vec low{1e300, 1e300, 1e300}, high{-1e300, -1e300, -1e300};
+    for (const std::vector<float>* const points : {&shape.vertices, &shape.linePoints})
+        for (std::size_t i = 0; i + 2 < points->size(); i += 3) {
+            const float* const p = &(*points)[i];
+            low = {std::min<double>(low.x, p[0]), std::min<double>(low.y, p[1]),
+                   std::min<double>(low.z, p[2])};
+            high = {std::max<double>(high.x, p[0]), std::max<double>(high.y, p[1]),
+                    std::max<double>(high.z, p[2])};
+        }
+    return low.x <= high.x ? length(high - low) : 0;
+}
+
+/// Of what a section plane cuts; nothing if there is nothing.
+std::optional<float> middleAlong(std::size_t axis, const picture::Drawing& drawing) {
+    float low = std::numeric_limits<float>::max(), high = -low;
+    for (const picture::Triangles& batch : drawing.triangles) {
+        if (!batch.isCut) continue;
+        const std::array<float, 12>& map = batch.transform.columns;
+        for (std::size_t i = 0; i + 2 < batch.positions.size(); i += 3) {
+            const float at = map[axis] * batch.positions[i] + map[3 + axis] * batch.positions[i + 1] +
+                             map[6 + axis] * batch.positions[i + 2] + map[9 + axis];
+            low = std::min(low, at);
+            high = std::max(high, at);
+        }
     }
-    return length(normal) > 0;
+    return low <= high ? std::optional(low + (high - low) / 2) : std::nullopt;
 }
 
 } // namespace
@@ -77,23 +89,22 @@ Depiction::Depiction(const scene::Scene& scene, const Wishes& wishes) : m_scene(
     m_drawing.width = wishes.width;
     m_drawing.height = wishes.height;
     if (wishes.isTransparent) m_drawing.background = {0, 0, 0, 0};
-    if (standardSight(wishes.view, scene.up)) {
-        addInstances(nullptr, 0);
-        useSight(wishes);
+    const std::vector<NamedView> views = allViews(scene);
+    const auto view = std::ranges::find(views, wishes.view, &NamedView::name);
+    if (view == views.end()) {
+        std::string names;
+        for (const NamedView& each : views) names += (names.empty() ? "" : ", ") + each.name;
+        throw std::invalid_argument("there is no view '" + wishes.view + "'; there are " + names);
+    }
+    if (view->saved) {
+        addInstances(&view->saved->annotations, view->instance);
+        useView(*view->saved, scene.instances[view->instance].world);
     } else {
-        const std::vector<SavedView> views = savedViews(scene);
-        const auto found = std::ranges::find_if(
-            views, [&](const SavedView& each) { return each.view->name == wishes.view; });
-        if (found == views.end()) {
-            std::string names;
-            for (const SavedView& each : views) names += ", " + each.view->name;
-            throw std::invalid_argument("there is no view '" + wishes.view +
-                                        "'; there are iso, front, back, left, right, top, bottom" + names);
-        }
-        addInstances(&found->view->annotations, found->instance);
-        useView(*found->view, scene.instances[found->instance].world);
+        addInstances(nullptr, 0);
+        m_drawing.camera = picture::fittedCamera(m_drawing, view->sight.direction, view->sight.up);
     }
     if (wishes.section) cut(*wishes.section);
+    fadeLinesOfSmallParts();
 }
 
 /// @param annotations those of the viewed instance that are shown, and no other; all if it is null
@@ -104,8 +115,12 @@ void Depiction::addInstances(const std::vector<std::uint32_t>* annotations, std:
         const scene::Part& part = m_scene.parts[instance.part];
         picture::Batch batch;
         batch.transform = toTransform(instance.world);
+        Extent extent{i, m_drawing.triangles.size(), 0, m_drawing.lines.size(), 0};
         addSurfaces(part.shape, batch, instance.look, i, true);
         if (m_wishes.hasEdges) addRanges(part.shape, batch, instance.look, edgeWidth);
+        extent.endTriangles = m_drawing.triangles.size();
+        extent.endLines = m_drawing.lines.size();
+        m_extents.push_back(extent);
         if (!m_wishes.hasAnnotations || (annotations && i != viewed)) continue;
         if (annotations) {
             for (const std::uint32_t at : *annotations)
@@ -120,26 +135,25 @@ void Depiction::addInstances(const std::vector<std::uint32_t>* annotations, std:
 void Depiction::addSurfaces(const scene::Shape& shape, const picture::Batch& batch, const scene::Look& around,
                             std::uint64_t part, bool isLit) {
     const scene::Color plain = isLit ? scene::plainSurface : plainAnnotation;
-    forEachRun(
-        shape.faces, !isLit, around, plain, [&](std::size_t first, std::size_t end, scene::Color color) {
-            const scene::Face &from = shape.faces[first], &to = shape.faces[end - 1];
-            const std::size_t start = 3 * static_cast<std::size_t>(from.firstVertex);
-            const std::size_t size = 3 * (static_cast<std::size_t>(to.firstVertex) + to.vertices) - start;
-            const std::size_t firstCorner = 3 * static_cast<std::size_t>(from.firstTriangle);
-            picture::Triangles run;
-            static_cast<picture::Batch&>(run) = batch;
-            run.color = isLit ? toColor(color) : toInk(color, plain);
-            run.positions = std::span(shape.vertices).subspan(start, size);
-            run.normals = std::span(shape.normals).subspan(start, size);
-            run.indices =
-                std::span(shape.triangles)
-                    .subspan(firstCorner,
-                             3 * (static_cast<std::size_t>(to.firstTriangle) + to.triangles) - firstCorner);
-            run.firstIndex = from.firstVertex;
-            run.part = part;
-            run.isLit = isLit;
-            m_drawing.triangles.push_back(run);
-        });
+    forEachRun(shape.faces, around, plain, [&](std::size_t first, std::size_t end, scene::Color color) {
+        const scene::Face &from = shape.faces[first], &to = shape.faces[end - 1];
+        const std::size_t start = 3 * static_cast<std::size_t>(from.firstVertex);
+        const std::size_t size = 3 * (static_cast<std::size_t>(to.firstVertex) + to.vertices) - start;
+        const std::size_t firstCorner = 3 * static_cast<std::size_t>(from.firstTriangle);
+        picture::Triangles run;
+        static_cast<picture::Batch&>(run) = batch;
+        run.color = isLit ? toColor(color) : toInk(color, plain);
+        run.positions = std::span(shape.vertices).subspan(start, size);
+        run.normals = std::span(shape.normals).subspan(start, size);
+        run.indices =
+            std::span(shape.triangles)
+                .subspan(firstCorner,
+                         3 * (static_cast<std::size_t>(to.firstTriangle) + to.triangles) - firstCorner);
+        run.firstIndex = from.firstVertex;
+        run.part = part;
+        run.isLit = isLit;
+        m_drawing.triangles.push_back(run);
+    });
 }
 
 void Depiction::addRanges(const scene::Shape& shape, const picture::Batch& batch, const scene::Look& around,
@@ -150,86 +164,25 @@ void Depiction::addRanges(const scene::Shape& shape, const picture::Batch& batch
         return std::span(points).subspan(start, 3 * (static_cast<std::size_t>(to.first) + to.count) - start);
     };
     const scene::Color plain = batch.isOnTop ? plainAnnotation : scene::plainLine;
-    forEachRun(shape.lines, batch.isOnTop, around, plain,
-               [&](std::size_t first, std::size_t end, scene::Color color) {
-                   std::vector<std::uint32_t>& lengths = m_numbers.emplace_back();
-                   for (std::size_t i = first; i < end; ++i) lengths.push_back(shape.lines[i].count);
-                   picture::Lines run;
-                   static_cast<picture::Batch&>(run) = batch;
-                   run.color = toInk(color, plain);
-                   run.points = pointsOf(shape.linePoints, shape.lines[first], shape.lines[end - 1]);
-                   run.lengths = lengths;
-                   run.width = width;
-                   m_drawing.lines.push_back(run);
-               });
-    forEachRun(shape.markers, batch.isOnTop, around, plain,
-               [&](std::size_t first, std::size_t end, scene::Color color) {
-                   picture::Points run;
-                   static_cast<picture::Batch&>(run) = batch;
-                   run.color = toInk(color, plain);
-                   run.points = pointsOf(shape.markerPoints, shape.markers[first], shape.markers[end - 1]);
-                   run.size = markerSize;
-                   m_drawing.points.push_back(run);
-               });
-}
-
-/// Areas that a line bounds, as those of arrow heads. Of one that is not convex the border alone is drawn.
-void Depiction::addFillings(const scene::Shape& shape, const picture::Batch& batch,
-                            const scene::Look& around) {
-    for (const scene::PointRange& line : shape.lines) {
-        const auto points =
-            std::span(shape.linePoints)
-                .subspan(3 * static_cast<std::size_t>(line.first), 3 * static_cast<std::size_t>(line.count));
-        if (!line.isFilled || line.count < 4 || !isConvex(points)) continue;
-        std::vector<std::uint32_t>& fan = m_numbers.emplace_back();
-        for (std::uint32_t i = 2; i + 1 < line.count; ++i) fan.insert(fan.end(), {0, i - 1, i});
-        picture::Triangles area;
-        static_cast<picture::Batch&>(area) = batch;
-        area.color = toInk(line.look.within(around).shown(plainAnnotation), plainAnnotation);
-        area.positions = points;
-        area.indices = fan;
-        area.isLit = false;
-        m_drawing.triangles.push_back(area);
-    }
-}
-
-void Depiction::addText(const scene::Text& text, const picture::Batch& batch, const scene::Look& around) {
-    const strokes::Figure figure =
-        strokes::layout(transport::fromUtf8(text.text), static_cast<float>(text.height));
-    const scene::Vec along = unit(text.direction), upwards = unit(cross(text.normal, text.direction));
-    const auto place = [&](std::vector<float>& to, const strokes::Point& point) {
-        const scene::Vec p = text.anchor + point.x * along + point.y * upwards;
-        to.insert(to.end(), {static_cast<float>(p.x), static_cast<float>(p.y), static_cast<float>(p.z)});
-    };
-    const picture::Color color = toInk(text.look.within(around).shown(plainAnnotation), plainAnnotation);
-    picture::Lines lines;
-    static_cast<picture::Batch&>(lines) = batch;
-    lines.color = color;
-    lines.width = strokeWidth;
-    std::vector<float>& points = m_floats.emplace_back();
-    std::vector<std::uint32_t>& lengths = m_numbers.emplace_back();
-    for (const strokes::Polyline& line : figure.lines) {
-        for (const strokes::Point& point : line) place(points, point);
-        lengths.push_back(static_cast<std::uint32_t>(line.size()));
-    }
-    lines.points = points;
-    lines.lengths = lengths;
-    m_drawing.lines.push_back(lines);
-
-    picture::Triangles areas;
-    static_cast<picture::Batch&>(areas) = batch;
-    areas.color = color;
-    areas.isLit = false;
-    std::vector<float>& corners = m_floats.emplace_back();
-    std::vector<std::uint32_t>& indices = m_numbers.emplace_back();
-    for (const auto& triangle : figure.triangles)
-        for (const strokes::Point& corner : triangle) {
-            indices.push_back(static_cast<std::uint32_t>(indices.size()));
-            place(corners, corner);
-        }
-    areas.positions = corners;
-    areas.indices = indices;
-    if (!indices.empty()) m_drawing.triangles.push_back(areas);
+    forEachRun(shape.lines, around, plain, [&](std::size_t first, std::size_t end, scene::Color color) {
+        std::vector<std::uint32_t>& lengths = m_numbers.emplace_back();
+        for (std::size_t i = first; i < end; ++i) lengths.push_back(shape.lines[i].count);
+        picture::Lines run;
+        static_cast<picture::Batch&>(run) = batch;
+        run.color = toInk(color, plain);
+        run.points = pointsOf(shape.linePoints, shape.lines[first], shape.lines[end - 1]);
+        run.lengths = lengths;
+        run.width = width;
+        m_drawing.lines.push_back(run);
+    });
+    forEachRun(shape.markers, around, plain, [&](std::size_t first, std::size_t end, scene::Color color) {
+        picture::Points run;
+        static_cast<picture::Batch&>(run) = batch;
+        run.color = toInk(color, plain);
+        run.points = pointsOf(shape.markerPoints, shape.markers[first], shape.markers[end - 1]);
+        run.size = markerSize;
+        m_drawing.points.push_back(run);
+    });
 }
 
 void Depiction::addAnnotation(const scene::Annotation& annotation, picture::Batch batch,
@@ -239,13 +192,6 @@ void Depiction::addAnnotation(const scene::Annotation& annotation, picture::Batc
     const scene::Look look = annotation.look.within(around);
     addSurfaces(annotation.shape, batch, look, 0, false);
     addRanges(annotation.shape, batch, look, strokeWidth);
-    addFillings(annotation.shape, batch, look);
-    for (const scene::Text& text : annotation.texts) addText(text, batch, look);
-}
-
-void Depiction::useSight(const Wishes& wishes) {
-    const Sight sight = *standardSight(wishes.view, m_scene.up);
-    m_drawing.camera = picture::fittedCamera(m_drawing, sight.direction, sight.up);
 }
 
 void Depiction::useView(const scene::View& view, const scene::Placement& world) {
@@ -261,6 +207,7 @@ void Depiction::useView(const scene::View& view, const scene::Placement& world) 
         m_drawing.camera = {isPerspective, toVector(eye), toVector(target), up, static_cast<float>(height)};
     else
         m_drawing.camera = picture::fittedCamera(m_drawing, direction, up, camera.isPerspective);
+    picture::includeWhatIsOnTop(m_drawing);
     if (!view.clipping) return;
     const auto& [a, b, c, d] = *view.clipping;
     const scene::Vec normal{a, b, c};
@@ -276,9 +223,30 @@ void Depiction::cut(const SectionWish& wish) {
     picture::Section section;
     section.point = camera.target;
     float& at = wish.axis == 0 ? section.point.x : wish.axis == 1 ? section.point.y : section.point.z;
-    if (wish.at) at = static_cast<float>(*wish.at);
+    if (wish.at)
+        at = static_cast<float>(*wish.at);
+    else
+        at = middleAlong(static_cast<std::size_t>(wish.axis), m_drawing).value_or(at);
     (wish.axis == 0 ? section.normal.x : wish.axis == 1 ? section.normal.y : section.normal.z) = side;
     m_drawing.section = section;
+}
+
+/// Lines have the same width however small a part is, and would leave nothing of its colour.
+void Depiction::fadeLinesOfSmallParts() {
+    constexpr double gone = 8, full = 48; // pixels from corner to corner
+    const double pixels = m_drawing.height / static_cast<double>(m_drawing.camera.height);
+    std::vector<double> sizes(m_scene.parts.size(), -1);
+    for (const Extent& extent : m_extents) {
+        const scene::Instance& instance = m_scene.instances[extent.instance];
+        double& size = sizes[instance.part];
+        if (size < 0) size = sizeOf(m_scene.parts[instance.part].shape);
+        const double seen = pixels * size * std::cbrt(std::abs(instance.world.determinant()));
+        const auto strength = static_cast<float>(std::clamp((seen - gone) / (full - gone), 0.0, 1.0));
+        for (std::size_t i = extent.firstTriangles; i < extent.endTriangles; ++i)
+            m_drawing.triangles[i].outline = strength;
+        for (std::size_t i = extent.firstLines; i < extent.endLines; ++i)
+            m_drawing.lines[i].color.alpha *= strength;
+    }
 }
 
 } // namespace zeq::depiction

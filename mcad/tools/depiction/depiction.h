@@ -18,7 +18,7 @@ struct SectionWish {
 };
 
 struct Wishes {
-    std::string view = "iso"; ///< a standard one, or the name of a saved view
+    std::string view = "iso"; ///< a name of allViews()
     std::optional<SectionWish> section;
     bool hasAnnotations = true;
     bool hasEdges = true;
@@ -29,7 +29,8 @@ struct Wishes {
 /// A drawing, with the arrays that it needs beside those of the scene, which has to outlive it.
 class Depiction {
 public:
-    /// Hidden things are left out. A saved view brings its camera, its section plane and its annotations, and no other.
+    /// Hidden things are left out. A saved view brings its camera, its section plane and its annotations, and no other;
+    /// the camera is zoomed out where some of these would not fit, as the window of who saved it may have been wider.
     /// @throws std::invalid_argument for a view that the scene has not; the message lists those that it has
     Depiction(const scene::Scene& scene, const Wishes& wishes);
     Depiction(const Depiction&) = delete;
@@ -43,18 +44,22 @@ private:
                      std::uint64_t part, bool isLit);
     void addRanges(const scene::Shape& shape, const picture::Batch& batch, const scene::Look& around,
                    float width);
-    void addFillings(const scene::Shape& shape, const picture::Batch& batch, const scene::Look& around);
-    void addText(const scene::Text& text, const picture::Batch& batch, const scene::Look& around);
     void addAnnotation(const scene::Annotation& annotation, picture::Batch batch, const scene::Look& around);
-    void useSight(const Wishes& wishes);
     void useView(const scene::View& view, const scene::Placement& world);
     void cut(const SectionWish& wish);
+    void fadeLinesOfSmallParts();
+
+    /// Batches of an instance, without those of its annotations.
+    struct Extent {
+        std::uint32_t instance;
+        std::size_t firstTriangles, endTriangles, firstLines, endLines;
+    };
 
     const scene::Scene& m_scene;
     const Wishes& m_wishes;
     picture::Drawing m_drawing;
-    std::deque<std::vector<float>> m_floats; ///< places stay
-    std::deque<std::vector<std::uint32_t>> m_numbers;
+    std::vector<Extent> m_extents;
+    std::deque<std::vector<std::uint32_t>> m_numbers; ///< places stay
 };
 
 } // namespace zeq::depiction

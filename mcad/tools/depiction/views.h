@@ -18,16 +18,15 @@ struct Sight {
     picture::Vector direction, up;
 };
 
-/// iso, front, back, left, right, top or bottom, of a scene whose up axis is that. Nothing for another name.
-std::optional<Sight> standardSight(const std::string& name, EWorldOrientation up);
-
-/// A saved view and the first instance of its part.
-struct SavedView {
-    const scene::View* view = nullptr;
-    std::uint32_t instance = 0;
+/// Something to look at: a standard view, or one that came with the model.
+struct NamedView {
+    std::string name; ///< no two views of a scene have the same one: a second "Front" is "Front (2)"
+    Sight sight;      ///< of a standard one
+    const scene::View* saved = nullptr; ///< null for a standard one
+    std::uint32_t instance = 0;         ///< the first one of the part that the saved view belongs to
 };
 
-/// Those of the product first.
-std::vector<SavedView> savedViews(const scene::Scene& scene);
+/// iso, front, back, left, right, top and bottom, then the saved views, those of the product first.
+std::vector<NamedView> allViews(const scene::Scene& scene);
 
 } // namespace zeq::depiction

@@ -5,12 +5,17 @@
 #include <cstdint>
 #include <limits>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
+#include "gltf/buffers.h"
 #include "gltf/nodes.h"
 #include "gltf/properties.h"
 
 namespace zeq::gltf {
+
+using text::JsonList;
+using text::JsonWriter;
 
 namespace {
 
@@ -24,20 +29,26 @@ void writeList(JsonWriter& json, std::string_view key, const JsonList& list) {
     if (list.count > 0) json.key(key).open('[').raw(list.elements.text()).close(']');
 }
 
-std::string documentOf(const scene::Scene& scene, const Nodes& nodes, const std::string& generator) {
+std::string documentOf(const scene::Scene& scene, const Nodes& nodes, const Buffers& buffers,
+                       const std::string& generator, bool isCompressed) {
     JsonWriter json;
     json.open('{').key("asset").open('{').member("version", std::string_view("2.0"));
     json.member("generator", generator).close('}');
-    if (nodes.materials().hasUnlit()) json.key("extensionsUsed").raw(R"(["KHR_materials_unlit"])");
+    std::vector<std::string> extensions;
+    if (nodes.materials().hasUnlit()) extensions.emplace_back("KHR_materials_unlit");
+    if (isCompressed) {
+        extensions.emplace_back("EXT_meshopt_compression");
+        writeTexts(json, "extensionsRequired", {extensions.back()});
+    }
+    writeTexts(json, "extensionsUsed", extensions);
     json.member("scene", 0U).key("scenes").raw(R"([{"nodes":[0]}])");
     writeList(json, "nodes", nodes.nodes());
     writeList(json, "meshes", nodes.meshes());
     writeList(json, "materials", nodes.materials().list());
     writeList(json, "cameras", nodes.cameras());
     writeList(json, "accessors", nodes.packer().accessors());
-    writeList(json, "bufferViews", nodes.packer().views());
-    if (const std::size_t size = nodes.packer().buffer().size(); size > 0)
-        json.key("buffers").open('[').open('{').member("byteLength", size).close('}').close(']');
+    writeList(json, "bufferViews", buffers.views);
+    writeList(json, "buffers", buffers.buffers);
     json.key("extras").open('{').key("blocks").open('[');
     for (const scene::Part& part : scene.parts) {
         json.open('{').member("id", part.block).member("name", part.name);
@@ -49,14 +60,16 @@ std::string documentOf(const scene::Scene& scene, const Nodes& nodes, const std:
 
 } // namespace
 
-Glb makeGlb(const scene::Scene& scene, const std::string& generator) {
-    Nodes nodes(scene, scene.millimeters / 1000);
+Glb makeGlb(const scene::Scene& scene, const std::string& generator, const Options& options) {
+    Nodes nodes(scene, scene.millimeters / 1000, options.withHidden);
     nodes.write();
-    std::string json = documentOf(scene, nodes, generator);
+    const bool isCompressed = options.isCompressed && !nodes.packer().buffer().empty();
+    Buffers buffers = (isCompressed ? compressedBuffers : plainBuffers)(nodes.packer());
+    std::string json = documentOf(scene, nodes, buffers, generator, isCompressed);
     json.resize((json.size() + 3) / 4 * 4, ' ');
 
     Glb glb;
-    glb.body = nodes.takeBuffer();
+    glb.body = std::move(buffers.body);
     constexpr std::size_t headerSize = 12, chunkHeaderSize = 8;
     const std::size_t size = headerSize + chunkHeaderSize + json.size() +
                              (glb.body.empty() ? 0 : chunkHeaderSize + glb.body.size());

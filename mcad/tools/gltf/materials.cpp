@@ -5,6 +5,8 @@
 
 namespace zeq::gltf {
 
+using text::JsonWriter;
+
 namespace {
 
 float linear(std::uint8_t channel) {

@@ -5,8 +5,8 @@
 #include <map>
 #include <utility>
 
-#include "gltf/json_writer.h"
 #include "scene/scene.h"
+#include "text/json_writer.h"
 
 namespace zeq::gltf {
 
@@ -16,12 +16,12 @@ public:
     /// @param isUnlit for lines and annotations, which have the same colour from everywhere (KHR_materials_unlit)
     std::uint32_t of(const scene::Color& color, bool isUnlit);
 
-    const JsonList& list() const { return m_list; }
+    const text::JsonList& list() const { return m_list; }
     bool hasUnlit() const { return m_hasUnlit; }
 
 private:
     std::map<std::pair<scene::Color, bool>, std::uint32_t> m_known;
-    JsonList m_list;
+    text::JsonList m_list;
     bool m_hasUnlit = false;
 };
 

@@ -18,6 +18,7 @@ using scene::Part;
 using scene::Placement;
 using scene::Vec;
 using scene::View;
+using text::JsonWriter;
 
 namespace {
 
@@ -48,9 +49,9 @@ bool isIdentity(const Placement& placement) {
 
 } // namespace
 
-Nodes::Nodes(const scene::Scene& scene, double meters)
-    : m_scene(scene), m_meters(meters), m_parts(scene.parts.size()), m_children(scene.instances.size()),
-      m_hasCameras(scene.parts.size()) {}
+Nodes::Nodes(const scene::Scene& scene, double meters, bool withHidden)
+    : m_scene(scene), m_meters(meters), m_withHidden(withHidden), m_parts(scene.parts.size()),
+      m_children(scene.instances.size()), m_hasCameras(scene.parts.size()) {}
 
 void Nodes::write() {
     planShapes();
@@ -66,13 +67,14 @@ void Nodes::write() {
 void Nodes::planShapes() {
     for (const Instance& instance : m_scene.instances) {
         PartShapes& shapes = m_parts[instance.part];
-        if (instance.isHidden || shapes.shape != scene::none) continue;
+        if (!isDrawn(instance.isHidden) || shapes.shape != scene::none) continue;
         const Part& part = m_scene.parts[instance.part];
         shapes.shape = m_packer.add(part.shape);
         m_hidden += m_packer[shapes.shape].hidden;
         for (const Annotation& annotation : part.annotations) {
-            m_hidden += annotation.isHidden ? 1 : 0;
-            shapes.annotations.push_back(annotation.isHidden ? scene::none : m_packer.add(annotation.shape));
+            const bool drawn = isDrawn(annotation.isHidden);
+            m_hidden += drawn ? 0 : 1;
+            shapes.annotations.push_back(drawn ? m_packer.add(annotation.shape) : scene::none);
         }
     }
 }
@@ -110,7 +112,7 @@ void Nodes::writeInstance(std::uint32_t index) {
     const Instance& instance = m_scene.instances[index];
     Children children = std::move(m_children[index]);
     std::uint32_t mesh = scene::none;
-    if (instance.isHidden) {
+    if (!isDrawn(instance.isHidden)) {
         ++m_hidden;
     } else {
         const PartShapes& shapes = m_parts[instance.part];
@@ -119,9 +121,10 @@ void Nodes::writeInstance(std::uint32_t index) {
         if (mesh != scene::none) m_triangles += m_packer[shapes.shape].triangles;
         const Children annotations = addAnnotations(instance);
         children.insert(children.end(), annotations.begin(), annotations.end());
-        if (!m_hasCameras[instance.part])
+        if (!instance.isHidden && !m_hasCameras[instance.part]) {
             for (const View& view : part.views) children.push_back(addCamera(part, view, instance.world));
-        m_hasCameras[instance.part] = true;
+            m_hasCameras[instance.part] = true;
+        }
     }
 
     JsonWriter& json = m_nodes.elements;
@@ -197,22 +200,18 @@ Nodes::Children Nodes::addAnnotations(const Instance& instance) {
         const Annotation& annotation = part.annotations[i];
         JsonWriter json;
         json.open('{').member("name", annotation.name.empty() ? annotation.id : annotation.name);
-        const std::uint32_t shape = shapes.annotations[i];
-        if (shape == scene::none) {
-            json.key("extras").open('{').key("hidden").raw("true");
-        } else {
+        if (const std::uint32_t shape = shapes.annotations[i]; shape != scene::none)
             writeContent(json, meshOf(shape, annotation.name, annotation.look, true), {});
-            json.key("extras").open('{');
-        }
+        json.key("extras").open('{');
+        if (annotation.isHidden) json.key("hidden").raw("true");
         json.member("kind", annotation.kind);
         writeTextUnlessEmpty(json, "id", annotation.id);
-        std::vector<std::string> texts, faces, edges;
-        for (const scene::Text& text : annotation.texts) texts.push_back(text.text);
+        writeTextUnlessEmpty(json, "value", annotation.value);
+        std::vector<std::string> faces, edges;
         for (const scene::Link& link : annotation.links) {
             if (link.kind == scene::Link::Kind::face) faces.push_back(link.id);
             if (link.kind == scene::Link::Kind::edge) edges.push_back(link.id);
         }
-        writeTexts(json, "texts", texts);
         writeTexts(json, "faces", faces);
         writeTexts(json, "edges", edges);
         writeTexts(json, "views", views[i]);

@@ -15,13 +15,10 @@ using scene::Face;
 using scene::Look;
 using scene::PointRange;
 using scene::Shape;
+using text::JsonWriter;
 
 namespace {
 
-enum Target : unsigned {
-    arrayBuffer = 34962,
-    elementArrayBuffer = 34963
-};
 enum ComponentType : unsigned {
     unsignedShort = 5123,
     unsignedInt = 5125,
@@ -131,35 +128,35 @@ void Packer::plan(std::uint32_t shape, Primitive::Mode mode, const std::vector<I
 }
 
 void Packer::layOut() {
-    std::size_t positions = 0, normals = 0, indices = 0;
+    using Kind = BufferView::Kind;
+    m_views = {{{Kind::positions, vectorSize},
+                {Kind::normals, vectorSize},
+                {Kind::triangles, 4},
+                {Kind::segments, 4},
+                {Kind::triangles, 2},
+                {Kind::segments, 2}}};
     for (Plan& plan : m_plans) {
-        plan.positionsAt = positions;
-        positions += plan.points * vectorSize;
+        plan.positionsAt = m_views[positions].size;
+        m_views[positions].size += plan.points * vectorSize;
         if (plan.primitive.mode == Primitive::Mode::triangles) {
-            plan.normalsAt = normals;
-            normals += plan.points * vectorSize;
+            plan.normalsAt = m_views[normals].size;
+            m_views[normals].size += plan.points * vectorSize;
         }
-        plan.indicesAt = indices;
-        indices += plan.indices * (plan.isShort() ? 2 : 4);
-        indices += indices % 4; // the next ones may be wider
+        BufferView& view = m_views[plan.indexView()];
+        plan.indicesAt = view.size;
+        view.size += plan.indices * view.elementSize;
     }
-    m_normalsBegin = positions;
-    m_indicesBegin = positions + normals;
-    if (positions + normals + indices >= std::numeric_limits<std::uint32_t>::max())
+    std::size_t size = 0;
+    std::uint32_t index = 0;
+    for (BufferView& view : m_views) {
+        view.offset = size;
+        size += view.size;
+        if (view.size > 0) view.index = index++;
+    }
+    size = (size + 3) / 4 * 4;
+    if (size >= std::numeric_limits<std::uint32_t>::max())
         throw std::length_error("the model takes 4 GiB or more, which a glTF file cannot hold");
-    m_buffer.resize(positions + normals + indices);
-    addView(0, positions, arrayBuffer, true);
-    addView(m_normalsBegin, normals, arrayBuffer, true);
-    addView(m_indicesBegin, indices, elementArrayBuffer, false);
-}
-
-void Packer::addView(std::size_t offset, std::size_t size, unsigned target, bool isVectors) {
-    if (size == 0) return;
-    JsonWriter& json = m_views.elements;
-    json.open('{').member("buffer", 0U).member("byteOffset", offset).member("byteLength", size);
-    if (isVectors) json.member("byteStride", vectorSize);
-    json.member("target", target).close('}');
-    m_views.next();
+    m_buffer.resize(size);
 }
 
 void Packer::pack(double meters) {
@@ -172,21 +169,24 @@ void Packer::pack(double meters) {
     m_plans.clear();
 }
 
+std::uint32_t Packer::beginAccessor(std::size_t view, std::size_t offset, std::size_t count) {
+    const BufferView& from = m_views[view];
+    const ComponentType type = !from.holdsIndices()    ? floating
+                               : from.elementSize == 2 ? unsignedShort
+                                                       : unsignedInt;
+    JsonWriter& json = m_accessors.elements;
+    json.open('{').member("bufferView", from.index).member("byteOffset", offset);
+    json.member("componentType", static_cast<unsigned>(type)).member("count", count);
+    json.member("type", std::string_view(from.holdsIndices() ? "SCALAR" : "VEC3"));
+    return m_accessors.next();
+}
+
 void Packer::fill(Plan& plan) {
     const Shape& shape = *m_sources[plan.shape];
     PackedShape& packed = m_shapes[plan.shape];
-    const bool hasNormals = m_indicesBegin > m_normalsBegin;
-    const auto accessor = [&](std::uint32_t view, std::size_t offset, ComponentType type, std::size_t count,
-                              std::string_view kind) {
-        JsonWriter& json = m_accessors.elements;
-        json.open('{').member("bufferView", view).member("byteOffset", offset);
-        json.member("componentType", static_cast<unsigned>(type)).member("count", count).member("type", kind);
-        return m_accessors.next();
-    };
-
     const Primitive::Mode mode = plan.primitive.mode;
     std::array<float, 3> low = PackedShape().low, high = PackedShape().high;
-    auto* to = reinterpret_cast<float*>(&m_buffer[plan.positionsAt]);
+    auto* to = reinterpret_cast<float*>(&m_buffer[m_views[positions].offset + plan.positionsAt]);
     const auto writePoints = [&](const std::vector<float>& points, std::size_t first, std::size_t count) {
         const float* from = &points[3 * first];
         for (const float* const end = from + 3 * count; from != end; from += 3, to += 3)
@@ -196,21 +196,21 @@ void Packer::fill(Plan& plan) {
                 high[k] = std::max(high[k], to[k]);
             }
     };
-    char* normals = &m_buffer[0] + m_normalsBegin + plan.normalsAt;
+    char* toNormals = &m_buffer[0] + m_views[normals].offset + plan.normalsAt;
     for (const std::uint32_t i : plan.items) {
         if (mode == Primitive::Mode::triangles) {
             const Face& face = shape.faces[i];
             writePoints(shape.vertices, face.firstVertex, face.vertices);
-            std::memcpy(normals, &shape.normals[3 * std::size_t{face.firstVertex}],
+            std::memcpy(toNormals, &shape.normals[3 * std::size_t{face.firstVertex}],
                         face.vertices * vectorSize);
-            normals += face.vertices * vectorSize;
+            toNormals += face.vertices * vectorSize;
         } else {
             const bool isLine = mode == Primitive::Mode::lines;
             const PointRange& range = isLine ? shape.lines[i] : shape.markers[i];
             writePoints(isLine ? shape.linePoints : shape.markerPoints, range.first, range.count);
         }
     }
-    plan.primitive.positions = accessor(0, plan.positionsAt, floating, plan.points, "VEC3");
+    plan.primitive.positions = beginAccessor(positions, plan.positionsAt, plan.points);
     JsonWriter& json = m_accessors.elements;
     for (const auto& [name, corner] : {std::pair("min", low), std::pair("max", high)}) {
         json.key(name).open('[');
@@ -223,19 +223,18 @@ void Packer::fill(Plan& plan) {
         packed.high[k] = std::max(packed.high[k], high[k]);
     }
     if (mode == Primitive::Mode::triangles) {
-        plan.primitive.normals = accessor(1, plan.normalsAt, floating, plan.points, "VEC3");
+        plan.primitive.normals = beginAccessor(normals, plan.normalsAt, plan.points);
         json.close('}');
     }
     if (plan.indices == 0) return;
-    char* const indices = &m_buffer[m_indicesBegin + plan.indicesAt];
-    if (mode == Primitive::Mode::triangles)
-        (plan.isShort() ? writeTriangles<std::uint16_t> : writeTriangles<std::uint32_t>)(shape, plan.items,
-                                                                                         indices);
-    else
-        (plan.isShort() ? writeSegments<std::uint16_t> : writeSegments<std::uint32_t>)(shape, plan.items,
-                                                                                       indices);
-    plan.primitive.indices = accessor(hasNormals ? 2 : 1, plan.indicesAt,
-                                      plan.isShort() ? unsignedShort : unsignedInt, plan.indices, "SCALAR");
+    const BufferView& view = m_views[plan.indexView()];
+    const bool isShort = view.elementSize == 2;
+    const auto write = mode == Primitive::Mode::triangles
+                           ? isShort ? writeTriangles<std::uint16_t> : writeTriangles<std::uint32_t>
+                       : isShort ? writeSegments<std::uint16_t>
+                                 : writeSegments<std::uint32_t>;
+    write(shape, plan.items, &m_buffer[view.offset + plan.indicesAt]);
+    plan.primitive.indices = beginAccessor(plan.indexView(), plan.indicesAt, plan.indices);
     json.close('}');
 }
 

@@ -4,12 +4,13 @@
 #include <array>
 #include <cstddef>
 #include <limits>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "gltf/json_writer.h"
 #include "scene/scene.h"
+#include "text/json_writer.h"
 
 namespace zeq::gltf {
 
@@ -42,6 +43,24 @@ struct PackedShape {
     static std::array<float, 3> filled(float value) { return {value, value, value}; }
 };
 
+/// Numbers of one kind, one behind the other in the buffer.
+struct BufferView {
+    enum class Kind {
+        positions,
+        normals,
+        triangles, ///< indices
+        segments
+    };
+    Kind kind = Kind::positions;
+    std::size_t elementSize = 0; ///< of a vector or an index, in bytes
+    std::size_t offset = 0;
+    std::size_t size = 0;
+    std::uint32_t index = scene::none; ///< in the file; none for an empty one
+
+    std::size_t count() const { return size / elementSize; }
+    bool holdsIndices() const { return kind >= Kind::triangles; }
+};
+
 /// Collects shapes, then lays them out in one buffer. The shapes must outlive it.
 class Packer {
 public:
@@ -54,10 +73,20 @@ public:
     const PackedShape& operator[](std::uint32_t index) const { return m_shapes[index]; }
     const std::string& buffer() const { return m_buffer; }
     std::string takeBuffer() { return std::move(m_buffer); }
-    const JsonList& accessors() const { return m_accessors; }
-    const JsonList& views() const { return m_views; }
+    const text::JsonList& accessors() const { return m_accessors; }
+    /// All kinds, empty ones too.
+    std::span<const BufferView> views() const { return m_views; }
 
 private:
+    /// Places in m_views; what has to be aligned comes first.
+    enum View : std::size_t {
+        positions,
+        normals,
+        longTriangles,
+        longSegments,
+        shortTriangles,
+        shortSegments
+    };
     /// Items of one look, which become one primitive.
     struct Plan {
         std::uint32_t shape = 0;
@@ -67,21 +96,27 @@ private:
         std::size_t indices = 0;
         std::size_t positionsAt = 0, normalsAt = 0, indicesAt = 0; ///< within their views
 
-        bool isShort() const { return points <= 0xFFFF; } ///< the greatest index must not be 0xFFFF
+        /// Of its indices, as places in m_views.
+        std::size_t indexView() const {
+            const bool isShort = points <= 0xFFFF; // the greatest index must not be 0xFFFF
+            return (isShort ? shortTriangles : longTriangles) +
+                   (primitive.mode == Primitive::Mode::lines ? 1 : 0);
+        }
     };
     template <class Item>
     void plan(std::uint32_t shape, Primitive::Mode mode, const std::vector<Item>& items);
     void layOut();
     void fill(Plan& plan);
-    void addView(std::size_t offset, std::size_t size, unsigned target, bool isVectors);
+    /// Begins an accessor, which the caller ends.
+    std::uint32_t beginAccessor(std::size_t view, std::size_t offset, std::size_t count);
 
     std::vector<const scene::Shape*> m_sources;
     std::vector<PackedShape> m_shapes;
     std::vector<Plan> m_plans;
+    std::array<BufferView, 6> m_views;
     std::string m_buffer;
-    std::size_t m_normalsBegin = 0, m_indicesBegin = 0;
     float m_meters = 1;
-    JsonList m_accessors, m_views;
+    text::JsonList m_accessors;
 };
 
 } // namespace zeq::gltf

@@ -3,6 +3,8 @@
 
 namespace zeq::gltf {
 
+using text::JsonWriter;
+
 void writeTexts(JsonWriter& json, std::string_view key, const std::vector<std::string>& texts) {
     if (texts.empty()) return;
     json.key(key).open('[');

@@ -41,6 +41,7 @@ struct Triangles : Batch {
     std::uint32_t firstIndex = 0;           ///< that of the first position
     std::uint64_t part = 0; ///< batches of one number bound one body, which the section plane shows a cap of
     bool isLit = true;      ///< or all of one colour, as fillings of annotations are
+    float outline = 1;      ///< how strong silhouettes are drawn, up to one
 };
 
 /// Polylines of one colour.

@@ -114,4 +114,25 @@ Camera fittedCamera(const Drawing& drawing, Vector direction, Vector up, bool is
     return camera;
 }
 
+void includeWhatIsOnTop(Drawing& drawing) {
+    constexpr float margin = 1.03F, farthest = 3;
+    const int width = std::max(drawing.width, 1), height = std::max(drawing.height, 1);
+    const Projection projection(drawing.camera, width, height);
+    float reach = 0; // in halves of the picture
+    const auto grow = [&](const Batch& batch, std::span<const float> points) {
+        if (!batch.isOnTop) return;
+        const Affine map = projection.toEye(batch.transform);
+        for (std::size_t i = 0; i + 2 < points.size(); i += 3) {
+            const Vector eye = apply(map, &points[i]);
+            if (!isFinite(eye) || projection.beforeNearPlane(eye) <= 0) continue;
+            const ScreenPoint point = projection.project(eye);
+            reach = std::max({reach, std::abs(2 * point.x / static_cast<float>(width) - 1),
+                              std::abs(2 * point.y / static_cast<float>(height) - 1)});
+        }
+    };
+    for (const Triangles& batch : drawing.triangles) grow(batch, batch.positions);
+    for (const Lines& batch : drawing.lines) grow(batch, batch.points);
+    if (reach > 1) drawing.camera.height *= std::min(reach * margin, farthest);
+}
+
 } // namespace zeq::picture

@@ -25,6 +25,9 @@ Image render(const Drawing& drawing);
 /// @throws std::invalid_argument for a direction without a length
 Camera fittedCamera(const Drawing& drawing, Vector direction, Vector up, bool isPerspective = false);
 
+/// Zooms out, by the factor three at most, until the batches that are on top fit with a small margin.
+void includeWhatIsOnTop(Drawing& drawing);
+
 /// The bytes of a PNG file, without alpha if all is opaque.
 /// @throws std::runtime_error with libpng's words
 std::string encodePng(const Image& image);

@@ -138,7 +138,9 @@ private:
             addVertex(m_eye[i], batch.isOnTop, m_codes[i] & (Clipper::nearPlane | Clipper::notFinite));
         }
         const auto surface = static_cast<std::uint32_t>(m_stage.surfaces.size());
-        m_stage.surfaces.push_back({batch.color, part, batch.isLit && !batch.isOnTop, batch.isOnTop});
+        const bool isLit = batch.isLit && !batch.isOnTop;
+        m_stage.surfaces.push_back(
+            {batch.color, part, isLit, batch.isOnTop, isLit ? std::clamp(batch.outline, 0.0F, 1.0F) : 0.0F});
         bool isSectioned = false;
         for (std::size_t i = 0; i + 2 < batch.indices.size(); i += 3) {
             std::array<std::uint32_t, 3> corners{};
@@ -187,6 +189,7 @@ private:
     }
 
     void addLines(const Lines& lines) {
+        if (lines.color.alpha <= 0) return;
         usePen(lines.color, lines.width);
         const Affine map = m_stage.projection.toEye(lines.transform);
         const std::size_t count = lines.points.size() / 3;

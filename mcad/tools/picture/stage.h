@@ -31,6 +31,7 @@ struct Surface {
     std::uint32_t part;
     bool isLit;
     bool isOnTop;
+    float outline; ///< zero where there is none
 };
 
 struct StageSegment {

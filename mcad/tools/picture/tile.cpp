@@ -171,8 +171,9 @@ Slope Tile::slopeAt(std::size_t sample) const {
     return planeOf(pointsOf(m_stage, m_stage.triangles[seen])).slope;
 }
 
-bool Tile::isLit(std::uint32_t seen) const {
-    return seen >= firstCap ? seen != nothing : m_stage.surfaces[m_stage.triangles[seen].surface].isLit;
+float Tile::outlineOf(std::uint32_t seen) const {
+    if (seen >= firstCap) return seen == nothing ? 0.0F : 1.0F;
+    return m_stage.surfaces[m_stage.triangles[seen].surface].outline;
 }
 
 bool Tile::haveCommonCorner(std::uint32_t a, std::uint32_t b) const {
@@ -183,33 +184,38 @@ bool Tile::haveCommonCorner(std::uint32_t a, std::uint32_t b) const {
     });
 }
 
-/// Whether what is seen at two samples beside each other belongs to surfaces of which one ends before the other.
-bool Tile::isGap(std::size_t a, std::size_t b) const {
+/// How strong a silhouette is between two samples beside each other: zero unless what is seen there belongs to surfaces
+/// of which one ends before the other.
+float Tile::gap(std::size_t a, std::size_t b) const {
     const std::uint32_t seenA = m_seen[a], seenB = m_seen[b];
-    if (seenA == seenB || haveCommonCorner(seenA, seenB)) return false;
-    const bool isANearer = m_depths[a] < m_depths[b];
-    if (!isLit(isANearer ? seenA : seenB)) return false;
-    if (seenA >= firstCap || seenB >= firstCap) return true; // a cap ends, or the background begins
+    if (seenA == seenB || haveCommonCorner(seenA, seenB)) return 0;
+    const float outline = outlineOf(m_depths[a] < m_depths[b] ? seenA : seenB);
+    if (outline <= 0 || seenA >= firstCap || seenB >= firstCap) // a cap ends, or the background begins
+        return outline;
     const float depth = std::min(m_depths[a], m_depths[b]);
     const float steps = 2 * tolerance + 1.5F * std::max(magnitude(slopeAt(a)), magnitude(slopeAt(b)));
-    return std::abs(m_depths[a] - m_depths[b]) > steps * m_stage.projection.depthUnit(depth);
+    const bool isGap = std::abs(m_depths[a] - m_depths[b]) > steps * m_stage.projection.depthUnit(depth);
+    return isGap ? outline : 0;
 }
 
 void Tile::drawSilhouettes() {
     std::ranges::fill(m_marks, std::uint8_t{0});
-    const auto mark = [&](int x, int y) {
-        if (x >= m_core.left && y >= m_core.top && x < m_core.right && y < m_core.bottom)
-            m_marks[at(x, y)] = 1;
+    const auto mark = [&](int x, int y, float strength) {
+        if (x < m_core.left || y < m_core.top || x >= m_core.right || y >= m_core.bottom) return;
+        std::uint8_t& marked = m_marks[at(x, y)];
+        marked = std::max(marked, static_cast<std::uint8_t>(std::lround(255 * strength)));
     };
     for (int y = m_core.top - 1; y < m_core.bottom; ++y)
         for (int x = m_core.left - 1; x < m_core.right; ++x)
             for (const auto& [nextX, nextY] : {std::pair(x + 1, y), std::pair(x, y + 1)})
-                if (isGap(at(x, y), at(nextX, nextY))) {
-                    mark(x, y);
-                    mark(nextX, nextY);
+                if (const float strength = gap(at(x, y), at(nextX, nextY)); strength > 0) {
+                    mark(x, y, strength);
+                    mark(nextX, nextY, strength);
                 }
     for (std::size_t sample = 0; sample < m_colors.size(); ++sample)
-        if (m_marks[sample]) m_colors[sample] = over(weighted(ink), m_colors[sample]);
+        if (m_marks[sample])
+            m_colors[sample] =
+                over(weighted(ink, static_cast<float>(m_marks[sample]) / 255), m_colors[sample]);
 }
 
 void Tile::drawLines(std::span<const std::uint32_t> segments) {

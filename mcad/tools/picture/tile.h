@@ -52,9 +52,9 @@ private:
     }
     /// Of what is visible at a sample.
     Slope slopeAt(std::size_t sample) const;
-    bool isLit(std::uint32_t seen) const;
+    float outlineOf(std::uint32_t seen) const;
     bool haveCommonCorner(std::uint32_t a, std::uint32_t b) const;
-    bool isGap(std::size_t a, std::size_t b) const;
+    float gap(std::size_t a, std::size_t b) const;
     bool isBefore(float depth, float x, float y, std::size_t sample, float sampleX, float sampleY) const;
     Color colorOf(std::uint32_t seen, float x, float y) const;
 
@@ -65,7 +65,7 @@ private:
     std::vector<float> m_depths;
     std::vector<std::uint32_t> m_seen;         ///< the number of a triangle, of a cap, or nothing
     std::vector<Color> m_colors;               ///< weighted
-    std::vector<std::uint8_t> m_marks;         ///< inside of a part; on a silhouette
+    std::vector<std::uint8_t> m_marks;         ///< inside of a part; how strong on a silhouette
     std::vector<float> m_covers, m_lineDepths; ///< of the lines of the pen in use
     Region m_penned;                           ///< where they are
     std::vector<Fragment> m_fragments;

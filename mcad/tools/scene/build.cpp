@@ -33,7 +33,7 @@ public:
             if (part && data->pmiData()) part->add(*data->pmiData());
             if (part && data->miscData()) part->add(*data->miscData());
         }
-        for (PartBuilder& builder : m_builders) builder.finish();
+        for (PartBuilder& builder : m_builders) builder.finish(m_unit);
         place();
         m_scene.warnings = m_warnings.take();
         return std::move(m_scene);
@@ -67,10 +67,16 @@ private:
              millimeters(unit) == 0 && display != m_documents.blocks.end(); ++display)
             if ((*display)->visualizationData()) unit = (*display)->visualizationData()->units();
         if (millimeters(unit) > 0) m_scene.millimeters = millimeters(unit);
+        m_unit = unit;
         if (structure.worldOrientation() != EWorldOrientation::unknown)
             m_scene.up = structure.worldOrientation();
         Part& product = m_scene.parts.front();
         product.name = text::validUtf8(structure.productName());
+        if (structure.isPart() && !structure.rootBlockReferences().empty()) { // the name only says so
+            const ExcBlockPtr block =
+                structure.getBlockById(structure.rootBlockReferences().front()->blockId());
+            product.name = block ? text::validUtf8(block->name()) : std::string();
+        }
         product.isAssembly = true;
         appendProperties(structure.miscData(), product.properties);
     }
@@ -117,6 +123,7 @@ private:
     Scene m_scene;
     Warnings m_warnings;
     PartOfBlock m_parts;
+    ELengthUnitType m_unit = ELengthUnitType::unknown;
     std::vector<PartBuilder> m_builders; ///< one for each part
 };
 

@@ -65,7 +65,8 @@ private:
              const Placement& local) {
         Instance instance;
         const Instance& around = m_scene.instances[parent];
-        instance.name = text::validUtf8(reference.name());
+        const bool isOnly = parent == 0 && m_structure.isPart(); // its name says no more than that
+        if (!isOnly) instance.name = text::validUtf8(reference.name());
         if (instance.name.empty()) instance.name = m_scene.parts[part].name;
         instance.id =
             text::validUtf8(reference.persistentId().empty() ? reference.guid() : reference.persistentId());

@@ -4,9 +4,14 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <numbers>
 #include <utility>
 
+#include "pmi/value_text.h"
+#include "scene/flat_shapes.h"
+#include "strokes/annotation.h"
 #include "text/text.h"
+#include "transport/utf8.h"
 #include "zeq_api/exchange_pmi/annotation_view.h"
 
 namespace zeq::scene {
@@ -207,7 +212,7 @@ Annotation& PartBuilder::newAnnotation(const std::wstring& id, const std::wstrin
     annotation.id = text::validUtf8(id);
     annotation.name = text::validUtf8(name);
     annotation.look = level.drawn.look;
-    annotation.isHidden = level.drawn.isHidden;
+    annotation.isHidden = std::exchange(level.drawn.isHidden, false); // as a whole
     annotation.lineWidth = level.lineWidth;
     if (level.node) annotation.kind = words(enumToString(level.node->type()));
     return annotation;
@@ -218,19 +223,22 @@ void PartBuilder::addAnnotation(const ExcVisuPMI& pmi, Level& level) {
         newAnnotation(pmi.mechanicalId().empty() ? pmi.id() : pmi.mechanicalId(), pmi.displayName(), level);
     annotation.links = linksOf(pmi.linkedElements());
     for (const ExcVisuEdgePtr& edge : pmi.edges()) m_shapes.addLine(*edge, level.drawn, annotation.shape);
-    for (const ExcVisuTextPtr& from : pmi.texts()) {
-        const Placement& placement = level.drawn.placement;
-        Text text{text::validUtf8(from->text()),
-                  placement(toVec(from->anchorPoint())),
-                  unit(placement.direction(toVec(from->direction()))),
-                  unit(placement.normal(toVec(from->normal()))),
-                  length(placement.direction(from->font().textHeight() * unit(toVec(from->direction())))),
-                  lookOf(from->color()).within(level.drawn.look)};
-        if (text.anchor.isFinite())
-            annotation.texts.push_back(std::move(text));
-        else
-            m_warnings.add(m_owner + ", annotation " + annotation.id + ": a text is nowhere");
+    for (const ExcVisuTextPtr& text : pmi.texts()) addText(*text, level.drawn, annotation);
+}
+
+void PartBuilder::addText(const ExcVisuText& text, const Drawn& drawn, Annotation& annotation) {
+    const Vec x = unit(drawn.placement.direction(toVec(text.direction())));
+    const Vec z = unit(drawn.placement.normal(toVec(text.normal())));
+    const Placement plane{x, unit(cross(z, x)), z, drawn.placement(toVec(text.anchorPoint()))};
+    const double height =
+        length(drawn.placement.direction(text.font().textHeight() * unit(toVec(text.direction()))));
+    if (!plane.isUsable() || !(height > 0) || !std::isfinite(height)) {
+        m_warnings.add(m_owner + ", annotation " + annotation.id + ": a text is nowhere");
+        return;
     }
+    annotation.value += (annotation.value.empty() ? "" : "\n") + text::validUtf8(text.text());
+    addFigure(strokes::layout(text.text(), static_cast<float>(height)), plane,
+              lookOf(text.color()).within(drawn.look), annotation.shape);
 }
 
 void PartBuilder::addMesh(const ExcVisuMesh& mesh, Level& level) {
@@ -260,7 +268,8 @@ void PartBuilder::addView(View view, const ExcCamera& camera, const ExcClippingP
 
 void PartBuilder::add(const ExcPMIData& data) {
     for (const ExcPMIAnnotationSetPtr& set : data.annotationSets()) {
-        for (const ExcPMIAnnotationViewPtr& view : set->views()) describeAll(*view);
+        for (const ExcPMIAnnotationViewPtr& view : set->views())
+            for (const ExcPMIAnnotationPtr& each : pmi::annotationsOf(*view)) describe(each, *view);
         for (const ExcPMICapturePtr& capture : set->captures()) {
             const std::string id = text::validUtf8(capture->id());
             if (!capture->camera() || std::ranges::find(m_part.views, id, &View::id) != m_part.views.end())
@@ -272,18 +281,6 @@ void PartBuilder::add(const ExcPMIData& data) {
     }
 }
 
-void PartBuilder::describeAll(const ExcPMIAnnotationView& view) {
-    const auto describeEach = [&](const auto& annotations) {
-        for (const auto& annotation : annotations) describe(annotation, view);
-    };
-    describeEach(view.dimensions());
-    describeEach(view.gdts());
-    describeEach(view.datums());
-    describeEach(view.datumTargets());
-    describeEach(view.roughness());
-    describeEach(view.notes());
-}
-
 void PartBuilder::describe(const ExcPMIAnnotationPtr& semantic, const ExcPMIAnnotationView& view) {
     auto [from, to] = m_byId.equal_range(semantic->id());
     if (from == to) {
@@ -292,6 +289,7 @@ void PartBuilder::describe(const ExcPMIAnnotationPtr& semantic, const ExcPMIAnno
         newAnnotation(semantic->id(), semantic->name(), level).kind = words(enumToString(semantic->type()));
         std::tie(from, to) = m_byId.equal_range(semantic->id());
     }
+    m_semantics.push_back(semantic);
     const Vec u = toVec(view.vectorU()), v = toVec(view.vectorV()), normal = cross(u, v);
     const Vec anchor = toVec(view.origin()) + semantic->position().x() * u + semantic->position().y() * v +
                        semantic->zDepth() * normal;
@@ -325,7 +323,7 @@ void PartBuilder::add(const ExcMechanicalMiscData& data) {
     }
 }
 
-void PartBuilder::finish() {
+void PartBuilder::finish(ELengthUnitType unit) {
     for (std::size_t i = 0; i < m_part.views.size(); ++i) {
         std::vector<std::uint32_t>& shown = m_part.views[i].annotations;
         for (const std::wstring& id : m_shownIds[i]) {
@@ -334,6 +332,63 @@ void PartBuilder::finish() {
         }
         std::ranges::sort(shown);
         shown.erase(std::unique(shown.begin(), shown.end()), shown.end());
+    }
+    const pmi::Context context = pmi::contextOf(m_semantics, unit);
+    const double height = textHeight();
+    for (Annotation& annotation : m_part.annotations) {
+        if (!annotation.semantic) continue;
+        if (std::string value = pmi::valueText(*annotation.semantic, context); !value.empty())
+            annotation.value = std::move(value);
+        if (!annotation.isDrawn()) drawValue(annotation, height);
+    }
+}
+
+/// That of the texts of notes, or a share of the part.
+double PartBuilder::textHeight() const {
+    for (const ExcPMIAnnotationPtr& semantic : m_semantics)
+        if (const auto* const note = dynamic_cast<const ExcPMINote*>(semantic.get()))
+            for (const auto& text : note->texts())
+                if (text && text->height() > 0 && std::isfinite(text->height())) return text->height();
+    Vec low, high;
+    const std::vector<float>& points = m_part.shape.vertices;
+    for (std::size_t i = 0; i + 2 < points.size(); i += 3) {
+        const Vec point{points[i], points[i + 1], points[i + 2]};
+        if (i == 0) low = high = point;
+        low = {std::min(low.x, point.x), std::min(low.y, point.y), std::min(low.z, point.z)};
+        high = {std::max(high.x, point.x), std::max(high.y, point.y), std::max(high.z, point.z)};
+    }
+    constexpr double usual = 3.5; // millimetres (ISO 3098)
+    const double size = length(high - low);
+    return size > 0 ? size / 60 : usual / m_millimeters;
+}
+
+void PartBuilder::drawValue(Annotation& annotation, double textHeight) {
+    const ExcPMIAnnotation& semantic = *annotation.semantic;
+    const Placement& plane = annotation.plane;
+    const bool hasPlace = length(plane.origin) > 0 || !semantic.leaders().empty();
+    if (annotation.value.empty() || !hasPlace || !plane.isUsable()) return;
+    const auto height = static_cast<float>(textHeight);
+    const auto angle = [&] {
+        if (semantic.orientation() == EPMIOrientation::vertical) return std::numbers::pi / 2;
+        return semantic.orientation() == EPMIOrientation::dim_angle
+                   ? semantic.angle() * std::numbers::pi / 180
+                   : 0.0;
+    }();
+    const Placement turned{std::cos(angle) * plane.x + std::sin(angle) * plane.y,
+                           std::cos(angle) * plane.y - std::sin(angle) * plane.x, plane.z, plane.origin};
+    const bool isDatum = semantic.type() == EPMIAnnotationType::datum;
+    const std::string text = isDatum ? "[" + annotation.value + "]" : annotation.value; // in a box
+    addFigure(strokes::layoutAnnotation(transport::fromUtf8(text), height), turned, Look(), annotation.shape);
+    const auto end = isDatum ? strokes::LeaderEnd::triangle : strokes::LeaderEnd::arrow;
+    for (const ExcPMILeaderPtr& leader : semantic.leaders()) {
+        std::vector<strokes::Point> points;
+        for (const ExcVector2d& point : leader->points())
+            points.push_back({static_cast<float>(point.x() - semantic.position().x()),
+                              static_cast<float>(point.y() - semantic.position().y())});
+        if (points.size() < 2) continue;
+        const auto distance = [](const strokes::Point& point) { return std::hypot(point.x, point.y); };
+        if (distance(points.front()) < distance(points.back())) std::ranges::reverse(points);
+        addFigure(strokes::leader(points, end, height), plane, Look(), annotation.shape);
     }
 }
 

@@ -30,8 +30,9 @@ public:
     void add(const ExcVisualizationData& display);
     void add(const ExcPMIData& data);
     void add(const ExcMechanicalMiscData& data);
-    /// Tells the views which annotations there are.
-    void finish();
+    /// Tells the views which annotations there are, and the annotations what they say.
+    /// @param unit of the model
+    void finish(ELengthUnitType unit);
 
 private:
     /// A node on the way through the scene.
@@ -48,7 +49,10 @@ private:
     Annotation& newAnnotation(const std::wstring& id, const std::wstring& name, Level& level);
     Shape& shapeOf(const Level& level);
     void describe(const ExcPMIAnnotationPtr& semantic, const ExcPMIAnnotationView& view);
-    void describeAll(const ExcPMIAnnotationView& view);
+    void addText(const ExcVisuText& text, const Drawn& drawn, Annotation& annotation);
+    /// Draws the value of an annotation that has a place and nothing else.
+    void drawValue(Annotation& annotation, double textHeight);
+    double textHeight() const;
     void addView(View view, const ExcCamera& camera, const ExcClippingPlane* clipping, double scale,
                  std::vector<std::wstring> annotationIds);
 
@@ -58,6 +62,7 @@ private:
     Warnings& m_warnings;
     ShapeBuilder m_shapes;
     std::multimap<std::wstring, std::uint32_t> m_byId;
+    std::vector<ExcPMIAnnotationPtr> m_semantics;
     std::vector<std::vector<std::wstring>> m_shownIds; ///< of each view
 };
 

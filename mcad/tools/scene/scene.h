@@ -68,7 +68,6 @@ struct PointRange {
     std::uint32_t count = 0; ///< at least two for a line; a closed one ends with its first point
     Look look;
     bool isHidden = false;
-    bool isFilled = false; ///< a closed line that bounds an area to be filled
 };
 
 /// Triangles, lines and points. Coordinates are flat: x0, y0, z0, x1, ...
@@ -83,16 +82,6 @@ struct Shape {
     std::vector<PointRange> markers;
 
     bool isEmpty() const { return faces.empty() && lines.empty() && markers.empty(); }
-};
-
-/// A line of text in space.
-struct Text {
-    std::string text;
-    Vec anchor;
-    Vec direction; ///< along the base line
-    Vec normal;    ///< of the plane that it lies in
-    double height = 0;
-    Look look;
 };
 
 /// Something of the model that an annotation applies to.
@@ -116,15 +105,17 @@ struct Annotation {
     Look look;
     bool isHidden = false;
     double lineWidth = 0; ///< 0 if that is not known
-    Shape shape;          ///< strokes and outlines are its lines, fills its faces
-    std::vector<Text> texts;
+    Shape shape;          ///< strokes, those of texts too, are its lines, fills its faces
+    /// What it says: "⌖ | ⌀0.2 Ⓜ | A | B", "⌀35 +0.2/0", the texts of a note. Rows and lines are separated by line feeds.
+    std::string value;
     std::vector<Link> links;
-    /// What it says; null for one that is drawn only. With nothing drawn it stands at the anchor.
+    /// What it means; null for one that is drawn only. One that the documents place without drawing it has the
+    /// strokes of its value at its place; with nothing drawn it has no place.
     std::shared_ptr<const ExcPMIAnnotation> semantic;
     Placement
         plane; ///< of the semantic annotation: x and y span its annotation view, the origin is its anchor
 
-    bool isDrawn() const { return !shape.isEmpty() || !texts.empty(); }
+    bool isDrawn() const { return !shape.isEmpty(); }
 };
 
 struct Camera {

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <span>
 
+#include "scene/flat_shapes.h"
 #include "text/text.h"
 
 namespace zeq::scene {
@@ -219,7 +220,6 @@ void ShapeBuilder::addLine(const ExcVisuEdge& edge, const Drawn& drawn, Shape& s
     PointRange line;
     line.id = text::validUtf8(edge.mechanicalId());
     line.first = static_cast<std::uint32_t>(shape.linePoints.size() / 3);
-    line.isFilled = edge.lineType() == ExcVisuEdge::ELineType::line_loop_filled;
     std::vector<float>& points = shape.linePoints;
     const std::size_t leftOut = appendPoints(edge.points(), edge.lineIndices(), drawn.placement, points);
     if (leftOut > 0) warn("edge", line.id, leftOutText(leftOut));
@@ -229,13 +229,15 @@ void ShapeBuilder::addLine(const ExcVisuEdge& edge, const Drawn& drawn, Shape& s
         points.resize(begin);
         return;
     }
-    const bool isClosed = line.isFilled || edge.lineType() == ExcVisuEdge::ELineType::line_loop;
+    const bool isFilled = edge.lineType() == ExcVisuEdge::ELineType::line_loop_filled;
+    const bool isClosed = isFilled || edge.lineType() == ExcVisuEdge::ELineType::line_loop;
     if (isClosed &&
         !std::equal(points.end() - 3, points.end(), points.begin() + static_cast<std::ptrdiff_t>(begin)))
         for (std::size_t i = 0; i < 3; ++i) points.push_back(points[begin + i]);
     line.count = static_cast<std::uint32_t>(points.size() / 3) - line.first;
     line.look = lookOf(edge.color()).within(drawn.look);
     line.isHidden = drawn.isHidden;
+    if (isFilled) addFilling(std::span(points).subspan(begin), line.look, line.isHidden, shape);
     shape.lines.push_back(std::move(line));
 }
 

@@ -62,8 +62,7 @@ private:
     static std::wstring nameOf(const Instance& usage) {
         const auto isVisible = [](wchar_t c) { return c > L' '; };
         for (const std::size_t index : {std::size_t{1}, std::size_t{2}, std::size_t{0}})
-            if (const std::wstring text = usage.parameters()[index].text();
-                std::ranges::any_of(text, isVisible))
+            if (std::wstring text = usage.parameters()[index].text(); std::ranges::any_of(text, isVisible))
                 return text;
         return {};
     }

@@ -122,6 +122,7 @@ public:
 private:
     CLI::App* addCommand(const std::string& name, const std::string& description, EAction action);
     void addImportCommand(const std::string& name, const std::string& description, EAction action);
+    CLI::App* addShowingCommand(const std::string& name, const std::string& description, EAction action);
     void addPictureCommand();
     void addPrintingCommand();
     void setCommandType(CLI::App* command, Command::EType type);
@@ -148,11 +149,11 @@ CommandLine::CommandLine() {
     addImportCommand("import", "Import a CAD file and show what is in it", EAction::import);
     addImportCommand("tree", "Import a CAD file and show its assembly tree", EAction::tree);
 
-    CLI::App* gltf = addCommand("gltf", "Write what is to be seen of a model as binary glTF", EAction::gltf);
-    setCommandType(gltf, Command::EType::import);
-    addOptionsOfFile(gltf, "The CAD file, or what zeq --json import wrote of one");
-
+    addShowingCommand("gltf", "Write what is to be seen of a model as binary glTF", EAction::gltf)
+        ->add_flag("--compress", m_settings.compress,
+                   "Compress with EXT_meshopt_compression, which not everything reads");
     addPictureCommand();
+    addShowingCommand("view", "Write a page that shows a model in a browser", EAction::view);
     addPrintingCommand();
     addCommand("run", "Send a stored command document to the translator", EAction::run)
         ->add_option("FILE", m_settings.file, "What zeq command prints; - is standard input")
@@ -240,6 +241,9 @@ void CommandLine::addImportCommand(const std::string& name, const std::string& d
         ->add_option("--geometry", m_settings.geometryDirectory,
                      "Write the geometry of each block to this directory, as block_ID.sab")
         ->type_name("DIR");
+    if (action != EAction::import) return;
+    command->add_option("--picture", m_settings.pictureFile, "Write a picture of it, as PNG, to this file")
+        ->type_name("FILE");
 }
 
 void CommandLine::addOptionsOfFile(CLI::App* command, const std::string& description) {
@@ -257,20 +261,32 @@ void CommandLine::addOptionsOfFile(CLI::App* command, const std::string& descrip
     command->add_flag("--mt", m_settings.multiThreading, "Let the translator work in several threads");
 }
 
-void CommandLine::addPictureCommand() {
-    CLI::App* command = addCommand("picture", "Write a picture of a model, as PNG", EAction::picture);
+CLI::App* CommandLine::addShowingCommand(const std::string& name, const std::string& description,
+                                         EAction action) {
+    CLI::App* command = addCommand(name, description, action);
     setCommandType(command, Command::EType::import);
     addOptionsOfFile(command, "The CAD file, or what zeq --json import wrote of one");
+    return command;
+}
+
+void CommandLine::addPictureCommand() {
+    CLI::App* command = addShowingCommand("picture", "Write a picture of a model, as PNG", EAction::picture);
     depiction::Wishes& picture = m_settings.picture;
     command
         ->add_option_function<std::string>(
             "--size", [&picture](const std::string& text) { readSize(text, picture); },
             "In pixels (default: 1600x1200)")
         ->type_name("WIDTHxHEIGHT");
+    CLI::Option* const allViews =
+        command
+            ->add_option("--all-views", m_settings.viewsDirectory,
+                         "Write a picture of every view to this directory, as NAME.png")
+            ->type_name("DIR");
     command
         ->add_option("--view", picture.view,
                      "iso (default), front, back, left, right, top, bottom, or the name of a saved view")
-        ->type_name("NAME");
+        ->type_name("NAME")
+        ->excludes(allViews);
     command
         ->add_option_function<std::string>(
             "--section", [&picture](const std::string& text) { picture.section = parseSection(text); },

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <charconv>
 #include <string_view>
+#include <utility>
 
 #include "text/table.h"
 #include "text/text.h"
@@ -79,20 +80,22 @@ std::string ContentsReport::text(bool all) const {
         const std::string kind = text::printable(row.kind);
         table.addRow(
             {kind, shown(row.inFile, "-"), shown(row.sent, "-"), shown(row.arrived, "-"), row.remark()});
-        for (const Reason& reason : row.reasons) {
-            if (reason.count == 0) continue;
-            const std::string items = text::printable(reason.items);
-            reasons +=
-                "  " + kind + ": " + std::to_string(reason.count) +
-                " left out: " + text::printable(reason.text) +
-                (items.empty() ? "" : " (" + (all ? items : text::shortened(items, mostColumns)) + ")") +
-                "\n";
-        }
-        if (const std::uint64_t told = row.explained(false); row.unsent() > told)
-            reasons +=
-                "  " + kind + ": " + std::to_string(row.unsent() - told) + " left out for no stated reason\n";
+        for (const std::string& each : row.explanations(all))
+            reasons.append("  ").append(kind).append(": ").append(each).append("\n");
     }
     return table.text() + reasons;
+}
+
+void ContentsReport::writeLosses(text::JsonWriter& json) const {
+    for (const Row& row : m_rows) {
+        json.open('{').member("what", text::printable(row.kind));
+        for (const auto& [name, figure] :
+             {std::pair("file", row.inFile), std::pair("sent", row.sent), std::pair("arrived", row.arrived)})
+            if (figure) json.member(name, *figure);
+        json.key("reasons").open('[');
+        for (const std::string& each : row.explanations(true)) json.value(each);
+        json.close(']').close('}');
+    }
 }
 
 std::string ContentsReport::jsonMember() const {
@@ -117,6 +120,20 @@ ContentsReport::Reason& ContentsReport::Row::reason(const std::wstring& text) {
     if (known != reasons.end()) return *known;
     reasons.push_back({text, 0, {}});
     return reasons.back();
+}
+
+std::vector<std::string> ContentsReport::Row::explanations(bool all) const {
+    std::vector<std::string> texts;
+    for (const Reason& each : reasons) {
+        if (each.count == 0) continue;
+        const std::string items = text::printable(each.items);
+        texts.push_back(
+            std::to_string(each.count) + " left out: " + text::printable(each.text) +
+            (items.empty() ? "" : " (" + (all ? items : text::shortened(items, mostColumns)) + ")"));
+    }
+    if (const std::uint64_t told = explained(false); unsent() > told)
+        texts.push_back(std::to_string(unsent() - told) + " left out for no stated reason");
+    return texts;
 }
 
 std::uint64_t ContentsReport::Row::unsent() const { return excess(inFile, sent); }

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "text/json_writer.h"
 #include "zeq_api/exchange_common/misc_data.h"
 
 namespace zeq::host {
@@ -32,6 +33,9 @@ public:
     std::string text(bool all) const;
     /// "contents":[...]
     std::string jsonMember() const;
+    /// Appends to an array, for each kind, an object with "what", the figures "file", "sent" and "arrived" that are
+    /// known, and "reasons", the lines below the table.
+    void writeLosses(text::JsonWriter& json) const;
 
 private:
     using Figure = std::optional<std::uint64_t>;
@@ -55,6 +59,8 @@ private:
         std::uint64_t lost() const;
         std::uint64_t missing() const;
         std::string remark() const;
+        /// "2 left out: REASON (ITEMS)".
+        std::vector<std::string> explanations(bool all) const;
     };
 
     std::vector<Row> m_rows; ///< in the order of the report

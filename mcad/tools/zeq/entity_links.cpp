@@ -6,8 +6,8 @@
 #include <optional>
 
 #include "brep/parts.h"
+#include "pmi/value_text.h"
 #include "text/text.h"
-#include "zeq/pmi_table.h"
 #include "zeq/scene_walk.h"
 
 namespace zeq::host {
@@ -65,7 +65,7 @@ void EntityLinks::add(const ExcBlockMechanicalData& data) {
     if (data.pmiData())
         for (const auto& set : data.pmiData()->annotationSets())
             for (const auto& view : set->views())
-                for (const ExcPMIAnnotation* annotation : annotationsOf(*view))
+                for (const ExcPMIAnnotationPtr& annotation : pmi::annotationsOf(*view))
                     addAll(annotation->linkedElements());
     if (data.miscData()) {
         for (const auto& layer : data.miscData()->layers()) addAll(layer->entities());

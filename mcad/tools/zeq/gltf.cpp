@@ -3,37 +3,36 @@
 
 #include <stdexcept>
 
-#include <unistd.h>
-
-#include "gltf/glb.h"
 #include "text/text.h"
 #include "zeq/failure.h"
 #include "zeq/scene_source.h"
 
 namespace zeq::host {
 
-void writeGltf(const Host& host, Output& output) {
-    const Settings& settings = host.settings;
-    if (settings.json)
-        throw Failure(exit_code::usage,
-                      "zeq gltf writes no JSON document; zeq --json import keeps the model");
-    if (settings.output.empty() && ::isatty(STDOUT_FILENO) != 0)
-        throw Failure(exit_code::usage, "a binary file is not for the terminal; --output FILE writes it");
-    const scene::Scene scene = loadScene(host);
-    gltf::Glb glb;
+gltf::Glb makeGlb(const Host& host, const scene::Scene& scene, const gltf::Options& options) {
     try {
-        glb = gltf::makeGlb(scene, "zeq " ZEQ_VERSION);
+        return gltf::makeGlb(scene, "zeq " ZEQ_VERSION, options);
     } catch (const std::length_error& error) {
-        throw Failure(exit_code::inputOutput, cannot("write", settings.output, error.what()));
+        throw Failure(exit_code::inputOutput, cannot("write", host.settings.output, error.what()));
     }
-    output.write(glb.head);
-    output.write(glb.body);
+}
+
+std::string summaryOf(const gltf::Glb& glb) {
     std::string note = text::counted(glb.triangles, "triangle", "triangles") + ", " +
                        text::counted(glb.meshes, "mesh", "meshes") + ", " +
                        text::counted(glb.nodes, "node", "nodes") + ", " +
                        text::counted(glb.cameras, "camera", "cameras");
     if (glb.hidden > 0) note += ", without " + text::counted(glb.hidden, "hidden thing", "hidden things");
-    host.console.message(note);
+    return note;
+}
+
+void writeGltf(const Host& host, Output& output) {
+    refuseJson(host.settings, "gltf");
+    refuseTerminal(host.settings, "a binary file");
+    const gltf::Glb glb = makeGlb(host, loadScene(host), {.isCompressed = host.settings.compress});
+    output.write(glb.head);
+    output.write(glb.body);
+    host.console.message(summaryOf(glb));
 }
 
 } // namespace zeq::host

@@ -7,11 +7,13 @@
 #include <filesystem>
 #include <map>
 #include <sstream>
+#include <utility>
 
 #include <unistd.h>
 
 #include "text/text.h"
 #include "zeq/failure.h"
+#include "zeq/picture.h"
 #include "zeq/structure_count.h"
 #include "zeq/tree_printer.h"
 
@@ -26,7 +28,9 @@ using Figures = std::map<std::string, std::uint64_t>;
 /// What arrived, in the words of the translator's report.
 std::map<std::wstring, std::uint64_t> arrived(const Import& import) {
     auto figures = import.content.byKind();
-    figures[L"faces"] = import.geometry.faces();
+    std::uint64_t& faces = figures[L"faces"] = import.geometry.faces();
+    if (import.facts)
+        for (const auto& [block, facts] : *import.facts) faces += facts.faces.size();
     std::uint64_t& parts = figures[L"parts"];
     std::uint64_t& instances = figures[L"instances"];
     if (import.structure)
@@ -145,6 +149,12 @@ void receive(const Host& host, const Request& request, Import& import) {
                       cannot("import", request.thing, "the translator sent no product structure"));
 }
 
+void compareContents(const Host& host, Import& import) {
+    import.contents.compare(arrived(import));
+    if (const std::string gaps = listed(import.contents.missing()); !gaps.empty())
+        host.console.warning("the file holds more than arrived: " + gaps);
+}
+
 void requireFile(const std::string& file) {
     const auto refuse = [&file](const std::string& reason) {
         throw Failure(exit_code::inputOutput, cannot("import", file, reason));
@@ -159,6 +169,8 @@ void requireFile(const std::string& file) {
 void importModel(const Host& host, const Request& request, Output& output) {
     const Settings& settings = host.settings;
     Import import;
+    scene::Documents documents;
+    if (!settings.pictureFile.empty()) import.scene = &documents;
     try {
         receive(host, request, import);
     } catch (const Failure& failure) {
@@ -172,10 +184,9 @@ void importModel(const Host& host, const Request& request, Output& output) {
         for (const std::string& fault : import.geometry.compare(*import.structure))
             host.console.warning(fault);
         for (const std::string& fault : import.links.faults()) host.console.warning(fault);
-        import.contents.compare(arrived(import));
-        if (const std::string gaps = listed(import.contents.missing()); !gaps.empty())
-            host.console.warning("the file holds more than arrived: " + gaps);
+        compareContents(host, import);
     }
+    if (import.scene) writePictureOf(host, std::move(documents), settings.pictureFile);
     const StructureCount figures = count(*import.structure);
     if (figures.dangling > 0)
         host.console.warning(text::counted(figures.dangling, "reference", "references") +

@@ -15,6 +15,9 @@ void requireFile(const std::string& file);
 /// @throws Failure when the import fails, or when no product structure arrives
 void receive(const Host& host, const Request& request, Import& import);
 
+/// Compares what arrived with what the translator says of the file, and warns of what is missing.
+void compareContents(const Host& host, Import& import);
+
 /// Sends an import command and shows the tree and, unless only that is wanted, the summary.
 void importModel(const Host& host, const Request& request, Output& output);
 

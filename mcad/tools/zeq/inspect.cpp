@@ -14,11 +14,11 @@
 #include "text/text.h"
 #include "zeq/failure.h"
 #include "zeq/geometry_report.h"
+#include "zeq/image_file.h"
 #include "zeq/interruptible.h"
 #include "zeq_api/acis_attrib_id/attrib_convexor.h"
 #include "zeq_api/codec/compressor.h"
 #include "zeq_api/exchange_mechanical/owned_entities.h"
-#include "zeq_api/exchange_mechanical/shared_acis_buffer.h"
 
 namespace zeq::host {
 
@@ -46,19 +46,6 @@ std::vector<char> imageIn(const Host& host) {
         throw Failure(exit_code::inputOutput, cannot("inspect", host.settings.file, currentReason()));
     }
     return image;
-}
-
-/// An image as the file that the kernel reads from, at its beginning.
-class ImageFile : public ExcSharedAcisBuffer {
-public:
-    explicit ImageFile(const std::vector<char>& image) : ExcSharedAcisBuffer({}, false) {
-        write(image.data(), image.size(), 0);
-        goto_mark(0);
-    }
-};
-
-std::string reasonOf(const outcome& result) {
-    return result.ok() ? "" : text::printable(result.get_error_info()->error_message());
 }
 
 /// Heeds signals while geometry is checked.

@@ -35,9 +35,8 @@ void JsonReport::addDocument(const std::wstring& text) {
     if (m_enabled) m_documents.push_back(text::validUtf8(text));
 }
 
-void JsonReport::addContent(const std::wstring& bufferName, const std::wstring& data) {
-    m_contents.push_back("{\"buffer\":" + text::jsonString(bufferName) +
-                         ",\"data\":" + text::validUtf8(data) + "}");
+void JsonReport::addContent(const std::wstring& bufferName, const std::string& data) {
+    m_contents.push_back("{\"buffer\":" + text::jsonString(bufferName) + ",\"data\":" + data + "}");
 }
 
 std::string JsonReport::text(const std::vector<std::string>& warnings, int exitCode,

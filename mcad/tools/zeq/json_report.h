@@ -18,8 +18,8 @@ public:
     void setCommand(const std::string& command, const std::string& file);
     /// A document, which is JSON, as it arrived.
     void addDocument(const std::wstring& text);
-    /// What a shared buffer held, as JSON.
-    void addContent(const std::wstring& bufferName, const std::wstring& data);
+    /// What a shared buffer held, as JSON in UTF-8.
+    void addContent(const std::wstring& bufferName, const std::string& data);
     /// A JSON object.
     void setSummary(const std::string& json) { m_summary = json; }
 

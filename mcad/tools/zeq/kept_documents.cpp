@@ -5,11 +5,18 @@
 #include <memory>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "text/text.h"
 #include "zeq/failure.h"
+#include "zeq/geometry_watch.h"
+#include "zeq/image_file.h"
 #include "zeq/json_file.h"
+#include "zeq_api/codec/base64.h"
+#include "zeq_api/codec/compressor.h"
+#include "zeq_api/exchange_mechanical/block_geometry.h"
 #include "zeq_api/exchange_mechanical/mechanical_sections.h"
+#include "zeq_api/exchange_mechanical/owned_entities.h"
 #include "zeq_api/exchange_object/exchange_object_registry.h"
 #include "zeq_api/json/dom_model.h"
 #include "zeq_api/json/enum_names.h"
@@ -47,6 +54,34 @@ std::shared_ptr<IExchangeObject> readObject(const JsonValue& document, const Con
     return object;
 }
 
+/// Looks at the geometry that a document names.
+void readGeometry(const JsonValue& document, const Contents& contents, Console& console, GeometryWatch& watch,
+                  BlockFacts& facts) {
+    const JsonValue* const data = json::findMember(document, L"exchange_object_data");
+    if (!data) return;
+    ExcBlockGeometry geometry;
+    geometry.readObject(*data);
+    const std::string subject = "the geometry of block " + std::to_string(geometry.blockId());
+    const auto content = contents.find(view(findString(*data, L"shared_acis_buffer_name")));
+    if (content == contents.end() || !content->second->IsString())
+        return console.warning(subject + " is not in the file");
+    const std::wstring_view encoded = view(content->second);
+    std::vector<char> image(Base64::decodedSize(encoded.size()) + 2);
+    image.resize(Base64::decodeWide(image.data(), encoded.data(), encoded.size()).first);
+    OwnedEntities entities;
+    std::string fault;
+    try {
+        Compressor::makePlain(image);
+        ImageFile file(image);
+        fault = reasonOf(api_restore_entity_list_file(&file, entities.list));
+    } catch (const std::exception&) {
+        fault = currentReason();
+    }
+    if (!fault.empty()) return console.warning(subject + " cannot be restored: " + fault);
+    watch.setBlock(geometry.blockId());
+    facts.insert_or_assign(geometry.blockId(), brep::factsOf(entities.list, &watch));
+}
+
 } // namespace
 
 bool looksKept(const std::string& file) {
@@ -55,7 +90,7 @@ bool looksKept(const std::string& file) {
     return stream >> first && first == '{';
 }
 
-scene::Documents readKept(const Host& host) {
+void readKept(const Host& host, Import& import) {
     const std::string& file = host.settings.file;
     const auto refuse = [&file](const std::string& reason) {
         throw Failure(exit_code::inputOutput, cannot("read", file, reason));
@@ -71,11 +106,16 @@ scene::Documents readKept(const Host& host) {
         const JsonValue* const data = json::findMember(entry, L"data");
         if (data) byName.emplace(view(findString(entry, L"buffer")), data);
     }
-    scene::Documents result;
-    for (const JsonValue& document : documents->GetArray())
-        if (const auto object = readObject(document, byName, host.console)) result.add(object);
-    if (!result.structure) refuse("there is no product structure in it");
-    return result;
+    GeometryWatch watch(host);
+    for (const JsonValue& document : documents->GetArray()) {
+        if (view(findString(document, L"exchange_object_name")) != ExcBlockGeometry::objName()) {
+            if (const auto object = readObject(document, byName, host.console)) import.add(object);
+        } else if (import.facts) {
+            readGeometry(document, byName, host.console, watch, *import.facts);
+        }
+    }
+    host.console.progress().finish();
+    if (!import.structure) refuse("there is no product structure in it");
 }
 
 } // namespace zeq::host

@@ -22,6 +22,7 @@
 #include "zeq/inspect.h"
 #include "zeq/picture.h"
 #include "zeq/schema.h"
+#include "zeq/view.h"
 
 namespace zeq::host {
 
@@ -98,6 +99,9 @@ int perform(const Host& host, Output& output) {
     case EAction::picture:
         writePicture(host, output);
         break;
+    case EAction::view:
+        writeView(host, output);
+        break;
     case EAction::run:
         send(host, readCommand(host), output);
         break;
@@ -133,6 +137,8 @@ const char* nameOf(EAction action) {
         return "gltf";
     case EAction::picture:
         return "picture";
+    case EAction::view:
+        return "view";
     case EAction::command:
         return "command";
     case EAction::run:

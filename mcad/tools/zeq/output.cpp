@@ -108,4 +108,11 @@ void Output::send(std::string_view bytes) {
 
 std::string Output::shownName() const { return m_path.empty() ? "standard output" : m_path; }
 
+void requireDirectory(const std::string& directory) {
+    std::error_code error;
+    std::filesystem::create_directories(directory, error);
+    if (error)
+        throw Failure(exit_code::inputOutput, cannot("make the directory", directory, error.message()));
+}
+
 } // namespace zeq::host

@@ -41,4 +41,8 @@ private:
     std::string m_buffer;
 };
 
+/// Makes the directory if it is not there.
+/// @throws Failure if that cannot be
+void requireDirectory(const std::string& directory);
+
 } // namespace zeq::host

@@ -4,10 +4,10 @@
 #include <algorithm>
 #include <array>
 
+#include "pmi/value_text.h"
 #include "text/table.h"
 #include "text/text.h"
 #include "zeq/block_name.h"
-#include "zeq/pmi_text.h"
 
 namespace zeq::host {
 
@@ -36,16 +36,15 @@ public:
     PartTable(const std::vector<ExcPMIDataPtr>& data, ELengthUnitType unit) {
         for (const ExcPMIDataPtr& each : data)
             for (const ExcPMIAnnotationSetPtr& set : each->annotationSets()) collect(*set);
-        m_context.unit = dimensionUnit(unit);
-        for (const ExcPMIAnnotation* annotation : m_annotations) noteContext(*annotation);
+        m_context = pmi::contextOf(m_annotations, unit);
         std::ranges::stable_sort(m_annotations, {},
-                                 [](const ExcPMIAnnotation* annotation) { return rank(*annotation); });
+                                 [](const ExcPMIAnnotationPtr& annotation) { return rank(*annotation); });
     }
 
     std::size_t size() const { return m_annotations.size(); }
     /// "(mm): 43 annotations, 12 views".
     std::string heading() const {
-        const std::string unit = unitName(m_context.unit);
+        const std::string unit = pmi::unitName(m_context.unit);
         return (unit.empty() ? ": " : " (" + unit + "): ") +
                text::counted(m_annotations.size(), "annotation", "annotations") +
                (m_captures == 0 ? "" : ", " + text::counted(m_captures, "view", "views")) + "\n";
@@ -54,19 +53,18 @@ public:
 
 private:
     void collect(const ExcPMIAnnotationSet& set);
-    void noteContext(const ExcPMIAnnotation& annotation);
     /// Sizes, tolerances, datums, their targets, and then the rest.
     static int rank(const ExcPMIAnnotation& annotation);
 
-    std::vector<const ExcPMIAnnotation*> m_annotations;
+    std::vector<ExcPMIAnnotationPtr> m_annotations;
     std::map<std::wstring, std::string> m_shownIn; ///< names of captures by annotation
     std::size_t m_captures = 0;
-    PMIContext m_context;
+    pmi::Context m_context;
 };
 
 void PartTable::collect(const ExcPMIAnnotationSet& set) {
     for (const ExcPMIAnnotationViewPtr& view : set.views()) {
-        const auto annotations = annotationsOf(*view);
+        const auto annotations = pmi::annotationsOf(*view);
         m_annotations.insert(m_annotations.end(), annotations.begin(), annotations.end());
     }
     for (const ExcPMICapturePtr& capture : set.captures()) {
@@ -76,19 +74,6 @@ void PartTable::collect(const ExcPMIAnnotationSet& set) {
             std::string& names = m_shownIn[id];
             names += (names.empty() ? "" : ", ") + name;
         }
-    }
-}
-
-void PartTable::noteContext(const ExcPMIAnnotation& annotation) {
-    if (annotation.type() == EPMIAnnotationType::datum) {
-        m_context.labels.try_emplace(annotation.id(), static_cast<const ExcPMIDatum&>(annotation).label());
-    } else if (annotation.type() == EPMIAnnotationType::datum_target) {
-        m_context.labels.try_emplace(annotation.id(),
-                                     static_cast<const ExcPMIDatumTarget&>(annotation).label());
-    } else if (annotation.type() == EPMIAnnotationType::dimension) {
-        using EUnit = ExcPMIDimension::EDimUnit;
-        const EUnit unit = static_cast<const ExcPMIDimension&>(annotation).unit();
-        if (m_context.unit == EUnit::none && unit < EUnit::degree) m_context.unit = unit;
     }
 }
 
@@ -104,12 +89,12 @@ std::string PartTable::rows(std::size_t most, bool all) const {
     const auto brief = [all](const std::string& text) {
         return all ? text : text::shortened(text, mostColumns);
     };
-    for (const ExcPMIAnnotation* annotation : m_annotations) {
+    for (const ExcPMIAnnotationPtr& annotation : m_annotations) {
         if (table.rows() == most) break;
         const bool isText = annotation->type() == EPMIAnnotationType::note;
-        const std::string value = valueText(*annotation, m_context);
+        const std::string value = pmi::valueText(*annotation, m_context);
         const auto shown = m_shownIn.find(annotation->id());
-        const std::string kind = kindOf(*annotation), name = text::printable(annotation->name());
+        const std::string kind = pmi::kindOf(*annotation), name = text::printable(annotation->name());
         table.addRow({kind + (annotation->isHidden() ? " (hidden)" : ""), name == kind ? "" : brief(name),
                       isText ? brief(value) : value, linkedText(annotation->linkedElements(), all),
                       shown == m_shownIn.end() ? "" : brief(shown->second)});
@@ -118,20 +103,6 @@ std::string PartTable::rows(std::size_t most, bool all) const {
 }
 
 } // namespace
-
-std::vector<const ExcPMIAnnotation*> annotationsOf(const ExcPMIAnnotationView& view) {
-    std::vector<const ExcPMIAnnotation*> result;
-    const auto add = [&result](const auto& list) {
-        for (const auto& annotation : list) result.push_back(annotation.get());
-    };
-    add(view.dimensions());
-    add(view.gdts());
-    add(view.datums());
-    add(view.datumTargets());
-    add(view.roughness());
-    add(view.notes());
-    return result;
-}
 
 std::string linkedText(const std::vector<ExcEntityPtr>& elements, bool all) {
     std::string text;

@@ -12,9 +12,6 @@
 
 namespace zeq::host {
 
-/// All annotations of a view: sizes, tolerances, datums, their targets, and the rest.
-std::vector<const ExcPMIAnnotation*> annotationsOf(const ExcPMIAnnotationView& view);
-
 /// How linked elements are listed: numbers of faces alone, everything else with its kind, "12, 15, edge 33,
 /// #77 axis2_placement_3d". Of many only the first, and how many more there are, unless all are wanted.
 std::string linkedText(const std::vector<ExcEntityPtr>& elements, bool all);

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <sstream>
+#include <utility>
 #include <vector>
 
 #include "mp/shared_buffer.h"
@@ -12,6 +13,7 @@
 #include "zeq/failure.h"
 #include "zeq/output.h"
 #include "zeq/results.h"
+#include "zeq_api/codec/base64.h"
 #include "zeq_api/codec/compressor.h"
 #include "zeq_api/exchange_mechanical/mechanical_sections.h"
 #include "zeq_api/exchange_mechanical/owned_entities.h"
@@ -33,7 +35,31 @@ std::uint64_t bufferSize(const std::wstring& name) {
     return error ? 0 : size;
 }
 
+/// An image of geometry as it lies in its shared buffer, compressed or not.
+std::vector<char> imageIn(const std::wstring& bufferName) {
+    std::vector<char> bytes;
+    mp::SharedBuffer<char>(bufferName, false).get(bytes);
+    return bytes;
+}
+
 } // namespace
+
+void Import::add(const std::shared_ptr<IExchangeObject>& object) {
+    if (scene) scene->add(object);
+    content.add(*object);
+    if (const auto product = std::dynamic_pointer_cast<ExcProductStructure>(object)) {
+        structure = product;
+    } else if (const auto* root = dynamic_cast<const ExcRootMechanicalData*>(object.get())) {
+        pmi.add(std::nullopt, root->pmiData());
+    } else if (const auto* display = dynamic_cast<const ExcBlockVisualization*>(object.get())) {
+        links.add(*display);
+    } else if (const auto* block = dynamic_cast<const ExcBlockMechanicalData*>(object.get())) {
+        links.add(*block);
+        pmi.add(block->blockId(), block->pmiData());
+        organisation.add(block->blockId(), block->miscData());
+        if (block->miscData()) contents.add(block->miscData()->miscData());
+    }
+}
 
 bool Receiver::take(const Document& document) {
     ++m_import.documents;
@@ -67,8 +93,6 @@ void Receiver::takeObject(const Document& document) {
         load(*object, name);
     }
 
-    if (m_import.scene) m_import.scene->add(object);
-
     Console& console = m_host.console;
     if (const auto progress = std::dynamic_pointer_cast<ExcProgress>(object)) {
         console.progress().show(
@@ -80,38 +104,18 @@ void Receiver::takeObject(const Document& document) {
         console.note("translator: " + text::printable(line->get()));
     } else if (const auto finished = std::dynamic_pointer_cast<ExcStageFinished>(object)) {
         console.note("stage finished: " + text::printable(enumToString(finished->stage())));
-    } else if (const auto structure = std::dynamic_pointer_cast<ExcProductStructure>(object)) {
-        m_import.structure = structure;
     } else if (const auto geometry = std::dynamic_pointer_cast<ExcBlockGeometry>(object)) {
         takeGeometry(*geometry);
     } else {
-        takeContent(*object);
-    }
-}
-
-void Receiver::takeContent(const IExchangeObject& object) {
-    m_times.begin(L"Counting contents");
-    m_import.content.add(object);
-    if (const auto* root = dynamic_cast<const ExcRootMechanicalData*>(&object)) {
-        m_import.pmi.add(std::nullopt, root->pmiData());
-    } else if (const auto* display = dynamic_cast<const ExcBlockVisualization*>(&object)) {
-        m_import.links.add(*display);
-    } else if (const auto* block = dynamic_cast<const ExcBlockMechanicalData*>(&object)) {
-        m_import.links.add(*block);
-        m_import.pmi.add(block->blockId(), block->pmiData());
-        m_import.organisation.add(block->blockId(), block->miscData());
-        if (block->miscData()) m_import.contents.add(block->miscData()->miscData());
+        m_times.begin(L"Counting contents");
+        m_import.add(object);
     }
 }
 
 void Receiver::writeImage(std::uint64_t blockId, const std::wstring& bufferName) {
     const std::string& directory = m_host.settings.geometryDirectory;
-    std::error_code error;
-    fs::create_directories(directory, error);
-    if (error)
-        throw Failure(exit_code::inputOutput, cannot("make the directory", directory, error.message()));
-    std::vector<char> bytes;
-    mp::SharedBuffer<char>(bufferName, false).get(bytes);
+    requireDirectory(directory);
+    std::vector<char> bytes = imageIn(bufferName);
     Compressor::makePlain(bytes);
     const fs::path path = fs::path(directory) / ("block_" + std::to_string(blockId) + ".sab");
     Output file(path.string(), m_host.settings.force, m_host.signals);
@@ -123,10 +127,17 @@ void Receiver::takeGeometry(const ExcBlockGeometry& geometry) {
     const std::string block = "block " + std::to_string(geometry.blockId());
     OwnedEntities entities;
     m_times.begin(L"Restoring geometry");
-    if (!geometry.isLoaded() || !geometry.getGeometry(entities.list))
-        throw Failure(exit_code::translatorBroken, "the geometry of " + block + " cannot be restored");
+    if (!geometry.isLoaded() || !geometry.getGeometry(entities.list)) {
+        const std::string fault = "the geometry of " + block + " cannot be restored";
+        if (!m_import.facts) throw Failure(exit_code::translatorBroken, fault);
+        return m_host.console.warning(fault); // there is still something to be seen
+    }
     m_watch.setBlock(geometry.blockId());
     m_times.begin(L"Checking and measuring geometry");
+    if (m_import.facts) {
+        m_import.facts->insert_or_assign(geometry.blockId(), brep::factsOf(entities.list, &m_watch));
+        return;
+    }
     const std::vector<std::string> faults =
         m_import.geometry.add(geometry.blockId(), entities.list, &m_watch);
     m_times.begin(L"Relating entities");
@@ -142,6 +153,8 @@ void Receiver::load(IExchangeObject& object, const std::wstring& bufferName) {
     m_times.begin(dynamic_cast<const ExcBlockGeometry*>(&object) ? L"Loading geometry"
                                                                  : L"Loading documents");
     try {
+        if (m_host.report.isEnabled() && dynamic_cast<const ExcBlockGeometry*>(&object))
+            keepImage(bufferName);
         loadWithSections(object);
     } catch (const std::exception&) {
         throw Failure(exit_code::translatorBroken, "the shared buffer '" + text::printable(bufferName) +
@@ -153,7 +166,18 @@ void Receiver::load(IExchangeObject& object, const std::wstring& bufferName) {
     object.writeObject(content, content.GetAllocator());
     std::wostringstream text;
     JsonTextIO::write(text, content, 0);
-    m_host.report.addContent(bufferName, text.str());
+    m_host.report.addContent(bufferName, text::validUtf8(text.str()));
+}
+
+void Receiver::keepImage(const std::wstring& bufferName) {
+    std::vector<char> bytes = imageIn(bufferName);
+    if (!Compressor::isCompressed(bytes.data(), bytes.size())) {
+        const std::vector<char> plain = std::exchange(bytes, {});
+        Compressor::compress(bytes, plain.data(), plain.size(), -1);
+    }
+    std::string data(Base64::encodedSize(bytes.size()) + 2, '"');
+    Base64::encodeImpl(&data[1], bytes.data(), bytes.size());
+    m_host.report.addContent(bufferName, data);
 }
 
 } // namespace zeq::host

@@ -2,10 +2,12 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
 
+#include "brep/facts.h"
 #include "scene/documents.h"
 #include "timing/stopwatch.h"
 #include "zeq/content_count.h"
@@ -21,8 +23,14 @@
 
 namespace zeq::host {
 
+/// What is told of each block's faces and edges.
+using BlockFacts = std::map<std::uint64_t, brep::Facts>;
+
 /// What arrived.
 struct Import {
+    /// Takes a product structure, or what is said of the whole product or of a block.
+    void add(const std::shared_ptr<IExchangeObject>& object);
+
     std::shared_ptr<ExcProductStructure> structure;
     GeometryReport geometry;
     ContentCount content;
@@ -31,6 +39,7 @@ struct Import {
     PMITables pmi;
     OrganisationTables organisation;
     scene::Documents* scene = nullptr; ///< what is to be drawn; null when nothing is
+    BlockFacts* facts = nullptr;       ///< wanted instead of a report of the geometry
     std::uint64_t documents = 0;
     std::uint64_t buffers = 0;
     std::uint64_t bytes = 0;
@@ -53,10 +62,11 @@ public:
 private:
     void takeObject(const Document& document);
     void takeGeometry(const ExcBlockGeometry& geometry);
-    void takeContent(const IExchangeObject& object);
     /// Writes the image in that buffer into the directory that the user wants it in.
     void writeImage(std::uint64_t blockId, const std::wstring& bufferName);
     void load(IExchangeObject& object, const std::wstring& bufferName);
+    /// Keeps an image of geometry for the report.
+    void keepImage(const std::wstring& bufferName);
 
     const Host& m_host;
     Import& m_import;

@@ -20,6 +20,7 @@ enum class EAction {
     tree,
     gltf,
     picture,
+    view,
     command, ///< prints what would be sent
     run,     ///< sends what is stored
     check,
@@ -55,7 +56,10 @@ struct Settings {
     std::vector<std::string> files;       ///< those to check
     std::string className;                ///< empty when the documents tell, or for the schema of all
 
-    depiction::Wishes picture; ///< what a picture shows
+    depiction::Wishes picture;  ///< what a picture shows
+    std::string viewsDirectory; ///< for pictures of all views; empty for none
+    bool compress = false;      ///< a glTF file
+    std::string pictureFile;    ///< of an import; empty for none
 
     std::string translator; ///< path, or name to be found in PATH
     std::optional<std::chrono::duration<double>> timeout;

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace zeq::gltf {
+namespace zeq::text {
 
 /// Puts the commas. Texts are UTF-8; numbers are finite.
 class JsonWriter {
@@ -16,6 +16,8 @@ public:
     JsonWriter& key(std::string_view name);
     JsonWriter& value(std::string_view text);
     JsonWriter& value(double number);
+    JsonWriter& value(double number,
+                      int digits);   ///< with so many significant digits; null if it is not finite
     JsonWriter& value(float number); ///< with the digits that give it back
     template <std::unsigned_integral T>
     JsonWriter& value(T number) {
@@ -47,4 +49,4 @@ struct JsonList {
     std::uint32_t next() { return count++; }
 };
 
-} // namespace zeq::gltf
+} // namespace zeq::text

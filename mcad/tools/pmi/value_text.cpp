@@ -1,5 +1,5 @@
 // Symbols as ISO 1101, ISO 5459 and ASME Y14.5 have them, as far as there are characters for them.
-#include "zeq/pmi_text.h"
+#include "pmi/value_text.h"
 
 #include <algorithm>
 #include <array>
@@ -10,7 +10,7 @@
 
 #include "text/text.h"
 
-namespace zeq::host {
+namespace zeq::pmi {
 
 namespace {
 
@@ -163,7 +163,7 @@ struct UnitText {
     std::string word;
 };
 
-UnitText unitOf(const Dimension& dimension, const PMIContext& context) {
+UnitText unitOf(const Dimension& dimension, const Context& context) {
     using EUnit = Dimension::EDimUnit;
     switch (dimension.unit()) {
     case EUnit::degree:
@@ -222,7 +222,7 @@ std::string toleranceText(const Dimension& dimension, const std::string& mark) {
     return text;
 }
 
-std::string sizeText(const Dimension& dimension, const PMIContext& context) {
+std::string sizeText(const Dimension& dimension, const Context& context) {
     using EMain = Dimension::EMainType;
     using ESub = Dimension::ESubType;
     const UnitText unit = unitOf(dimension, context);
@@ -264,14 +264,13 @@ std::string modifiersText(const std::vector<GDT::ZoneModifier>& modifiers) {
     return text;
 }
 
-const std::wstring& labelOf(const std::wstring& id, const std::wstring& otherwise,
-                            const PMIContext& context) {
+const std::wstring& labelOf(const std::wstring& id, const std::wstring& otherwise, const Context& context) {
     const auto known = context.labels.find(id);
     return known != context.labels.end() && !known->second.empty() ? known->second : otherwise;
 }
 
 /// "A Ⓜ-B"; the letters are those of the datums or, where they are unknown, of the compartment.
-std::string compartmentText(const GDT::DatumRef& reference, const PMIContext& context) {
+std::string compartmentText(const GDT::DatumRef& reference, const Context& context) {
     std::string text;
     for (const GDT::ModifiedDatum& datum : reference.modifiedDatums()) {
         const bool isAlone = reference.modifiedDatums().size() == 1 && !reference.label().empty();
@@ -283,7 +282,7 @@ std::string compartmentText(const GDT::DatumRef& reference, const PMIContext& co
     return withTexts(reference.text(), prefixOf(reference.text()) + text);
 }
 
-std::string rowText(const GDT::Row& row, const PMIContext& context) {
+std::string rowText(const GDT::Row& row, const Context& context) {
     std::string text = entry(zoneSymbols, row.toleranceValueType()) + decimal(row.toleranceValue());
     double first = 0, second = 0;
     row.rateUnits(first, second);
@@ -297,7 +296,7 @@ std::string rowText(const GDT::Row& row, const PMIContext& context) {
     return text;
 }
 
-std::string frameText(const GDT& tolerance, const PMIContext& context) {
+std::string frameText(const GDT& tolerance, const Context& context) {
     const std::string symbol = characteristicOf(tolerance).symbol;
     std::string text;
     for (const GDT::RowPtr& row : tolerance.gdtRows())
@@ -308,7 +307,7 @@ std::string frameText(const GDT& tolerance, const PMIContext& context) {
 }
 
 /// The letter, and the targets that establish the datum.
-std::string datumText(const ExcPMIDatum& datum, const PMIContext& context) {
+std::string datumText(const ExcPMIDatum& datum, const Context& context) {
     std::string targets;
     for (const std::wstring& id : datum.targetIds())
         targets += (targets.empty() ? " (" : ", ") + text::printable(labelOf(id, id, context));
@@ -338,8 +337,7 @@ std::string roughnessText(const ExcPMIRoughness& roughness) {
     return text;
 }
 
-} // namespace
-
+/// The unit of dimensions that a unit of length is; `none` for one that no dimension has.
 ExcPMIDimension::EDimUnit dimensionUnit(ELengthUnitType unit) {
     using EUnit = Dimension::EDimUnit;
     switch (unit) {
@@ -358,6 +356,37 @@ ExcPMIDimension::EDimUnit dimensionUnit(ELengthUnitType unit) {
     default:
         return EUnit::none;
     }
+}
+
+} // namespace
+
+std::vector<ExcPMIAnnotationPtr> annotationsOf(const ExcPMIAnnotationView& view) {
+    std::vector<ExcPMIAnnotationPtr> result;
+    const auto add = [&result](const auto& list) { result.insert(result.end(), list.begin(), list.end()); };
+    add(view.dimensions());
+    add(view.gdts());
+    add(view.datums());
+    add(view.datumTargets());
+    add(view.roughness());
+    add(view.notes());
+    return result;
+}
+
+Context contextOf(std::span<const ExcPMIAnnotationPtr> annotations, ELengthUnitType unit) {
+    using EUnit = Context::EUnit;
+    Context context;
+    context.unit = dimensionUnit(unit);
+    for (const ExcPMIAnnotationPtr& annotation : annotations) {
+        if (const auto* const datum = dynamic_cast<const ExcPMIDatum*>(annotation.get())) {
+            context.labels.try_emplace(datum->id(), datum->label());
+        } else if (const auto* const target = dynamic_cast<const ExcPMIDatumTarget*>(annotation.get())) {
+            context.labels.try_emplace(target->id(), target->label());
+        } else if (const auto* const dimension = dynamic_cast<const Dimension*>(annotation.get())) {
+            if (context.unit == EUnit::none && dimension->unit() < EUnit::degree)
+                context.unit = dimension->unit();
+        }
+    }
+    return context;
 }
 
 std::string unitName(ExcPMIDimension::EDimUnit unit) {
@@ -384,7 +413,7 @@ std::string kindOf(const ExcPMIAnnotation& annotation) {
     }
 }
 
-std::string valueText(const ExcPMIAnnotation& annotation, const PMIContext& context) {
+std::string valueText(const ExcPMIAnnotation& annotation, const Context& context) {
     switch (annotation.type()) {
     case EPMIAnnotationType::dimension:
         return sizeText(static_cast<const Dimension&>(annotation), context);
@@ -403,4 +432,4 @@ std::string valueText(const ExcPMIAnnotation& annotation, const PMIContext& cont
     }
 }
 
-} // namespace zeq::host
+} // namespace zeq::pmi

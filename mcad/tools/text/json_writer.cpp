@@ -1,19 +1,20 @@
 // The last character tells whether a comma is due.
-#include "gltf/json_writer.h"
+#include "text/json_writer.h"
 
 #include <array>
 #include <charconv>
+#include <cmath>
 
 #include "text/text.h"
 
-namespace zeq::gltf {
+namespace zeq::text {
 
 namespace {
 
-template <class Number>
-void append(std::string& text, Number number) {
+template <class Number, class... Format>
+void append(std::string& text, Number number, Format... format) {
     std::array<char, 32> digits; // NOLINT: only what is written is read
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number, format...).ptr;
     text.append(digits.data(), end);
 }
 
@@ -42,11 +43,18 @@ JsonWriter& JsonWriter::key(std::string_view name) {
     return *this;
 }
 
-JsonWriter& JsonWriter::value(std::string_view text) { return raw(text::jsonString(text)); }
+JsonWriter& JsonWriter::value(std::string_view text) { return raw(jsonString(text)); }
 
 JsonWriter& JsonWriter::value(double number) {
     separate();
     append(m_text, number + 0.0); // no negative zero
+    return *this;
+}
+
+JsonWriter& JsonWriter::value(double number, int digits) {
+    if (!std::isfinite(number)) return raw("null");
+    separate();
+    append(m_text, number + 0.0, std::chars_format::general, digits);
     return *this;
 }
 
@@ -68,4 +76,4 @@ JsonWriter& JsonWriter::raw(std::string_view json) {
     return *this;
 }
 
-} // namespace zeq::gltf
+} // namespace zeq::text
