@@ -3,28 +3,34 @@
 
 #include <algorithm>
 #include <string>
+#include <vector>
 
 #include "parts.h"
 
 namespace samples {
 
-Model makeLattice(int instances) {
-    constexpr int groupSize = 100;
+Model makeLattice(const LatticeSize& size) {
     constexpr double pitch = 20;
+    const int groups = (size.instances + size.groupSize - 1) / size.groupSize;
+    const int parts = size.parts > 0 ? std::min(size.parts, size.instances) : groups;
 
     Model model;
+    std::vector<TDF_Label> cells;
+    for (int i = 0; i < parts; ++i) {
+        cells.push_back(model.addPart("Cell " + std::to_string(i + 1),
+                                      size.faces > 6 ? makePlates(size.faces) : makeBlock(6 + i % 10, 8, 8)));
+        model.paint(cells.back(), {25 * (i % 10), 128, 255 - 25 * (i % 10)});
+    }
     const TDF_Label lattice = model.addAssembly("Lattice");
-    for (int placed = 0; placed < instances; placed += groupSize) {
-        const int index = placed / groupSize;
+    for (int index = 0; index < groups; ++index) {
         const std::string number = std::to_string(index + 1);
-        // A part in each group: readers take long for one part that is shared by very many instances.
-        const TDF_Label cell = model.addPart("Cell " + number, makeBlock(6 + index % 10, 8, 8));
-        model.paint(cell, {25 * (index % 10), 128, 255 - 25 * (index % 10)});
-
         const TDF_Label group = model.addAssembly("Group " + number);
-        for (int i = 0; i < std::min(groupSize, instances - placed); ++i) {
+        const int first = index * size.groupSize;
+        for (int i = 0; i < std::min(size.groupSize, size.instances - first); ++i) {
             const int row = i / 10;
-            model.place(group, cell, "Cell " + number + "." + std::to_string(i + 1),
+            const int part = size.parts > 0 ? (first + i) % parts : index;
+            const std::string name = "Cell " + std::to_string(part + 1) + "." + std::to_string(first + i + 1);
+            model.place(group, cells[static_cast<std::size_t>(part)], name,
                         turnedAbout(gp::DZ(), 90 * (i % 4), gp_Vec((i % 10 + 1) * pitch, row * pitch, 0)));
         }
         model.place(lattice, group, "Group " + number, shifted(0, 0, (index + 1) * pitch));

@@ -40,9 +40,9 @@ void writeSamples(const std::filesystem::path& directory) {
     std::cout << bracket.string() << '\n';
 }
 
-void writeLattice(const std::filesystem::path& directory, int instances) {
-    Model lattice = makeLattice(instances);
-    write(lattice, writeStep, directory / ("lattice_" + std::to_string(instances) + ".stp"));
+void writeLattice(const std::filesystem::path& directory, const LatticeSize& size) {
+    Model lattice = makeLattice(size);
+    write(lattice, writeStep, directory / ("lattice_" + std::to_string(size.instances) + ".stp"));
 }
 
 } // namespace
@@ -51,11 +51,22 @@ int main(int argc, char** argv) {
     CLI::App app("Writes sample CAD models: an assembly and parts as STEP, parts as IGES.");
     app.set_version_flag("--version", "zeq_samples " ZEQ_VERSION);
     std::string directory;
-    int instances = 0;
+    LatticeSize size{0};
     app.add_option("DIR", directory, "directory for the files, made when missing")->required();
-    app.add_option("--instances", instances,
-                   "write instead an assembly with this many placed parts as DIR/lattice_<number>.stp")
-        ->check(CLI::Range(1, 1'000'000));
+    CLI::Option* const instances =
+        app.add_option("--instances", size.instances,
+                       "write instead an assembly with this many placed parts as DIR/lattice_<number>.stp")
+            ->check(CLI::Range(1, 1'000'000));
+    app.add_option("--parts", size.parts,
+                   "of so many different parts, which take turns; without it, one for each group")
+        ->check(CLI::Range(1, 1'000'000))
+        ->needs(instances);
+    app.add_option("--faces", size.faces, "of so many faces each (6)")
+        ->check(CLI::Range(6, 10'000'000))
+        ->needs(instances);
+    app.add_option("--group", size.groupSize, "in groups of this size (100)")
+        ->check(CLI::Range(1, 1'000'000))
+        ->needs(instances);
     app.footer("Exit codes: 0 done, 2 wrong usage, 3 a file could not be written.");
     try {
         app.parse(argc, argv);
@@ -67,8 +78,8 @@ int main(int argc, char** argv) {
     Message::DefaultMessenger()->ChangePrinters().Clear();
     try {
         std::filesystem::create_directories(directory);
-        if (instances > 0)
-            writeLattice(directory, instances);
+        if (size.instances > 0)
+            writeLattice(directory, size);
         else
             writeSamples(directory);
         return 0;

@@ -1,6 +1,7 @@
 // Solid modelling of the sample parts: primitives, booleans and fillets.
 #include "parts.h"
 
+#include <algorithm>
 #include <cmath>
 #include <initializer_list>
 
@@ -18,13 +19,16 @@
 #include <BRepPrimAPI_MakePrism.hxx>
 #include <BRepPrimAPI_MakeSphere.hxx>
 #include <BRepPrimAPI_MakeTorus.hxx>
+#include <BRep_Builder.hxx>
 #include <BRep_Tool.hxx>
 #include <TopExp.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopTools_IndexedMapOfShape.hxx>
 #include <TopoDS.hxx>
 #include <TopoDS_Edge.hxx>
+#include <TopoDS_Wire.hxx>
 #include <gp_Ax2.hxx>
+#include <gp_Circ.hxx>
 #include <gp_Elips.hxx>
 
 namespace samples {
@@ -65,6 +69,24 @@ TopoDS_Shape roundUprights(const TopoDS_Shape& block, double radius) {
         if (gp_Vec(first, last).IsParallel(gp_Vec(0, 0, 1), 1e-9)) fillet.Add(radius, edge);
     }
     return fillet.Shape();
+}
+
+/// A plate with its lower corner at a point, and a square grid of holes.
+TopoDS_Shape perforatedPlate(const gp_Pnt& corner, int holes) {
+    constexpr double pitch = 10;
+    const int columns = std::max(1, static_cast<int>(std::ceil(std::sqrt(holes))));
+    const double size = pitch * columns;
+    const gp_XYZ from = corner.XYZ();
+    const TopoDS_Wire rim = BRepBuilderAPI_MakePolygon(
+        from, from + gp_XYZ(size, 0, 0), from + gp_XYZ(size, size, 0), from + gp_XYZ(0, size, 0), true);
+    BRepBuilderAPI_MakeFace face(rim);
+    for (int i = 0; i < holes; ++i) {
+        const int row = i / columns;
+        const gp_XYZ center = from + pitch * gp_XYZ(i % columns + 0.5, row + 0.5, 0);
+        const TopoDS_Edge edge = BRepBuilderAPI_MakeEdge(gp_Circ(gp_Ax2(center, gp::DZ()), pitch / 4));
+        face.Add(TopoDS::Wire(BRepBuilderAPI_MakeWire(edge).Wire().Reversed()));
+    }
+    return BRepPrimAPI_MakePrism(face, gp_Vec(0, 0, 2)).Shape();
 }
 
 } // namespace
@@ -157,6 +179,19 @@ TopoDS_Shape makeBracket() {
 
 TopoDS_Shape makeBlock(double length, double width, double height) {
     return box(gp::Origin(), {length, width, height});
+}
+
+TopoDS_Shape makePlates(int faces) {
+    constexpr int flat = 6; // faces of a plate without holes
+    constexpr int most = 26;
+    constexpr double distance = 5;
+    TopoDS_Compound plates;
+    BRep_Builder().MakeCompound(plates);
+    for (int made = 0, height = 0; made < faces; made += most, ++height) {
+        const int holes = std::max(0, std::min(most, faces - made) - flat);
+        BRep_Builder().Add(plates, perforatedPlate({0, 0, distance * height}, holes));
+    }
+    return plates;
 }
 
 } // namespace samples

@@ -31,6 +31,8 @@ TopoDS_Shape makeGrip();
 /// with a bore along y.
 TopoDS_Shape makeBracket();
 TopoDS_Shape makeBlock(double length, double width, double height);
+/// Perforated plates on top of each other, with so many faces together.
+TopoDS_Shape makePlates(int faces);
 
 constexpr double handleLength = 110;
 constexpr double washerThickness = 2;

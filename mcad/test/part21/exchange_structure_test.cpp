@@ -17,6 +17,26 @@ Numbers numbersOf(const std::vector<Instance>& instances) {
     return numbers;
 }
 
+TEST(ExchangeStructure, IsWrittenWithoutInstancesAndReferencesToThem) {
+    const std::string kept = "#11=A('#2',(#7),(#8));";
+    const ExchangeStructure file(head + kept +
+                                 "#2=B(/*#9*/);#3=(C((#2,#7))D((#7,#2 , #4),(#2)));\n #4 = E(';');#7=F();"
+                                 "/*#4*/#8=G((#8,\n#4/*,*/));" +
+                                 end);
+    EXPECT_EQ(file.textWithout({file[4], file[2]}),
+              head + kept + "#3=(C((#7))D((#7),()));\n #7=F();/*#4*/#8=G((#8/*,*/));" + end);
+    const ExchangeStructure lists(head +
+                                  "#1=A(1,2,3,4,5,6,7,8,9,(),((1,2),(1,2,3,4,5,6,7,8,'(9,',(10,(11)),'),'),"
+                                  "(1,2,3,4,5,6,7,8/*,*/,(9),10)));" +
+                                  kept + end);
+    EXPECT_EQ(lists.textWithout({}, {lists[1]}),
+              head + "#1=A(1,2,3,4,5,6,7,8,9,(),((1,2),(1,2,3,4,5,6,7,8),(1,2,3,4,5,6,7,8/*,*/)));" + kept +
+                  end);
+    EXPECT_EQ(file[2].raw(), "B(/*#9*/)");
+    EXPECT_EQ(file[2].userCount(), 3);
+    EXPECT_EQ(file[9].userCount(), 0);
+}
+
 TEST(ExchangeStructure, FindsInstancesByNumberAndType) {
     const ExchangeStructure file(head +
                                  "#7 = POINT('a',(1.,2.));\n"

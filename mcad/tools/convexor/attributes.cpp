@@ -72,8 +72,7 @@ std::wstring Attributes::name(const TDF_Label& label) const {
     Handle(TDataStd_Name) attribute;
     if (!label.FindAttribute(TDataStd_Name::GetID(), attribute)) return {};
     std::wstring name = fromUtf16(attribute->Get());
-    // What the kernel, also when it wrote the file, calls an instance without a name.
-    return name.starts_with(L"=>[") ? std::wstring() : name;
+    return isMadeUp(name) ? std::wstring() : name;
 }
 
 ExcColor Attributes::color(const TDF_Label& label) const {

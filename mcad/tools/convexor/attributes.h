@@ -27,6 +27,8 @@ public:
 
     /// The name; empty for one that the kernel made up.
     std::wstring name(const TDF_Label& label) const;
+    /// Whether it is what the kernel, also when it wrote the file, calls an instance without a name.
+    static bool isMadeUp(const std::wstring& name) { return name.starts_with(L"=>["); }
     /// The colour in sRGB with channels 0 to 255, alpha only where the colour is not opaque; no colour at all
     /// where there is none. A part may have it from its faces, if all share one.
     ExcColor color(const TDF_Label& label) const;

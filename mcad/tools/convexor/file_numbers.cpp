@@ -5,8 +5,12 @@
 
 #include <IGESData_IGESEntity.hxx>
 #include <IGESData_IGESModel.hxx>
+#include <STEPControl_ActorRead.hxx>
 #include <StepBasic_ProductDefinition.hxx>
+#include <StepData_GlobalFactors.hxx>
 #include <StepData_StepModel.hxx>
+#include <StepRepr_Representation.hxx>
+#include <StepRepr_RepresentationContext.hxx>
 #include <StepShape_EdgeCurve.hxx>
 #include <StepShape_FaceSurface.hxx>
 #include <TopExp_Explorer.hxx>
@@ -82,6 +86,20 @@ productDefinitions(const Handle(XSControl_WorkSession) & session, const XCAFDoc_
         if (!label) label = labels.Seek(shape.Located(TopLoc_Location()));
         if (label) result.Bind(*label, numberOf(entity, session->Model()));
     });
+    return result;
+}
+
+std::unordered_map<std::uint64_t, double> lengthFactors(const Handle(XSControl_WorkSession) & session) {
+    const Handle(Interface_InterfaceModel) file = session->Model();
+    const Handle(Transfer_TransientProcess) process = session->TransferReader()->TransientProcess();
+    std::unordered_map<std::uint64_t, double> result;
+    for (int i = 1; i <= file->NbEntities(); ++i) {
+        const auto representation = Handle(StepRepr_Representation)::DownCast(file->Value(i));
+        if (representation.IsNull() || representation->ContextOfItems().IsNull()) continue;
+        STEPControl_ActorRead().PrepareUnits(representation, process);
+        result.emplace(static_cast<std::uint64_t>(numberOf(representation, file)),
+                       StepData_GlobalFactors::Intance().LengthFactor());
+    }
     return result;
 }
 

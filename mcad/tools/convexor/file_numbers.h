@@ -1,6 +1,9 @@
 // Which entity of the file became which shape.
 #pragma once
 
+#include <cstdint>
+#include <unordered_map>
+
 #include <NCollection_DataMap.hxx>
 #include <TDF_LabelMapHasher.hxx>
 #include <XCAFDoc_DataMapOfShapeLabel.hxx>
@@ -19,5 +22,8 @@ void addOrigins(const Handle(XSControl_WorkSession) & session, Origins& origins)
 /// @param labels of the shapes that the reader has put into the document
 NCollection_DataMap<TDF_Label, int, TDF_LabelMapHasher>
 productDefinitions(const Handle(XSControl_WorkSession) & session, const XCAFDoc_DataMapOfShapeLabel& labels);
+
+/// The millimetres of the unit of length of each representation in a STEP file, as the kernel converts it.
+std::unordered_map<std::uint64_t, double> lengthFactors(const Handle(XSControl_WorkSession) & session);
 
 } // namespace zeq::convexor

@@ -2,11 +2,11 @@
 #include "convexor/import_job.h"
 
 #include <memory>
+#include <unordered_map>
+#include <utility>
 
 #include <BRepTools.hxx>
 #include <Standard_Failure.hxx>
-#include <TopExp.hxx>
-#include <TopTools_IndexedMapOfShape.hxx>
 
 #include "convexor/assembly_scene.h"
 #include "convexor/attributes.h"
@@ -69,10 +69,7 @@ void addAnnotations(const ProductAnnotations& annotations, ExcVisualizationDataP
 int ImportJob::run(const InputFile& input) {
     const std::wstring name = wideText(input.path().filename().string());
     readContents(input);
-    m_model = readModel(input, m_settings, m_reporter);
-    if (m_isStep) m_model.lengthUnit = m_contents.lengthUnit;
-    m_reporter.beginPulse(L"Building the product structure");
-    m_structure = buildProductStructure(m_model, name, m_settings, m_contents.known);
+    readStructure(input, name);
     if (m_settings.miscData && m_settings.geometry) measureGeometry();
     sendStructure(name);
     int errors = m_model.errors;
@@ -85,6 +82,7 @@ int ImportJob::run(const InputFile& input) {
     if (isNamed && (m_settings.geometry || m_settings.display)) sendMappings();
     if (m_settings.rootDisplay) sendRootScene();
     sendReport();
+    m_reporter.logTimes();
     return errors;
 }
 
@@ -97,6 +95,31 @@ void ImportJob::readContents(const InputFile& input) {
         return;
     }
     sendMechanicalData(m_contents, m_channel);
+}
+
+void ImportJob::readStructure(const InputFile& input, const std::wstring& name) {
+    const step::SparedUsages spared = std::move(m_contents.spared);
+    if (const std::optional<InputFile> sparing = std::exchange(m_contents.sparing, std::nullopt)) {
+        std::string problem;
+        try {
+            return readStructure(*sparing, name, spared);
+        } catch (const std::runtime_error& error) {
+            problem = error.what();
+        } catch (const Standard_Failure& error) {
+            problem = error.GetMessageString();
+        }
+        m_reporter.log(ELogEventLevelType::information, L"Reading once more: " + wideText(problem));
+    }
+    readStructure(input, name, {});
+}
+
+void ImportJob::readStructure(const InputFile& input, const std::wstring& name,
+                              const step::SparedUsages& spared) {
+    m_model = readModel(input, m_settings, m_reporter);
+    if (m_isStep) m_model.lengthUnit = m_contents.lengthUnit;
+    if (!spared.byUser.empty()) m_model.origins.setLargest(static_cast<int>(m_contents.largestNumber));
+    m_reporter.beginPulse(L"Building the product structure");
+    m_structure = buildProductStructure(m_model, name, m_settings, m_contents.known, spared);
 }
 
 void ImportJob::sendStructure(const std::wstring& name) {
@@ -132,13 +155,34 @@ int ImportJob::forEachPart(const wchar_t* thing, ELogEventLevelType level, const
     return errors;
 }
 
+template <class Result>
+InOrder<Result> ImportJob::fromEachPart(Result (ImportJob::*work)(const Structure::Part&)) {
+    return {m_structure.parts.size(), !arePartsEntangled(),
+            [this, work](std::size_t index) { return (this->*work)(m_structure.parts[index]); }};
+}
+
+bool ImportJob::arePartsEntangled() const {
+    std::unordered_map<const TopoDS_TShape*, const Structure::Part*> owners;
+    bool result = false;
+    for (const Structure::Part& part : m_structure.parts)
+        part.numbering.forEach([&](const TopoDS_Shape& shape, int) {
+            result = result || owners.try_emplace(shape.TShape().get(), &part).first->second != &part;
+        });
+    return result;
+}
+
 void ImportJob::measureGeometry() {
     m_reporter.beginStage(L"Measuring geometry");
-    const auto measure = [this](const Structure::Part& part) {
-        ExcMiscPropertiesGroup figures = geometryFigures(part.shape, m_model.lengthUnit);
+    auto measured = fromEachPart(&ImportJob::measure);
+    const auto add = [&measured](const Structure::Part& part) {
+        ExcMiscPropertiesGroup figures = measured.next();
         if (!figures.properties().empty()) part.block->miscData().addGroup(std::move(figures));
     };
-    forEachPart(L"figures of its geometry", ELogEventLevelType::warning, measure);
+    forEachPart(L"figures of its geometry", ELogEventLevelType::warning, add);
+}
+
+ExcMiscPropertiesGroup ImportJob::measure(const Structure::Part& part) {
+    return geometryFigures(part.shape, m_model.lengthUnit);
 }
 
 int ImportJob::sendGeometry() {
@@ -146,8 +190,10 @@ int ImportJob::sendGeometry() {
     BuildNotes all;
     const auto send = [&](const Structure::Part& part) {
         BuildNotes notes;
-        const OwnedEntities entities(buildBody(part.shape, Numbering(part.shape, m_model.origins),
-                                               1 / m_model.lengthUnit.millimeters, &notes));
+        std::optional<timing::Lap> lap(std::in_place, m_reporter.watch(), L"Converting geometry");
+        const OwnedEntities entities(
+            buildBody(part.shape, part.numbering, 1 / m_model.lengthUnit.millimeters, &notes));
+        lap.reset();
         const auto report = [&](ELogEventLevelType level, const std::vector<std::string>& lines) {
             for (const std::string& line : lines)
                 m_reporter.log(level, L"Block '" + part.block->name() + L"': " + wideText(line));
@@ -201,34 +247,38 @@ int ImportJob::sendScenes() {
     const auto sendWhole = [&](const Structure::Part& part, const ExcVisualizationDataPtr& shape) {
         if (const ExcVisualizationDataPtr scene = complete(part, shape)) sendScene(*part.block, scene);
     };
+    auto shown = fromEachPart(&ImportJob::showShape);
     const auto send = [&](const Structure::Part& part) {
-        if (!m_settings.tessellation) return sendWhole(part, nullptr);
-        ExcVisualizationDataPtr shape;
+        ShownShape shape;
         try {
-            shape = showShape(part);
+            shape = shown.next();
         } catch (...) { // what else there is to show travels all the same
             sendWhole(part, nullptr);
             throw;
         }
-        sendWhole(part, shape);
+        for (const std::string& loss : shape.losses)
+            m_reporter.log(ELogEventLevelType::warning,
+                           L"Block '" + part.block->name() + L"': " + wideText(loss));
+        sendWhole(part, shape.scene);
     };
     return forEachPart(L"display data of its shape", ELogEventLevelType::error, send);
 }
 
-ExcVisualizationDataPtr ImportJob::showShape(const Structure::Part& part) {
+ImportJob::ShownShape ImportJob::showShape(const Structure::Part& part) {
+    if (!m_settings.tessellation) return {};
     const Fineness fineness = finenessFor(part.shape, m_settings.chord * m_model.lengthUnit.millimeters);
     if (!tessellateInTime(part.shape, fineness))
         throw std::runtime_error("the kernel finds no end in tessellating it");
-    std::vector<std::string> losses;
-    ExcVisualizationDataPtr scene = buildScene(part.shape, Numbering(part.shape, m_model.origins),
-                                               Attributes(m_model).appearance(part.label), fineness,
-                                               {m_model.lengthUnit, m_settings.hiddenEntities}, losses);
+    const auto look = [&] {
+        const std::lock_guard reading(m_document);
+        return Attributes(m_model).appearance(part.label);
+    };
+    ShownShape shown;
+    shown.scene = buildScene(part.shape, part.numbering, look(), fineness,
+                             {m_model.lengthUnit, m_settings.hiddenEntities}, shown.losses);
     BRepTools::Clean(part.shape);
-    if (scene && m_isStep) paint(*scene, m_contents.colors);
-    for (const std::string& loss : losses)
-        m_reporter.log(ELogEventLevelType::warning,
-                       L"Block '" + part.block->name() + L"': " + wideText(loss));
-    return scene;
+    if (shown.scene && m_isStep) paint(*shown.scene, m_contents.colors);
+    return shown;
 }
 
 ExcVisualizationDataPtr ImportJob::complete(const Structure::Part& part, ExcVisualizationDataPtr scene) {
@@ -241,9 +291,9 @@ ExcVisualizationDataPtr ImportJob::complete(const Structure::Part& part, ExcVisu
 }
 
 void ImportJob::sendMappings() {
+    m_reporter.watch().begin(L"Sending mappings");
     for (const Structure::Part& part : m_structure.parts) {
-        const auto mapping =
-            buildMapping(part.shape, Numbering(part.shape, m_model.origins), m_model.origins);
+        const auto mapping = buildMapping(part.shape, part.numbering, m_model.origins);
         if (!mapping) continue;
         const auto document = std::make_shared<ExcBlockMechanicalData>();
         document->setBlockId(part.block->id());
@@ -271,15 +321,13 @@ void ImportJob::sendRootScene() {
 
 void ImportJob::sendReport() {
     if (!m_isStep) return;
+    m_reporter.watch().begin(L"Accounting");
     LossReport& report = m_contents.report;
     std::set<std::uint64_t> unread(m_contents.faces.begin(), m_contents.faces.end());
-    for (const Structure::Part& part : m_structure.parts) {
-        const Numbering numbering(part.shape, m_model.origins);
-        TopTools_IndexedMapOfShape faces;
-        TopExp::MapShapes(part.shape, TopAbs_FACE, faces);
-        for (int i = 1; i <= faces.Extent(); ++i)
-            unread.erase(static_cast<std::uint64_t>(numbering.of(faces(i))));
-    }
+    for (const Structure::Part& part : m_structure.parts)
+        part.numbering.forEach([&unread](const TopoDS_Shape& shape, int number) {
+            if (shape.ShapeType() == TopAbs_FACE) unread.erase(static_cast<std::uint64_t>(number));
+        });
     report.addLost("faces", L"the kernel made no shape of it, or no product has it", unread);
     if (!m_settings.geometry)
         report.addLost("faces", LossReport::switchedOff, m_contents.faces.size() - unread.size());

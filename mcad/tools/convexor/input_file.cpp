@@ -45,14 +45,33 @@ InputFile::InputFile(const std::filesystem::path& path) : m_path(path), m_plainP
     if (isGzip(path)) unpack();
 }
 
-void InputFile::unpack() {
-    const auto require = [this](bool done) {
-        if (!done) cannotRead(m_path, std::generic_category().message(errno));
-    };
-    const std::unique_ptr<gzFile_s, int (*)(gzFile)> packed(::gzopen(m_path.c_str(), "rb"), ::gzclose);
-    require(packed != nullptr);
+InputFile::InputFile(const std::filesystem::path& path, std::string_view content) : m_path(path) {
+    openMemory();
+    write(content);
+}
+
+void InputFile::require(bool done) const {
+    if (!done) cannotRead(m_path, std::generic_category().message(errno));
+}
+
+void InputFile::openMemory() {
     m_unpacked = transport::Descriptor(::memfd_create("unpacked", MFD_CLOEXEC));
     require(m_unpacked.isOpen());
+    m_plainPath = "/proc/self/fd/" + std::to_string(m_unpacked.get());
+}
+
+void InputFile::write(std::string_view portion) {
+    while (!portion.empty()) {
+        const ssize_t count = ::write(m_unpacked.get(), portion.data(), portion.size());
+        require(count > 0);
+        portion.remove_prefix(static_cast<std::size_t>(count));
+    }
+}
+
+void InputFile::unpack() {
+    const std::unique_ptr<gzFile_s, int (*)(gzFile)> packed(::gzopen(m_path.c_str(), "rb"), ::gzclose);
+    require(packed != nullptr);
+    openMemory();
     std::array<char, 64 * 1024> portion;
     std::uintmax_t total = 0;
     for (;;) {
@@ -64,9 +83,8 @@ void InputFile::unpack() {
         if (count == 0) break;
         total += static_cast<std::uintmax_t>(count);
         if (total > mostBytes) cannotRead(m_path, "it unpacks to more than 8 GiB");
-        require(::write(m_unpacked.get(), portion.data(), static_cast<std::size_t>(count)) == count);
+        write({portion.data(), static_cast<std::size_t>(count)});
     }
-    m_plainPath = "/proc/self/fd/" + std::to_string(m_unpacked.get());
 }
 
 } // namespace zeq::convexor

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <stdexcept>
+#include <string_view>
 
 #include "transport/descriptor.h"
 
@@ -24,6 +25,8 @@ public:
     /// @throws ImportError for what the kernel would answer with a crash or a wrong reason, and for damaged
     ///         compression
     explicit InputFile(const std::filesystem::path& path);
+    /// The file that the host knows by that path, with another content.
+    InputFile(const std::filesystem::path& path, std::string_view content);
 
     /// As the host knows it.
     const std::filesystem::path& path() const { return m_path; }
@@ -32,6 +35,10 @@ public:
 
 private:
     void unpack();
+    /// Makes a nameless file of the memory for its content.
+    void openMemory();
+    void require(bool done) const;
+    void write(std::string_view portion);
 
     std::filesystem::path m_path;
     std::filesystem::path m_plainPath;

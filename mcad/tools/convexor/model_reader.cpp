@@ -197,8 +197,10 @@ Model read(Reader& reader, BasicReader& basicReader, const InputFile& input, Rep
 
     const Handle(XSControl_WorkSession) session = basicReader.WS();
     const Handle(Transfer_TransientProcess) process = session->TransferReader()->TransientProcess();
+    reporter.watch().begin(L"Checking the file");
     model.errors += reportChecks(session->ModelCheckList(), session->Model(), reporter) +
                     reportChecks(process->CheckList(Standard_False), session->Model(), reporter);
+    reporter.watch().begin(L"Relating shapes to the file");
     if (!isTransferred) cannotRead(input.path(), "none of its shapes could be translated");
     return model;
 }
@@ -251,6 +253,7 @@ Model readStep(const InputFile& input, const ImportSettings&, Reporter& reporter
     addOrigins(reader.Reader().WS(), model.origins);
     for (const auto& session : others.sessions) addOrigins(session, model.origins);
     model.products = productDefinitions(reader.Reader().WS(), reader.GetShapeLabelMap());
+    model.lengthFactors = lengthFactors(reader.Reader().WS());
     model.densityUnit = commonValue(file, massUnitIn);
     return model;
 }

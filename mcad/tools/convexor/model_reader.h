@@ -1,8 +1,10 @@
 // Reads CAD files into the kernel's document model.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include <NCollection_DataMap.hxx>
@@ -33,6 +35,8 @@ struct Model {
     /// The numbers of the instances that define the products in a STEP file, by the labels of parts and
     /// assemblies.
     NCollection_DataMap<TDF_Label, int, TDF_LabelMapHasher> products = {};
+    /// The millimetres of the units of length of representations in a STEP file, by their numbers.
+    std::unordered_map<std::uint64_t, double> lengthFactors = {};
 };
 
 /// The formats that readModel() understands.

@@ -45,6 +45,13 @@ public:
     template <class CopyOf>
     Numbering onCopy(const CopyOf& copyOf) const;
 
+    /// Calls `visit(shape, number)` for every face and edge.
+    template <class Visit>
+    void forEach(const Visit& visit) const {
+        for (TopTools_DataMapOfShapeInteger::Iterator each(m_numbers); each.More(); each.Next())
+            visit(each.Key(), each.Value());
+    }
+
     /// 0 for what has none.
     int of(const TopoDS_Shape& shape) const;
 
@@ -57,8 +64,9 @@ private:
 template <class CopyOf>
 Numbering Numbering::onCopy(const CopyOf& copyOf) const {
     Numbering result;
-    for (TopTools_DataMapOfShapeInteger::Iterator each(m_numbers); each.More(); each.Next())
-        result.bindParts(copyOf(each.Key()), each.Key().ShapeType(), each.Value());
+    forEach([&](const TopoDS_Shape& shape, int number) {
+        result.bindParts(copyOf(shape), shape.ShapeType(), number);
+    });
     return result;
 }
 

@@ -22,7 +22,15 @@ void Reporter::log(ELogEventLevelType level, const std::wstring& line) {
 
 void Reporter::message(const std::wstring& text) { m_channel.send(std::make_shared<ExcMessage>(text)); }
 
+void Reporter::logTimes() {
+    m_watch.end();
+    const std::wstring times = m_watch.text();
+    if (m_logLevel == ELogEventLevelType::verbose && !times.empty())
+        log(ELogEventLevelType::verbose, L"Times: " + times);
+}
+
 void Reporter::begin(const std::wstring& stage, bool pulse) {
+    m_watch.begin(stage);
     m_stage = stage;
     m_pulse = pulse;
     m_percent = 0;

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "convexor/channel.h"
+#include "timing/stopwatch.h"
 #include "zeq_api/format_options/common_options.h"
 
 namespace zeq::convexor {
@@ -32,6 +33,11 @@ public:
     /// A text for the user.
     void message(const std::wstring& text);
 
+    /// Measures the stages, and whatever within them is to be told by itself.
+    timing::Stopwatch& watch() { return m_watch; }
+    /// A log line with the times of the stages, only for who asks for all lines.
+    void logTimes();
+
 private:
     using Clock = std::chrono::steady_clock;
 
@@ -39,6 +45,7 @@ private:
     void sendProgress();
 
     Channel& m_channel;
+    timing::Stopwatch m_watch;
     ELogEventLevelType m_logLevel = ELogEventLevelType::unknown;
     std::wstring m_stage;
     bool m_pulse = false;

@@ -5,10 +5,12 @@
 #include <fstream>
 #include <iterator>
 #include <set>
+#include <utility>
 
 #include "convexor/text.h"
 #include "step/contents.h"
 #include "step/products.h"
+#include "step/spared_graphics.h"
 #include "step/tessellated_shapes.h"
 
 namespace zeq::convexor {
@@ -58,6 +60,7 @@ public:
         report.addLost(m_file.losses());
         for (const char* const kind : {"views", "materials", "layers", "properties"})
             report.closeAccount(kind);
+        m_contents.spared = step::findSparedUsages(m_file, m_products);
     }
 
 private:
@@ -190,6 +193,16 @@ StepContents readStepContents(const InputFile& input, const ImportSettings& sett
     StepContents contents;
     contents.lengthUnit = chooseLengthUnit(settings.lengthUnit, step::commonLengthUnit(structure), reporter);
     ContentsReader(structure, settings, contents).read();
+    contents.largestNumber = structure.largestNumber();
+    const std::vector<step::Instance> leftOut = std::exchange(contents.spared.leftOut, {});
+    const std::vector<step::Instance> shortened = step::findSparedGraphics(step::StepFile(structure, 1));
+    if (!leftOut.empty() || !shortened.empty())
+        contents.sparing.emplace(input.path(), structure.textWithout(leftOut, shortened));
+    if (!leftOut.empty())
+        reporter.log(ELogEventLevelType::information,
+                     L"The kernel is spared " + std::to_wstring(contents.spared.count) + L" of " +
+                         std::to_wstring(structure.count("NEXT_ASSEMBLY_USAGE_OCCURRENCE")) +
+                         L" usages of products");
     return contents;
 }
 

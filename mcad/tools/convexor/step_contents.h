@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <unordered_map>
 #include <vector>
 
@@ -14,6 +15,7 @@
 #include "convexor/reporter.h"
 #include "convexor/structure_builder.h"
 #include "step/part_data.h"
+#include "step/spared_usages.h"
 
 namespace zeq::convexor {
 
@@ -32,6 +34,10 @@ struct StepContents {
     std::vector<std::uint64_t> faces;                   ///< the numbers of those of boundary representations
     std::unordered_map<std::uint64_t, ExcColor> colors; ///< of faces and edges, by their numbers
     LossReport report; ///< with what the file holds, and what the text alone decides
+    /// What the kernel need not read, and the file without it; nothing where it has to read all.
+    step::SparedUsages spared;
+    std::optional<InputFile> sparing;
+    std::uint64_t largestNumber = 0; ///< of an instance
 };
 
 /// Reads the file as the settings want it.

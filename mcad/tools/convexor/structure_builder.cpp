@@ -2,14 +2,19 @@
 #include "convexor/structure_builder.h"
 
 #include <deque>
+#include <optional>
 #include <unordered_map>
 #include <unordered_set>
 
+#include <Geom_Axis2Placement.hxx>
+#include <Geom_Direction.hxx>
 #include <NCollection_DataMap.hxx>
+#include <Precision.hxx>
 #include <TDF_LabelMapHasher.hxx>
 #include <TDF_LabelSequence.hxx>
 #include <XCAFDoc_DocumentTool.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
+#include <gp_Ax3.hxx>
 #include <gp_Trsf.hxx>
 
 #include "convexor/attributes.h"
@@ -46,15 +51,49 @@ ExcTransformation placement(const gp_Trsf& trsf, const LengthUnit& unit) {
     return result;
 }
 
+/// Through the same classes as in the kernel's reader, each of which rounds.
+gp_Ax3 axes(const step::Axes& axes, double factor) {
+    const auto direction = [](const std::optional<step::Vec>& vector) {
+        std::optional<gp_Dir> result;
+        if (vector && step::length(*vector) > gp::Resolution())
+            result = Geom_Direction(vector->x, vector->y, vector->z).Dir();
+        return result;
+    };
+    const gp_Pnt origin(axes.origin.x * factor, axes.origin.y * factor, axes.origin.z * factor);
+    const gp_Dir axis = direction(axes.axis).value_or(gp::DZ());
+    const std::optional<gp_Dir> reference = direction(axes.reference);
+    const bool isWhole = reference && !axis.IsParallel(*reference, Precision::Angular());
+    return Geom_Axis2Placement(isWhole ? gp_Ax2(origin, axis, *reference) : gp_Ax2(origin, axis)).Ax2();
+}
+
+/// As the kernel computes it, to the last bit.
+gp_Trsf placement(const step::Usage& usage, const std::unordered_map<std::uint64_t, double>& lengthFactors) {
+    const auto from = lengthFactors.find(usage.from.representation);
+    const auto to = lengthFactors.find(usage.to.representation);
+    if (from == lengthFactors.end() || to == lengthFactors.end()) throw UnlikeUsages();
+    gp_Trsf result;
+    result.SetTransformation(axes(usage.to, to->second), axes(usage.from, from->second));
+    return result;
+}
+
+bool isSame(const gp_Trsf& a, const gp_Trsf& b) {
+    for (int row = 1; row <= 3; ++row)
+        for (int column = 1; column <= 4; ++column)
+            if (a.Value(row, column) != b.Value(row, column)) return false;
+    return true;
+}
+
 class StructureBuilder {
 public:
     StructureBuilder(const Model& model, const std::wstring& storageName, const ImportSettings& settings,
-                     const KnownProducts& products)
-        : m_document(model.document), m_lengthUnit(model.lengthUnit), m_attributes(model),
-          m_storageName(storageName), m_settings(settings), m_definitions(model.products),
-          m_products(products), m_lastId(products.size()) {}
+                     const KnownProducts& products, const step::SparedUsages& spared)
+        : m_document(model.document), m_origins(model.origins), m_lengthUnit(model.lengthUnit),
+          m_attributes(model), m_storageName(storageName), m_settings(settings),
+          m_definitions(model.products), m_products(products), m_spared(spared),
+          m_lengthFactors(model.lengthFactors), m_lastId(products.size()) {}
 
     Structure build() {
+        if (!m_spared.byUser.empty()) findLabels();
         m_product->setUnits(m_lengthUnit.type);
         TDF_LabelSequence roots;
         XCAFDoc_DocumentTool::ShapeTool(m_document->Main())->GetFreeShapes(roots);
@@ -96,9 +135,50 @@ private:
     void fill(const Pending& pending) {
         TDF_LabelSequence components;
         XCAFDoc_ShapeTool::GetComponents(pending.label, components);
-        for (const TDF_Label& component : components)
-            if (const auto reference = makeReference(component, pending.key))
-                pending.block->addBlockReference(reference);
+        const auto add = [&pending](const ExcBlockReferencePtr& reference) {
+            if (reference) pending.block->addBlockReference(reference);
+        };
+        const int* const definition = m_definitions.Seek(pending.label);
+        const auto usages = m_spared.byUser.find(static_cast<std::uint64_t>(definition ? *definition : 0));
+        if (usages == m_spared.byUser.end()) {
+            for (const TDF_Label& component : components) add(makeReference(component, pending.key));
+            return;
+        }
+        int next = 1;
+        for (const step::Usage& usage : usages->second) {
+            const auto part = m_labels.find(usage.part);
+            if (part == m_labels.end()) continue; // the kernel has made nothing of it
+            if (usage.isSpared) {
+                const std::wstring name = Attributes::isMadeUp(usage.name) ? std::wstring() : usage.name;
+                add(makeReference(part->second, name, placement(usage, m_lengthFactors), false, pending.key));
+                continue;
+            }
+            if (next > components.Length()) throw UnlikeUsages();
+            requireAlike(components(next), part->second, usage);
+            add(makeReference(components(next++), pending.key));
+        }
+        if (next <= components.Length()) throw UnlikeUsages();
+    }
+
+    /// The labels of products that spared usages may name.
+    void findLabels() {
+        for (decltype(Model::products)::Iterator each(m_definitions); each.More(); each.Next())
+            m_labels.try_emplace(static_cast<std::uint64_t>(each.Value()), each.Key());
+        for (const auto& [user, usages] : m_spared.byUser)
+            for (const step::Usage& usage : usages)
+                if (m_labels.contains(usage.part) && !m_labels.contains(user)) throw UnlikeUsages();
+    }
+
+    /// Whether the kernel has made of a usage that it was not spared what would be made of a spared one.
+    void requireAlike(const TDF_Label& component, const TDF_Label& part, const step::Usage& usage) const {
+        TDF_Label referred;
+        if (!XCAFDoc_ShapeTool::GetReferredShape(component, referred) || referred != part)
+            throw UnlikeUsages();
+        if (!usage.isPlain) return;
+        const gp_Trsf place = XCAFDoc_ShapeTool::GetLocation(component).Transformation();
+        const std::wstring name = Attributes::isMadeUp(usage.name) ? std::wstring() : usage.name;
+        if (m_attributes.name(component) != name || !isSame(place, placement(usage, m_lengthFactors)))
+            throw UnlikeUsages();
     }
 
     /// `label` is an instance of a block, or at the top level a block itself. Null if it is hidden and left
@@ -107,23 +187,30 @@ private:
         TDF_Label child = label;
         const bool isInstance = XCAFDoc_ShapeTool::GetReferredShape(label, child);
         const bool isHiddenInstance = isInstance && m_attributes.isHidden(label);
-        if (isHiddenInstance && !m_settings.hiddenEntities) return nullptr;
+        const auto reference = makeReference(child, isInstance ? m_attributes.name(label) : std::wstring(),
+                                             XCAFDoc_ShapeTool::GetLocation(label).Transformation(),
+                                             isHiddenInstance, parentKey);
+        if (reference && isInstance) {
+            if (const ExcColor color = m_attributes.color(label); color.hasRGB()) reference->setColor(color);
+            if (m_settings.miscData) m_attributes.addMiscData(label, false, reference->miscData());
+        }
+        return reference;
+    }
+
+    /// @param name of the instance; may be empty
+    ExcBlockReferencePtr makeReference(const TDF_Label& child, const std::wstring& name, const gp_Trsf& place,
+                                       bool isHidden, const std::wstring& parentKey) {
+        if (isHidden && !m_settings.hiddenEntities) return nullptr;
         const Known& known = know(child);
         if (!known.block) return nullptr;
 
         auto reference = std::make_shared<ExcBlockReference>();
         reference->setGuid(IExchangeObject::generateUUID());
         reference->setBlockId(known.block->id());
-        reference->setName(known.block->name());
-        reference->setTransformation(
-            placement(XCAFDoc_ShapeTool::GetLocation(label).Transformation(), m_lengthUnit));
+        reference->setName(name.empty() ? known.block->name() : name);
+        reference->setTransformation(placement(place, m_lengthUnit));
         reference->setColor(known.color);
-        reference->setHidden(known.hidden || isHiddenInstance);
-        if (isInstance) {
-            if (const std::wstring name = m_attributes.name(label); !name.empty()) reference->setName(name);
-            if (const ExcColor color = m_attributes.color(label); color.hasRGB()) reference->setColor(color);
-            if (m_settings.miscData) m_attributes.addMiscData(label, false, reference->miscData());
-        }
+        reference->setHidden(known.hidden || isHidden);
         reference->setPersistentName(reference->name());
         reference->setPersistentId(m_referenceKeys.make(parentKey + L"/" + reference->name()));
         return reference;
@@ -157,19 +244,28 @@ private:
             m_attributes.addMiscData(label, !product || product->hasMaterial, block->miscData());
         m_product->addBlock(block);
         if (block->isPart())
-            m_parts.push_back({block, XCAFDoc_ShapeTool::GetShape(label), label});
+            addPart(block, label);
         else
             m_pending.push_back({label, block, m_assemblyKeys.make(block->name())});
         return *m_known.Bound(label, {block, m_attributes.color(label), isHidden});
     }
 
+    void addPart(const ExcBlockPtr& block, const TDF_Label& label) {
+        const TopoDS_Shape shape = XCAFDoc_ShapeTool::GetShape(label);
+        m_parts.push_back({block, shape, label, Numbering(shape, m_origins)});
+    }
+
     const Handle(TDocStd_Document) m_document;
+    const Origins& m_origins;
     const LengthUnit m_lengthUnit;
     const Attributes m_attributes;
     const std::wstring m_storageName;
     const ImportSettings m_settings;
     const NCollection_DataMap<TDF_Label, int, TDF_LabelMapHasher>& m_definitions;
     const KnownProducts& m_products;
+    const step::SparedUsages& m_spared;
+    const std::unordered_map<std::uint64_t, double>& m_lengthFactors;
+    std::unordered_map<std::uint64_t, TDF_Label> m_labels; ///< by the numbers of product definitions
     std::unordered_set<std::uint64_t> m_takenIds;
     std::uint64_t m_lastId; ///< of those that are not given
 
@@ -184,8 +280,9 @@ private:
 } // namespace
 
 Structure buildProductStructure(const Model& model, const std::wstring& storageName,
-                                const ImportSettings& settings, const KnownProducts& products) {
-    return StructureBuilder(model, storageName, settings, products).build();
+                                const ImportSettings& settings, const KnownProducts& products,
+                                const step::SparedUsages& spared) {
+    return StructureBuilder(model, storageName, settings, products, spared).build();
 }
 
 } // namespace zeq::convexor

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -12,17 +13,19 @@
 
 #include "convexor/import_settings.h"
 #include "convexor/model_reader.h"
+#include "step/spared_usages.h"
 #include "zeq_api/exchange_structure/product_structure.h"
 
 namespace zeq::convexor {
 
 /// What a model becomes.
 struct Structure {
-    /// A block that is a part, its shape in millimetres, and its label in the document.
+    /// A block that is a part.
     struct Part {
         ExcBlockPtr block;
-        TopoDS_Shape shape;
-        TDF_Label label;
+        TopoDS_Shape shape; ///< in millimetres
+        TDF_Label label;    ///< in the document
+        Numbering numbering;
     };
 
     std::shared_ptr<ExcProductStructure> product;
@@ -39,6 +42,13 @@ struct KnownProduct {
 /// By the numbers of the definitions in the file.
 using KnownProducts = std::map<std::uint64_t, KnownProduct>;
 
+/// The kernel has not made of the usages that it read what the text says of them, so nothing can be said of those that
+/// it was spared.
+class UnlikeUsages : public std::runtime_error {
+public:
+    UnlikeUsages() : std::runtime_error("the kernel has made something else of the usages of products") {}
+};
+
 /// Builds the product structure of a model that was read from the file named `storageName`.
 ///
 /// Each distinct part or assembly is one block, however often it is placed. A block has the id that its product
@@ -48,7 +58,10 @@ using KnownProducts = std::map<std::uint64_t, KnownProduct>;
 /// in the parent, the rows of `affine` being the rows of that matrix. Persistent ids are made of names, so
 /// they stay the same when the file is imported again. Hidden instances that the settings leave out take with
 /// them the blocks that are placed nowhere else.
+/// @param spared usages that the model lacks
+/// @throws UnlikeUsages
 Structure buildProductStructure(const Model& model, const std::wstring& storageName,
-                                const ImportSettings& settings, const KnownProducts& products);
+                                const ImportSettings& settings, const KnownProducts& products,
+                                const step::SparedUsages& spared = {});
 
 } // namespace zeq::convexor

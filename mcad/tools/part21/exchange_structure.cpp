@@ -113,7 +113,9 @@ private:
             if (instances.empty() || instances.back() != nextIndex()) instances.push_back(nextIndex());
         }
         m_file.m_largest = std::max(m_file.m_largest, number);
-        m_file.m_entries.push_back({number, m_text.substr(body, m_at - 1 - body), firstType, firstTarget});
+        const auto place = [](std::size_t at) { return static_cast<std::uint32_t>(at); };
+        m_file.m_entries.push_back(
+            {number, place(begin), place(body), place(m_at - 1), firstType, firstTarget});
     }
 
     /// Reads types and references up to behind the semicolon; false when there is none before the next instance.
@@ -290,7 +292,9 @@ bool Instance::is(std::string_view type) const {
     return found && std::ranges::find(types, *found) != types.end();
 }
 
-bool Instance::isComplex() const { return m_file && m_file->m_entries[m_index].body.starts_with('('); }
+bool Instance::isComplex() const {
+    return m_file && m_file->bodyOf(m_file->m_entries[m_index]).starts_with('(');
+}
 
 std::vector<std::string_view> Instance::types() const {
     std::vector<std::string_view> result;
@@ -301,7 +305,7 @@ std::vector<std::string_view> Instance::types() const {
 
 List Instance::parameters(std::string_view type) const {
     if (!is(type)) return {};
-    const std::string_view body = m_file->m_entries[m_index].body;
+    const std::string_view body = m_file->bodyOf(m_file->m_entries[m_index]);
     for (std::size_t at = isComplex() ? 1 : 0; at < body.size();) {
         at = skipSpace(body, at);
         const std::size_t end = skipKeyword(body, at);
@@ -336,6 +340,12 @@ std::vector<Instance> Instance::users(std::string_view type) const {
     std::vector<Instance> result = users();
     std::erase_if(result, [type](const Instance& user) { return !user.is(type); });
     return result;
+}
+
+std::size_t Instance::userCount() const { return m_file ? m_file->usersOf(m_index).size() : 0; }
+
+std::string_view Instance::raw() const {
+    return m_file ? m_file->bodyOf(m_file->m_entries[m_index]) : std::string_view();
 }
 
 } // namespace zeq::part21

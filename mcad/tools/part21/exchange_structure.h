@@ -51,6 +51,10 @@ public:
     /// The instances that refer to this one, in the order of the file, each once.
     std::vector<Instance> users() const;
     std::vector<Instance> users(std::string_view type) const;
+    /// How often others refer to it, the same one more than once perhaps.
+    std::size_t userCount() const;
+    /// Its types and parameters as they stand in the file.
+    std::string_view raw() const;
 
 private:
     friend class ExchangeStructure;
@@ -86,6 +90,11 @@ public:
     /// The largest number of an instance.
     std::uint64_t largestNumber() const { return m_largest; }
 
+    /// The text without some instances and the references to them, which have to stand in lists.
+    /// @param shortened simple instances, of whose lists no more than the first eight elements stay
+    std::string textWithout(const std::vector<Instance>& leftOut,
+                            const std::vector<Instance>& shortened = {}) const;
+
     /// The parameters of an entity of the header, such as FILE_SCHEMA; none if it is not there.
     List header(std::string_view type) const;
     /// A sentence for each place that was passed over: "line 12: ...". At most 100.
@@ -97,11 +106,16 @@ private:
 
     struct Entry {
         std::uint64_t number;
-        std::string_view body;     ///< behind the equals sign
+        std::uint32_t begin;       ///< in the text, of its number
+        std::uint32_t body;        ///< behind the equals sign
+        std::uint32_t end;         ///< its semicolon
         std::uint32_t firstType;   ///< in m_typesOf
         std::uint32_t firstTarget; ///< in m_targets
     };
 
+    std::string_view bodyOf(const Entry& entry) const {
+        return std::string_view(m_text).substr(entry.body, entry.end - entry.body);
+    }
     std::span<const std::uint32_t> typesOf(std::uint32_t index) const;
     std::span<const std::uint32_t> targetsOf(std::uint32_t index) const;
     std::span<const std::uint32_t> usersOf(std::uint32_t index) const;

@@ -67,7 +67,8 @@ Contents readContents(const StepFile& file, const Products& products) {
     Contents contents;
     for (const Products::Product& product : products.all)
         if (!product.isAssembly) contents.parts.push_back(product.definition.number());
-    contents.instances = products.instances;
+    for (const Products::Usage& usage : products.usages)
+        contents.instances.push_back(usage.occurrence.number());
     contents.faces = Numbers(file).addAll(faceTypes).take();
     Numbers semantic(file);
     semantic.addAll(datumTypes).addAll(dimensionTypes).add("GEOMETRIC_TOLERANCE");

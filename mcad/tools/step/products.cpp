@@ -21,7 +21,7 @@ Products readProducts(const StepFile& file) {
         if (!user || !part) continue;
         uses[user.number()].push_back(part);
         used.insert(part.number());
-        products.instances.push_back(usage.number());
+        products.usages.push_back({usage, user, part});
     }
     const auto add = [&](const Instance& definition, bool isRoot) {
         if (!products.blockIds.try_emplace(definition.number(), products.all.size() + 1).second) return;

@@ -16,8 +16,14 @@ struct Products {
         bool isRoot;         ///< whether none uses it
     };
 
-    std::vector<Product> all;             ///< in the order of the blocks: level by level from the roots
-    std::vector<std::uint64_t> instances; ///< the numbers of the usage occurrences
+    struct Usage {
+        Instance occurrence; ///< a NEXT_ASSEMBLY_USAGE_OCCURRENCE
+        Instance user;       ///< a PRODUCT_DEFINITION
+        Instance part;       ///< another, which it uses
+    };
+
+    std::vector<Product> all;  ///< in the order of the blocks: level by level from the roots
+    std::vector<Usage> usages; ///< in the order of the file
     std::map<std::uint64_t, std::uint64_t> blockIds; ///< of the numbers of the definitions, from 1
 
     /// 0 for one that is not there.

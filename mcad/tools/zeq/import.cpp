@@ -143,6 +143,7 @@ void receive(const Host& host, const Request& request, Import& import) {
     import.bytes += converse(host, request, take);
     import.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     host.console.progress().finish();
+    host.console.note("times: " + text::printable(receiver.times()));
     if (!import.structure)
         throw Failure(exit_code::translatorBroken,
                       cannot("import", request.thing, "the translator sent no product structure"));

@@ -63,6 +63,7 @@ void Import::add(const std::shared_ptr<IExchangeObject>& object) {
 
 bool Receiver::take(const Document& document) {
     ++m_import.documents;
+    const timing::Lap lap(m_times, L"Receiving");
     switch (document.kind()) {
     case EDocument::exchangeObject:
         takeObject(document);
@@ -106,6 +107,7 @@ void Receiver::takeObject(const Document& document) {
     } else if (const auto geometry = std::dynamic_pointer_cast<ExcBlockGeometry>(object)) {
         takeGeometry(*geometry);
     } else {
+        m_times.begin(L"Counting contents");
         m_import.add(object);
     }
 }
@@ -124,18 +126,21 @@ void Receiver::writeImage(std::uint64_t blockId, const std::wstring& bufferName)
 void Receiver::takeGeometry(const ExcBlockGeometry& geometry) {
     const std::string block = "block " + std::to_string(geometry.blockId());
     OwnedEntities entities;
+    m_times.begin(L"Restoring geometry");
     if (!geometry.isLoaded() || !geometry.getGeometry(entities.list)) {
         const std::string fault = "the geometry of " + block + " cannot be restored";
         if (!m_import.facts) throw Failure(exit_code::translatorBroken, fault);
         return m_host.console.warning(fault); // there is still something to be seen
     }
     m_watch.setBlock(geometry.blockId());
+    m_times.begin(L"Checking and measuring geometry");
     if (m_import.facts) {
         m_import.facts->insert_or_assign(geometry.blockId(), brep::factsOf(entities.list, &m_watch));
         return;
     }
     const std::vector<std::string> faults =
         m_import.geometry.add(geometry.blockId(), entities.list, &m_watch);
+    m_times.begin(L"Relating entities");
     m_import.links.addGeometry(geometry.blockId(), entities.list);
     const std::string subject = "geometry of " + block + ": ";
     for (const std::string& fault : faults) m_host.console.warning(subject + fault);
@@ -145,6 +150,8 @@ void Receiver::takeGeometry(const ExcBlockGeometry& geometry) {
 void Receiver::load(IExchangeObject& object, const std::wstring& bufferName) {
     ++m_import.buffers;
     m_import.bytes += bufferSize(bufferName);
+    m_times.begin(dynamic_cast<const ExcBlockGeometry*>(&object) ? L"Loading geometry"
+                                                                 : L"Loading documents");
     try {
         if (m_host.report.isEnabled() && dynamic_cast<const ExcBlockGeometry*>(&object))
             keepImage(bufferName);

@@ -9,6 +9,7 @@
 
 #include "brep/facts.h"
 #include "scene/documents.h"
+#include "timing/stopwatch.h"
 #include "zeq/content_count.h"
 #include "zeq/contents_report.h"
 #include "zeq/conversation.h"
@@ -48,11 +49,15 @@ struct Import {
 /// Takes the documents of one import as they come.
 class Receiver {
 public:
-    Receiver(const Host& host, Import& import) : m_host(host), m_import(import), m_watch(host) {}
+    Receiver(const Host& host, Import& import) : m_host(host), m_import(import), m_watch(host) {
+        m_times.begin(L"Waiting");
+    }
 
     /// @return whether it was the answer
     /// @throws Failure with the reason alone
     bool take(const Document& document);
+    /// Where the time went so far.
+    std::wstring times() const { return m_times.text(); }
 
 private:
     void takeObject(const Document& document);
@@ -66,6 +71,7 @@ private:
     const Host& m_host;
     Import& m_import;
     GeometryWatch m_watch;
+    timing::Stopwatch m_times;
     std::set<std::wstring> m_unknownKinds; // each is told once
 };
 
