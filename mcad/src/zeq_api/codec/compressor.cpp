@@ -88,12 +88,12 @@ void zlibDecompress(Out& out, std::string_view data) {
 
 template <class Out>
 bool fastCompress(Out& out, std::string_view data) {
-    const auto levelBuffer = std::make_unique_for_overwrite<std::uint8_t[]>(ISAL_DEF_LVL3_DEFAULT);
+    const auto levelBuffer = std::make_unique_for_overwrite<std::uint8_t[]>(ISAL_DEF_LVL1_DEFAULT);
     const auto stream = std::make_unique_for_overwrite<isal_zstream>();
     isal_deflate_init(stream.get());
-    stream->level = 3;
+    stream->level = 1;
     stream->level_buf = levelBuffer.get();
-    stream->level_buf_size = ISAL_DEF_LVL3_DEFAULT;
+    stream->level_buf_size = ISAL_DEF_LVL1_DEFAULT;
     stream->gzip_flag = IGZIP_GZIP;
     const auto step = [&](bool isLast) {
         stream->end_of_stream = isLast;
