@@ -8,6 +8,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include "support/binary_form.h"
 #include "workloads.h"
 #include "zeq_api/codec/binary_json.h"
 #include "zeq_api/json/codecs.h"
@@ -97,9 +98,7 @@ BENCHMARK(sceneThroughDocuments)->Unit(benchmark::kMillisecond);
 /// Without compression and buffer: what the forms and Base64 take.
 void sceneToBytesAndBack(benchmark::State& state) {
     for (auto _ : state) {
-        std::string bytes;
-        zeq::json::ByteSink sink(bytes);
-        zeq::json::writeNested(*scene(), sink);
+        const std::string bytes = zeq::test::binaryForm(*scene());
         zeq::ExcBlockVisualization received;
         zeq::json::readNested(received, zeq::json::ByteView(bytes.data()));
         benchmark::DoNotOptimize(received.visualizationData());

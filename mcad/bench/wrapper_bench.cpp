@@ -7,6 +7,7 @@
 #include <benchmark/benchmark.h>
 
 #include "mp/shared_buffer.h"
+#include "support/binary_form.h"
 #include "workloads.h"
 #include "zeq_api/codec/binary_json.h"
 #include "zeq_api/json/codecs.h"
@@ -72,9 +73,7 @@ BENCHMARK(read)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMill
 void encodeAndDecodeDirectly(benchmark::State& state) {
     const auto sent = zeq::bench::structure(state.range(0));
     for (auto _ : state) {
-        std::string bytes;
-        zeq::json::ByteSink sink(bytes);
-        zeq::json::writeNested(*sent, sink);
+        const std::string bytes = zeq::test::binaryForm(*sent);
         zeq::ExcProductStructure received;
         if (zeq::json::ByteView::isExact(bytes.data(), bytes.size()))
             zeq::json::readNested(received, zeq::json::ByteView(bytes.data()));

@@ -149,8 +149,13 @@ void SharedBuffer<char>::setSize(unsigned long size) {
 
 void SharedBuffer<char>::setBuffer(const char* data, unsigned long size) {
     setSize(size);
+    write(data, size, 0);
+}
+
+void SharedBuffer<char>::write(const char* data, unsigned long size, unsigned long at) {
+    requireOpen();
     for (unsigned long done = 0; done < size;) {
-        const ssize_t count = ::pwrite(m_file, data + done, size - done, static_cast<off_t>(done));
+        const ssize_t count = ::pwrite(m_file, data + done, size - done, static_cast<off_t>(at + done));
         if (count >= 0) {
             done += static_cast<unsigned long>(count);
         } else if (errno != EINTR) {

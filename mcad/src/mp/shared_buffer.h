@@ -55,6 +55,10 @@ public:
     /// @throws SharedMemoryException as setSize(), or with the system's own error text
     void setBuffer(const char* data, unsigned long size);
 
+    /// Writes these bytes from there on, beyond the end too.
+    /// @throws SharedMemoryException before init(), or with the system's own error text
+    void write(const char* data, unsigned long size, unsigned long at);
+
     /// Fills `out` with all bytes of the object; makes it empty when the size is below 1 or cannot be read.
     /// @throws SharedMemoryException before init(), or with the system's own error text
     void get(std::vector<char>& out) const;

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "support/binary_form.h"
 #include "support/child_lists.h"
 #include "support/json_text.h"
 #include "support/log_capture.h"
@@ -145,9 +146,7 @@ TEST(Face, LetsBulkDataMove) {
     for (std::size_t i = 0; i < points.size(); ++i) points[i] = static_cast<float>(i) / 7;
     ExcVisuEdge edge;
     edge.setPoints(points);
-    std::string bytes;
-    json::ByteSink sink(bytes);
-    json::writeNested(edge, sink);
+    const std::string bytes = test::binaryForm(edge);
     JsonDocument document;
     edge.writeObject(document, document.GetAllocator());
     std::string expected;

@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "support/binary_form.h"
 #include "zeq_api/codec/binary_json.h"
 #include "zeq_api/json/codecs.h"
 
@@ -20,9 +21,7 @@ std::optional<std::string> outcomeOf(const json::FormInfo& form, Read read) {
     } catch (const std::invalid_argument& error) {
         return error.what();
     }
-    std::string direct;
-    json::ByteSink sink(direct);
-    json::writeNested(*object, sink);
+    const std::string direct = binaryForm(*object);
     JsonDocument document;
     object->writeObject(document, document.GetAllocator());
     std::string throughDocument;

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "mv_cvx/logger.h"
+#include "support/binary_form.h"
 #include "support/log_capture.h"
 #include "zeq_api/exchange_common/area.h"
 #include "zeq_api/exchange_structure/area.h"
@@ -131,13 +132,6 @@ std::string encoded(const JsonValue& value) {
     return bytes;
 }
 
-std::string writtenAsBytes(const IJsonObject& object) {
-    std::string bytes;
-    json::ByteSink sink(bytes);
-    json::writeNested(object, sink);
-    return bytes;
-}
-
 struct ReadRow {
     const char* claim;
     const wchar_t* text;
@@ -183,7 +177,7 @@ TEST(Form, ReadsAndWritesTheSameFromDocumentsAndFromBytes) {
         Grown fromDocument;
         fromDocument.readObject(text);
         EXPECT_EQ(encoded(written(fromDocument)), expected);
-        EXPECT_EQ(writtenAsBytes(fromDocument), expected);
+        EXPECT_EQ(test::binaryForm(fromDocument), expected);
 
         const std::string bytes = encoded(text);
         ASSERT_TRUE(json::ByteView::isExact(bytes.data(), bytes.size()));
@@ -229,7 +223,7 @@ TEST(Form, AClassWithoutAFormTakesPartThroughItsFunctions) {
     tree.held = std::make_shared<Foreign>();
     tree.leaves = {nullptr, std::make_shared<Foreign>()};
     const JsonDocument document = written(tree);
-    EXPECT_EQ(writtenAsBytes(tree), encoded(document));
+    EXPECT_EQ(test::binaryForm(tree), encoded(document));
     EXPECT_EQ(encoded(document[L"leaves"]), encoded(parse(LR"([{"foreign":true}])"))) << "null is no child";
 
     Foreign foreign;
@@ -240,10 +234,9 @@ TEST(Form, AClassWithoutAFormTakesPartThroughItsFunctions) {
 
 TEST(ByteSink, NumbersOfAnyTypeTakeTheirNarrowestKind) {
     const auto bytesOf = [](auto... numbers) {
-        std::string bytes;
-        json::ByteSink sink(bytes);
-        sink.array([&](auto& array) { (array.element([=](auto&& to) { to.value(numbers); }), ...); });
-        return bytes;
+        return test::bytesOf([&](json::ByteSink& sink) {
+            sink.array([&](auto& array) { (array.element([=](auto&& to) { to.value(numbers); }), ...); });
+        });
     };
     constexpr long long wide = INT_MAX;
     EXPECT_EQ(bytesOf(INT_MIN, INT_MAX, unsigned{INT_MAX}, UINT_MAX, LLONG_MIN, wide, wide + 1, LLONG_MAX,
@@ -251,6 +244,20 @@ TEST(ByteSink, NumbersOfAnyTypeTakeTheirNarrowestKind) {
               encoded(parse(LR"([-2147483648,2147483647,2147483647,4294967295,-9223372036854775808,2147483647,
                   2147483648,9223372036854775807,2147483647,4294967295,9223372036854775807,
                   9223372036854775808,18446744073709551615])")));
+}
+
+TEST(ByteSink, WritesAcrossTheEndsOfItsBlocks) {
+    std::vector<std::wstring> texts;
+    for (const std::size_t units : {1, 32'760, 5, 32'768, 200'000, 0, 3})
+        texts.emplace_back(units, static_cast<wchar_t>(L'a' + units % 26));
+    const std::string bytes = test::bytesOf(
+        [&texts](json::ByteSink& sink) { json::Codec<std::vector<std::wstring>>::give(sink, texts); });
+    JsonDocument document;
+    EXPECT_EQ(JsonBinaryIOImpl::decode(bytes.data(), bytes.size(), document, document.GetAllocator()),
+              bytes.size());
+    std::vector<std::wstring> back;
+    json::Codec<std::vector<std::wstring>>::take(json::DomView(document), back);
+    EXPECT_EQ(back, texts);
 }
 
 TEST(ByteView, AcceptsOnlyWholeValuesWithExactLengths) {

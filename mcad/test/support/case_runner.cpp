@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include "mp/serializable.h"
+#include "support/binary_form.h"
 #include "support/case_lines.h"
 #include "support/json_text.h"
 #include "support/log_capture.h"
@@ -44,9 +45,7 @@ public:
         json::readNested(*m_object, json::ByteView(bytes.data()));
     }
     void write(JsonDocument& document) const override {
-        std::string bytes;
-        json::ByteSink sink(bytes);
-        json::writeNested(*m_object, sink);
+        const std::string bytes = binaryForm(*m_object);
         EXPECT_EQ(JsonBinaryIO::decode(bytes.data(), bytes.size(), document, document.GetAllocator()),
                   bytes.size());
     }

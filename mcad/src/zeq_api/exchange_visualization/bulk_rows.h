@@ -46,13 +46,13 @@ void takeBase64(const View& string, std::vector<T>& out) {
     out.resize(bytes / sizeof(T));
 }
 
-template <BulkElement T, class Sink>
-void giveBase64(Sink& sink, const std::vector<T>& values) {
-    const std::size_t size = values.size() * sizeof(T);
-    const char* const source = reinterpret_cast<const char*>(values.data());
+/// Writes `size` bytes; where they are, `source()` says when they are wanted.
+template <class Sink, class Source>
+void giveBase64(Sink& sink, std::size_t size, Source&& source) {
     sink.text(Base64::encodedSize(size), [&](char* to, std::size_t first, std::size_t count) {
         const std::size_t from = first / 4 * 3; // a part begins with a whole group
-        Base64::encodeUnits(to, source + from, std::min(count / 4 * 3, size - from));
+        Base64::encodeUnits(to, reinterpret_cast<const char*>(source()) + from,
+                            std::min(count / 4 * 3, size - from));
     });
 }
 
@@ -77,7 +77,10 @@ struct Bulk {
     template <class Sink>
     void write(const This& object, Sink& sink) const {
         const std::vector<T>& values = object.*member;
-        if (!values.empty()) sink.member(key, [&values](auto&& to) { giveBase64(to, values); });
+        if (values.empty()) return;
+        sink.member(key, [&values](auto&& to) {
+            giveBase64(to, values.size() * sizeof(T), [&values] { return values.data(); });
+        });
     }
     json::MemberShape describe() const { return {key, json::bulkShape(numberShape<T>()), false}; }
 };

@@ -31,24 +31,49 @@ void ByteSink::value(unsigned long long v) {
     number(Tag::uint64, v);
 }
 
-void ByteSink::value(std::wstring_view v) {
-    number(Tag::string, static_cast<Length>(v.size()));
-    m_out->append(reinterpret_cast<const char*>(v.data()), v.size() * sizeof(wchar_t));
+ByteSink::ByteSink(const ByteLayout& layout, Output output)
+    : m_layout(&layout), m_output(std::move(output)), m_block(new char[blockSize]), m_next(m_block.get()),
+      m_end(m_next + blockSize) {}
+
+void ByteSink::dom(const JsonValue& value) { JsonBinaryIOImpl::write(value, *this); }
+
+void ByteSink::keep(const JsonValue& value) {
+    JsonBinaryIOImpl::encode(value, m_counted->foreign.emplace_back());
 }
 
-void ByteSink::dom(const JsonValue& value) { JsonBinaryIOImpl::encode(value, *m_out); }
-
-std::size_t ByteSink::open(Tag kind) {
-    number(kind, Length{0});
-    return m_out->size();
+void ByteSink::writeKept() {
+    const std::string& kept = m_counted ? m_counted->foreign.back() : m_layout->foreign.at(m_nextForeign++);
+    bytes(kept.data(), kept.size());
 }
 
-void ByteSink::close(std::size_t body) {
-    const Length length = m_out->size() - body;
-    std::memcpy(m_out->data() + body - sizeof length, &length, sizeof length);
+ByteSink::Body ByteSink::open(Tag kind) {
+    if (m_counted) {
+        const Body body = nextBody();
+        m_counted->lengths.push_back(0);
+        m_counted->size = body.start;
+        return body;
+    }
+    number(kind, m_layout->lengths.at(m_nextLength++));
+    return {};
 }
 
-std::size_t ByteSink::nextBody() const { return m_out->size() + headSize; }
+ByteSink::Body ByteSink::nextBody() const { return {m_layout->lengths.size(), m_layout->size + headSize}; }
+
+void ByteSink::piecewise(const char* from, std::size_t size) {
+    while (size != 0) {
+        if (m_next == m_end) flush();
+        const std::size_t piece = std::min(size, static_cast<std::size_t>(m_end - m_next));
+        std::memcpy(m_next, from, piece);
+        m_next += piece;
+        from += piece;
+        size -= piece;
+    }
+}
+
+void ByteSink::flush() {
+    m_output(m_block.get(), static_cast<std::size_t>(m_next - m_block.get()));
+    m_next = m_block.get();
+}
 
 bool ByteView::isExact(const char* data, std::size_t size) {
     struct Container {

@@ -246,7 +246,7 @@ void readMembers(typename JsonForm::This& object, Members& members) {
 
 template <class JsonForm, class Sink>
 void writeMembers(const typename JsonForm::This& object, Sink& sink) {
-    traceWrite(JsonForm::form.head);
+    if (sink.logs()) traceWrite(JsonForm::form.head);
     JsonForm::form.forEach([&]<class Row>(const Row& row) {
         if constexpr (isBase<Row>)
             [&]<class Base>(const BaseRow<Base>&) {
@@ -280,7 +280,7 @@ void readForm(typename JsonForm::This& object, const View& view) {
 template <class JsonForm, class Sink>
 void writeForm(const typename JsonForm::This& object, Sink& sink) {
     if constexpr (std::remove_cvref_t<decltype(JsonForm::form)>::isWhole) {
-        traceWrite(JsonForm::form.head);
+        if (sink.logs()) traceWrite(JsonForm::form.head);
         JsonForm::form.forEach([&](const auto& row) { writeWhole(object, sink, row); });
     } else {
         bool isNull = false;
@@ -288,7 +288,7 @@ void writeForm(const typename JsonForm::This& object, Sink& sink) {
             if constexpr (ObjectState<std::remove_cvref_t<decltype(row)>>) isNull = !(object.*row.isSet)();
         });
         if (isNull) {
-            traceWrite(JsonForm::form.head);
+            if (sink.logs()) traceWrite(JsonForm::form.head);
             sink.null();
         } else {
             sink.object([&object](auto& to) { writeMembers<JsonForm>(object, to); });

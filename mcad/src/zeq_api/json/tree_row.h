@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -60,8 +61,8 @@ template <class This>
 struct OpenArray {
     const std::vector<std::shared_ptr<This>>* children;
     std::size_t next;
-    std::size_t body;
-    std::size_t objectBody; ///< 0 for the outermost object, which its own writer ends
+    ByteSink::Body body;
+    std::optional<ByteSink::Body> objectBody; ///< not of the outermost object, which its own writer ends
 };
 
 } // namespace detail
@@ -132,17 +133,17 @@ struct Tree {
         const detail::Worklist<detail::OpenArray<This>> worklist;
         auto& open = worklist.pending();
         sink.value(key);
-        open.push_back({&(object.*list), 0, sink.open(Tag::array), 0});
+        open.push_back({&(object.*list), 0, sink.open(Tag::array), {}});
         if (!worklist.isOutermost()) return;
         while (!open.empty()) {
             const std::size_t depth = open.size();
             auto& array = open.back();
             if (array.next == array.children->size()) {
                 sink.close(array.body);
-                if (array.objectBody != 0) sink.close(array.objectBody);
+                if (array.objectBody) sink.close(*array.objectBody);
                 open.pop_back();
             } else if (const auto& child = (*array.children)[array.next++]) {
-                const std::size_t body = sink.nextBody();
+                const ByteSink::Body body = sink.nextBody();
                 writeNested(*child, sink);
                 if (open.size() > depth) open.back().objectBody = body; // it is not at its end yet
             }
