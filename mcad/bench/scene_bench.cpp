@@ -100,7 +100,7 @@ void sceneToBytesAndBack(benchmark::State& state) {
     for (auto _ : state) {
         const std::string bytes = zeq::test::binaryForm(*scene());
         zeq::ExcBlockVisualization received;
-        zeq::json::readNested(received, zeq::json::ByteView(bytes.data()));
+        zeq::test::readDirectly(received, bytes);
         benchmark::DoNotOptimize(received.visualizationData());
     }
     state.SetBytesProcessed(state.iterations() * arrayBytes());

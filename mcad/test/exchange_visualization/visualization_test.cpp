@@ -153,8 +153,10 @@ TEST(Face, LetsBulkDataMove) {
     JsonBinaryIO::encode(document, expected);
     EXPECT_EQ(bytes, expected);
     ExcVisuEdge back;
-    json::readNested(back, json::ByteView(bytes.data()));
-    EXPECT_EQ(back.points(), points);
+    for (const std::size_t windowSize : {0, 1, 100, 10'000}) {
+        ASSERT_TRUE(test::readDirectly(back, bytes, windowSize)) << windowSize;
+        EXPECT_EQ(back.points(), points);
+    }
 }
 
 TEST(Node, IsClonedWithMeshesOfItsOwn) {

@@ -92,9 +92,13 @@ void Compressor::compress(const Output& output, const std::function<void(const O
     encoder->finish();
 }
 
-void Compressor::decompress(std::vector<char>& out, const char* data, std::size_t size) {
+void detail::traceDecompression() {
     trace(__LINE__,
           "static void zeq::Compressor::decompress(std::vector<byte> &, const byte *, std::size_t)");
+}
+
+void Compressor::decompress(std::vector<char>& out, const char* data, std::size_t size) {
+    detail::traceDecompression();
     decompressInto(out, {data, size});
 }
 

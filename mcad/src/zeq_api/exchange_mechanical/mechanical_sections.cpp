@@ -33,15 +33,31 @@ ExcEntityDataPtr entityDataIn(const View& data) {
     return readSection<ExcEntityData>(data, L"entity_data");
 }
 
-template <class View>
-void readSections(ExcRootMechanicalData& root, const View& data) {
+void readSections(ExcRootMechanicalData& root, const json::DomView& data) {
     if (auto pmi = pmiDataIn(data)) root.setPMIData(std::move(pmi));
 }
-template <class View>
-void readSections(ExcBlockMechanicalData& block, const View& data) {
+void readSections(ExcBlockMechanicalData& block, const json::DomView& data) {
     if (auto pmi = pmiDataIn(data)) block.setPMIData(std::move(pmi));
     if (auto mapping = mappingDataIn(data)) block.setMappingData(std::move(mapping));
     if (auto entities = entityDataIn(data)) block.setEntityData(std::move(entities));
+}
+
+/// The same, from the members as they come: of each name there is one, or the object could not be read this way.
+template <class Section, class Data>
+void takeSection(const json::ByteView& value, Data& data, void (Data::*set)(std::shared_ptr<Section>)) {
+    std::shared_ptr<Section> section;
+    if (json::Codec<std::shared_ptr<Section>>::take(value, section)) (data.*set)(std::move(section));
+}
+template <class Data>
+void readSections(Data& data, const json::ByteView& view) {
+    if (view.kind() != json::Kind::object) return;
+    view.forEachMember([&data](const std::wstring& key, const json::ByteView& value) {
+        if (key == L"pmi_data") takeSection(value, data, &Data::setPMIData);
+        if constexpr (std::is_same_v<Data, ExcBlockMechanicalData>) {
+            if (key == L"mapping_data") takeSection(value, data, &Data::setMappingData);
+            if (key == L"entity_data") takeSection(value, data, &Data::setEntityData);
+        }
+    });
 }
 
 } // namespace
@@ -60,9 +76,9 @@ void loadWithSections(IExchangeObject& object) {
     json::trace(area::exchangeMechanical, "void zeq::loadWithSections(IExchangeObject &)");
     const auto load = [](auto& data) {
         if (data.isLoaded() || data.source().empty()) return;
-        detail::takeContent(data.source(), [&data](const auto& view) {
-            json::readNested(data, view);
-            readSections(data, view);
+        detail::takeContent(data.source(), data, [&data](auto& content) {
+            content.pass([&data](const auto& view) { json::readNested(data, view); });
+            content.pass([&data](const auto& view) { readSections(data, view); });
         });
         data.setLoaded();
     };

@@ -40,10 +40,17 @@ json::Shape numberShape() {
 /// Replaces the values by those that the text encodes; a last, incomplete one is dropped.
 template <BulkElement T, class View>
 void takeBase64(const View& string, std::vector<T>& out) {
-    const json::Units text = string.units();
-    out.resize((Base64::decodedSize(text.count) + 2) / sizeof(T) + 1);
-    const auto [bytes, units] = Base64::decodeUnits(out.data(), text.bytes, text.count);
-    out.resize(bytes / sizeof(T));
+    out.resize((Base64::decodedSize(string.textSize()) + 2) / sizeof(T) + 1);
+    std::size_t size = 0;
+    bool goesOn = true; // until there is a foreign character
+    string.forEachPiece([&](const json::Units& text) {
+        if (!goesOn) return;
+        const auto [bytes, units] =
+            Base64::decodeUnits(reinterpret_cast<char*>(out.data()) + size, text.bytes, text.count);
+        size += bytes;
+        goesOn = units == text.count;
+    });
+    out.resize(size / sizeof(T));
 }
 
 /// Writes `size` bytes; where they are, `source()` says when they are wanted.
@@ -100,7 +107,7 @@ struct Numbers {
     template <class Members>
     void read(This& object, Members& members) const {
         const auto value = members.find(key);
-        if (!value || value->kind() != json::Kind::array || value->size() == 0) return;
+        if (!value || value->kind() != json::Kind::array || value->isEmpty()) return;
         takeNumbers(*value, object.*member);
     }
     template <class Sink>

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "zeq_api/json/binary_format.h"
+#include "zeq_api/json/byte_source.h"
 #include "zeq_api/json/dom_model.h"
 
 namespace zeq::json {
@@ -178,80 +179,170 @@ void encode(const ByteSink::Output& output, Write&& write) {
     writing.flush();
 }
 
-/// Reads one value of a byte stream that isExact() has accepted.
+/// Reads the next value of a byte source, once, from front to back. Whoever visits it may leave it unread.
 class ByteView {
 public:
-    explicit ByteView(const char* at) : m_at(at) {}
+    explicit ByteView(ByteSource& source)
+        : m_source(&source), m_start(source.position()), m_tag(source.tag()) {}
 
-    /// Whether the bytes begin with one whole value in which every length is exact and every member name a
-    /// string. Whatever else the binary form tolerates goes through the document model.
-    static bool isExact(const char* data, std::size_t size);
-
-    Kind kind() const;
+    Kind kind() const {
+        constexpr Kind kinds[tagCount] = {Kind::null,   Kind::boolean, Kind::boolean, Kind::object,
+                                          Kind::array,  Kind::string,  Kind::number,  Kind::number,
+                                          Kind::number, Kind::number,  Kind::number};
+        return kinds[static_cast<unsigned char>(m_tag)];
+    }
     bool take(bool& out) const;
     bool take(int& out) const;
     bool take(unsigned& out) const;
     bool take(long long& out) const;
     bool take(unsigned long long& out) const;
-    bool take(double& out) const;
+    bool take(double& out) const {
+        if (m_tag != Tag::real) return false;
+        take<double>(out);
+        return true;
+    }
     bool take(std::wstring& out) const;
+    bool take(Units& out) const;
 
+    /// The number of units of a string.
+    std::size_t textSize() const { return at().length(sizeof(wchar_t)); }
+    template <class Visit>
+    void forEachPiece(Visit&& visit) const {
+        const std::uint64_t count = textSize();
+        m_source->skip(headSize);
+        m_source->units(count, [&visit](const char* bytes, std::size_t n) { visit(Units{bytes, n}); });
+    }
+
+    /// Of a small array, which is not read by this.
     std::size_t size() const;
-    Units units() const { return {body(), static_cast<std::size_t>(load<unsigned long long>())}; }
+    bool isEmpty() const { return at().length() == 0; }
+    /// A string member of a small object, which is not read by this.
+    bool takeMember(std::wstring_view key, std::wstring& out) const;
 
     template <class Visit>
-    void forEach(Visit&& visit) const {
-        const char* const end = next();
-        for (const char* at = body(); at != end;) {
-            const ByteView element(at);
-            if (!visit(element)) return;
-            at = element.next();
-        }
-    }
-
-    /// The same look-up as DomMembers.
-    class Members {
-    public:
-        Members(const char* begin, const char* end) : m_next(begin), m_end(end) {}
-        std::optional<ByteView> find(std::wstring_view key);
-
-    private:
-        const char* m_next;
-        const char* m_end;
-    };
-    Members members() const { return {body(), next()}; }
-
+    void forEach(Visit&& visit) const;
     template <class Visit>
-    void forEachMember(Visit&& visit) const {
-        const char* const end = next();
-        for (const char* at = body(); at != end;) {
-            const ByteView name(at);
-            const ByteView value(name.next());
-            std::wstring key;
-            name.take(key);
-            visit(std::move(key), value);
-            at = value.next();
-        }
+    void forEachMember(Visit&& visit) const;
+
+    class Members;
+    Members members() const;
+    struct Visited;
+
+    /// Enters an object or array whose content is read by other means, and says where it ends.
+    std::uint64_t enter() const {
+        const std::uint64_t size = at().length();
+        m_source->skip(headSize);
+        return m_source->position() + size;
     }
+    ByteSource& source() const { return *m_source; }
 
     /// Builds the value of the document model.
     const JsonValue& dom(JsonDocument& scratch) const;
 
 private:
-    Tag tag() const { return static_cast<Tag>(*m_at); }
-    template <class T>
-    T load(std::size_t offset = 1) const {
-        T v;
-        std::memcpy(&v, m_at + offset, sizeof v);
-        return v;
+    static constexpr std::size_t headSize = 1 + sizeof(std::uint64_t);
+
+    ByteSource& at() const {
+        if (m_source->position() != m_start) throw NotInOnePass{};
+        return *m_source;
+    }
+    template <class Number>
+    void take(Number& out) const {
+        std::memcpy(&out, at().need(1 + sizeof out) + 1, sizeof out);
+        m_source->skip(1 + sizeof out);
     }
     template <class Integer>
     bool takeInteger(Integer& out) const;
-    const char* body() const { return m_at + 9; }
-    /// The byte after this value.
-    const char* next() const;
+    /// All of the body of a small object or array.
+    ByteSource body() const;
 
-    const char* m_at;
+    ByteSource* m_source;
+    std::uint64_t m_start;
+    Tag m_tag;
 };
+
+/// A value, and a way past it however much of it was read.
+struct ByteView::Visited {
+    explicit Visited(ByteSource& source)
+        : view(source), end(view.m_tag == Tag::object ? view.m_start + headSize + source.length() : 0) {}
+    void leave() const {
+        const std::uint64_t position = view.m_source->position();
+        if (position == view.m_start)
+            view.m_source->passValue();
+        else if (end != 0 && position != end) // there are members that nobody asked for
+            throw NotInOnePass{};
+    }
+
+    ByteView view;
+    std::uint64_t end; ///< only of an object, which may be left half read
+};
+
+template <class Visit>
+void ByteView::forEach(Visit&& visit) const {
+    const std::uint64_t end = enter();
+    for (bool goesOn = true; m_source->position() < end;) {
+        const Visited element(*m_source);
+        if (goesOn) goesOn = visit(element.view);
+        element.leave();
+    }
+    if (m_source->position() != end) throw NotInOnePass{};
+}
+
+template <class Visit>
+void ByteView::forEachMember(Visit&& visit) const {
+    const std::uint64_t end = enter();
+    while (m_source->position() < end) {
+        std::wstring key;
+        if (!ByteView(*m_source).take(key)) throw NotInOnePass{};
+        const Visited value(*m_source);
+        visit(std::move(key), value.view);
+        value.leave();
+    }
+    if (m_source->position() != end) throw NotInOnePass{};
+}
+
+/// Looks members up in the order of the document. A name that does not come next counts as missing: if it is there
+/// after all, something is left over at the end, and finish() throws.
+class ByteView::Members {
+public:
+    Members(ByteSource& source, std::uint64_t end) : m_source(&source), m_end(end) {}
+
+    std::optional<ByteView> find(std::wstring_view key) {
+        settle();
+        if (m_source->position() == m_end) return std::nullopt;
+        if (m_source->tag() != Tag::string) throw NotInOnePass{};
+        if (m_source->length(sizeof(wchar_t)) != key.size()) return std::nullopt;
+        const std::size_t size = key.size() * sizeof(wchar_t);
+        if (std::memcmp(m_source->need(headSize + size) + headSize, key.data(), size) != 0)
+            return std::nullopt;
+        m_source->skip(headSize + size);
+        m_last.emplace(*m_source);
+        return m_last->view;
+    }
+    /// To be called when all members were asked for.
+    void finish() {
+        if (m_isLeftOpen) return;
+        settle();
+        if (m_source->position() != m_end) throw NotInOnePass{};
+    }
+    /// For a row that goes on with the last member when all others are done: where the object then ends.
+    std::uint64_t leaveOpen() {
+        m_isLeftOpen = true;
+        return m_end;
+    }
+
+private:
+    void settle() {
+        if (m_last) m_last->leave();
+        m_last.reset();
+    }
+
+    ByteSource* m_source;
+    std::uint64_t m_end;
+    std::optional<Visited> m_last;
+    bool m_isLeftOpen = false;
+};
+
+inline ByteView::Members ByteView::members() const { return {*m_source, enter()}; }
 
 } // namespace zeq::json

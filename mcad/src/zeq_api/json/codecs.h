@@ -90,9 +90,9 @@ template <NamedEnum E>
 struct Codec<E> {
     template <class View>
     static bool take(const View& view, E& out) {
-        std::wstring name;
+        Units name;
         if (!view.take(name)) return false;
-        out = enumFromString<E>(name);
+        out = static_cast<E>(enumTable(E{}).valueOf(name.bytes, name.count));
         return true;
     }
     template <class Sink>
