@@ -15,12 +15,16 @@ ILogger*& ofThisThread() {
 
 HeldLog::HeldLog() : m_outer(ofThisThread()) { ofThisThread() = this; }
 
-HeldLog::~HeldLog() { ofThisThread() = m_outer; }
+HeldLog::~HeldLog() { stop(); }
+
+void HeldLog::stop() {
+    if (!std::exchange(m_isOver, true)) ofThisThread() = m_outer;
+}
 
 ILogger* HeldLog::active() { return ofThisThread(); }
 
 void HeldLog::release() {
-    ofThisThread() = m_outer;
+    stop();
     ILogger* const logger = LoggerHolder::logger();
     for (const auto& [level, text] : std::exchange(m_lines, {})) {
         if (!logger) break;

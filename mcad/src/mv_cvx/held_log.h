@@ -19,6 +19,9 @@ public:
     HeldLog& operator=(const HeldLog&) = delete;
     ~HeldLog() override;
 
+    /// Keeps nothing more.
+    void stop();
+    /// The same, and passes on what was kept.
     void release();
 
     /// The one that keeps the lines of this thread; null without one.
@@ -33,6 +36,7 @@ private:
     void endl() override;
 
     ILogger* m_outer;
+    bool m_isOver = false;
     int m_level = 0;
     std::ostringstream m_line;
     std::vector<std::pair<int, std::string>> m_lines;
