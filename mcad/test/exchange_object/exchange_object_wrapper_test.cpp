@@ -331,7 +331,7 @@ Outcome outcomeOfTheWhole(const std::string& bytes) {
 
 Outcome outcomeOfLoading(const std::string& bytes) {
     const Buffer buffer(bytes);
-    const Outcome outcome = outcomeOf([&buffer](ExcProductStructure& object) {
+    Outcome outcome = outcomeOf([&buffer](ExcProductStructure& object) {
         object.setSource(buffer.name());
         object.load();
     });
