@@ -8,56 +8,16 @@
 
 #include <benchmark/benchmark.h>
 
+#include "support/binary_form.h"
+#include "workloads.h"
 #include "zeq_api/codec/binary_json.h"
 #include "zeq_api/json/codecs.h"
 #include "zeq_api/zeq_api.h"
 
 namespace {
 
-constexpr int meshes = 100;
-constexpr int triangles = 10'000;
-
-/// A wavy sheet of triangles with normals, one face a mesh, one polygon a triangle.
-zeq::ExcVisuFacePtr sheet(int number) {
-    constexpr int side = 71; // 2 * 70 * 71.4 triangles
-    std::vector<float> vertices;
-    std::vector<float> normals;
-    for (int y = 0; y <= side; ++y)
-        for (int x = 0; x <= side + 1; ++x) {
-            const auto at = static_cast<float>(x * 37 + y * 11 + number) / 100;
-            vertices.insert(vertices.end(),
-                            {static_cast<float>(x) / 7, static_cast<float>(y) / 3, at * (2 - at)});
-            normals.insert(normals.end(), {at / 50, 1 - at / 50, 0.5F});
-        }
-    std::vector<zeq::ExcVisuFace::Polygon> polygons;
-    for (int i = 0; i < triangles; ++i) {
-        const int corner = i / 2 % (side * (side + 1));
-        polygons.push_back({4, {corner, corner + 1 + i % 2, corner + side + 2}});
-    }
-    auto face = std::make_shared<zeq::ExcVisuFace>();
-    face->setVertices(std::move(vertices));
-    face->setNormals(std::move(normals));
-    face->setPolygons(std::move(polygons));
-    face->setMechanicalId(std::to_wstring(number));
-    return face;
-}
-
 const std::shared_ptr<zeq::ExcBlockVisualization>& scene() {
-    static const auto made = [] {
-        auto root = std::make_shared<zeq::ExcVisuNode>();
-        for (int i = 0; i < meshes; ++i) {
-            auto mesh = std::make_shared<zeq::ExcVisuMesh>();
-            mesh->addFace(sheet(i));
-            auto node = std::make_shared<zeq::ExcVisuNode>();
-            node->setMesh(mesh);
-            root->addChildNode(node);
-        }
-        auto data = std::make_shared<zeq::ExcVisualizationData>();
-        data->addSceneRootNode(root);
-        auto object = std::make_shared<zeq::ExcBlockVisualization>();
-        object->setVisualizationData(data);
-        return object;
-    }();
+    static const auto made = std::dynamic_pointer_cast<zeq::ExcBlockVisualization>(zeq::bench::scene(100));
     return made;
 }
 
@@ -138,11 +98,9 @@ BENCHMARK(sceneThroughDocuments)->Unit(benchmark::kMillisecond);
 /// Without compression and buffer: what the forms and Base64 take.
 void sceneToBytesAndBack(benchmark::State& state) {
     for (auto _ : state) {
-        std::string bytes;
-        zeq::json::ByteSink sink(bytes);
-        zeq::json::writeNested(*scene(), sink);
+        const std::string bytes = zeq::test::binaryForm(*scene());
         zeq::ExcBlockVisualization received;
-        zeq::json::readNested(received, zeq::json::ByteView(bytes.data()));
+        zeq::test::readDirectly(received, bytes);
         benchmark::DoNotOptimize(received.visualizationData());
     }
     state.SetBytesProcessed(state.iterations() * arrayBytes());

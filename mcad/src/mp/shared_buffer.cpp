@@ -149,8 +149,13 @@ void SharedBuffer<char>::setSize(unsigned long size) {
 
 void SharedBuffer<char>::setBuffer(const char* data, unsigned long size) {
     setSize(size);
+    write(data, size, 0);
+}
+
+void SharedBuffer<char>::write(const char* data, unsigned long size, unsigned long at) {
+    requireOpen();
     for (unsigned long done = 0; done < size;) {
-        const ssize_t count = ::pwrite(m_file, data + done, size - done, static_cast<off_t>(done));
+        const ssize_t count = ::pwrite(m_file, data + done, size - done, static_cast<off_t>(at + done));
         if (count >= 0) {
             done += static_cast<unsigned long>(count);
         } else if (errno != EINTR) {
@@ -159,23 +164,31 @@ void SharedBuffer<char>::setBuffer(const char* data, unsigned long size) {
     }
 }
 
-void SharedBuffer<char>::get(std::vector<char>& out) const {
+unsigned long SharedBuffer<char>::size() const {
     requireOpen();
-    out.clear();
     struct stat status {};
-    if (::fstat(m_file, &status) != 0 || status.st_size < 1) return;
-    out.resize(static_cast<std::size_t>(status.st_size));
-    std::size_t done = 0;
-    while (done < out.size()) {
-        const ssize_t count = ::pread(m_file, out.data() + done, out.size() - done, static_cast<off_t>(done));
-        if (count == 0) break; // another process has cut it meanwhile
+    return ::fstat(m_file, &status) != 0 || status.st_size < 1 ? 0
+                                                               : static_cast<unsigned long>(status.st_size);
+}
+
+unsigned long SharedBuffer<char>::read(char* out, unsigned long size, unsigned long at) const {
+    requireOpen();
+    unsigned long done = 0;
+    while (done < size) {
+        const ssize_t count = ::pread(m_file, out + done, size - done, static_cast<off_t>(at + done));
+        if (count == 0) break; // or another process has cut it meanwhile
         if (count > 0) {
-            done += static_cast<std::size_t>(count);
+            done += static_cast<unsigned long>(count);
         } else if (errno != EINTR) {
             throwSystemError();
         }
     }
-    out.resize(done);
+    return done;
+}
+
+void SharedBuffer<char>::get(std::vector<char>& out) const {
+    out.resize(size());
+    out.resize(read(out.data(), out.size(), 0));
 }
 
 void SharedBuffer<char>::requireOpen() const {

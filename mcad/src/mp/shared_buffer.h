@@ -55,6 +55,18 @@ public:
     /// @throws SharedMemoryException as setSize(), or with the system's own error text
     void setBuffer(const char* data, unsigned long size);
 
+    /// Writes these bytes from there on, beyond the end too.
+    /// @throws SharedMemoryException before init(), or with the system's own error text
+    void write(const char* data, unsigned long size, unsigned long at);
+
+    /// The number of bytes; 0 when it cannot be read.
+    /// @throws SharedMemoryException before init()
+    unsigned long size() const;
+
+    /// Fills `out` with bytes from there on and returns how many there were, fewer only at the end.
+    /// @throws SharedMemoryException before init(), or with the system's own error text
+    unsigned long read(char* out, unsigned long size, unsigned long at) const;
+
     /// Fills `out` with all bytes of the object; makes it empty when the size is below 1 or cannot be read.
     /// @throws SharedMemoryException before init(), or with the system's own error text
     void get(std::vector<char>& out) const;

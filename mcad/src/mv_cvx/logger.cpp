@@ -5,6 +5,8 @@
 #include <iomanip>
 #include <thread>
 
+#include "mv_cvx/held_log.h"
+
 namespace mv_cvx {
 
 namespace {
@@ -69,7 +71,10 @@ void LoggerHolder::initLogger(int level, const std::string& path) {
 
 bool LoggerHolder::levelEnabled(int level) { return level <= s_level && s_pLogger && s_pLogger->isValid(); }
 
-ILogger* LoggerHolder::logger() { return s_pLogger.get(); }
+ILogger* LoggerHolder::logger() {
+    ILogger* const held = HeldLog::active();
+    return held ? held : s_pLogger.get();
+}
 
 MTLogger::MTLogger(ILogger& logger) : m_logger(logger) { m_logger.lock(); }
 

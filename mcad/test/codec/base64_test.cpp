@@ -1,10 +1,13 @@
 // Base64: known texts, tails, foreign characters, and never a byte outside the destination.
 #include "zeq_api/codec/base64.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -93,6 +96,40 @@ TEST(Base64, AWideUnitIsNotTakenForItsLowByte) {
             text[at] = unit;
             std::vector<char> decoded(5);
             EXPECT_EQ(Base64::decodeWide(decoded.data(), text.data(), 4).second, at);
+        }
+    }
+}
+
+/// A block of memory without a byte to spare, so that the sanitizers see the first one outside.
+template <class T>
+std::unique_ptr<T[]> exactly(std::size_t count) {
+    return std::make_unique_for_overwrite<T[]>(count);
+}
+
+TEST(Base64, WideAndNarrowTextAgreeAtEveryLengthAndWhateverIsForeignWhere) {
+    std::mt19937 random(2);
+    for (std::size_t size = 0; size < 200; ++size) {
+        std::string bytes(size, '\0');
+        for (char& byte : bytes) byte = static_cast<char>(random());
+        const std::string narrow = encoded(bytes);
+        const auto source = exactly<char>(size);
+        std::copy(bytes.begin(), bytes.end(), source.get());
+        const auto units = exactly<wchar_t>(narrow.size());
+        ASSERT_EQ(Base64::encodeWide(units.get(), source.get(), size), narrow.size());
+        ASSERT_TRUE(std::equal(narrow.begin(), narrow.end(), units.get())) << size;
+
+        for (std::size_t at = 0; at < narrow.size(); ++at) {
+            const wchar_t foreign = L"@[`{/:+,.-\xFF\x100\x141\x10041=\x7FFFFFFF"[random() % 17];
+            const wchar_t was = std::exchange(units[at], foreign);
+            std::string text = narrow;
+            text[at] = foreign > 0xFF ? '=' : static_cast<char>(foreign);
+            const auto fromWide = exactly<char>(Base64::decodedSize(text.size()) + 2);
+            const auto fromNarrow = exactly<char>(Base64::decodedSize(text.size()) + 2);
+            const auto done = Base64::decodeWide(fromWide.get(), units.get(), text.size());
+            ASSERT_EQ(done, Base64::decodeImpl(fromNarrow.get(), text.data(), text.size()))
+                << size << ' ' << at;
+            ASSERT_TRUE(std::equal(fromWide.get(), fromWide.get() + done.first, fromNarrow.get()));
+            units[at] = was;
         }
     }
 }

@@ -2,6 +2,7 @@
 // words. Built twice: with and without the fast codec. Compressed bytes are never compared.
 #include "zeq_api/codec/compressor.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <random>
 #include <stdexcept>
@@ -118,6 +119,21 @@ TEST(Compressor, BothContainersGetTheSame) {
     Compressor::makePlain(packed); // which are plain by now
     EXPECT_EQ(packed, unpacked);
     EXPECT_EQ(packed.data(), place) << "plain bytes are not copied";
+}
+
+TEST(Compressor, PiecesOfAnySizeAreOneStream) {
+    for (const std::string& data : samples()) {
+        std::mt19937 random(3);
+        std::string packed;
+        const auto append = [&packed](const char* bytes, std::size_t size) { packed.append(bytes, size); };
+        Compressor::compress(append, [&](const Compressor::Output& output) {
+            for (std::size_t at = 0, size = 0; at < data.size(); at += size) {
+                size = std::min<std::size_t>(random() % 3 ? random() % 100'000 : 0, data.size() - at);
+                output(data.data() + at, size);
+            }
+        });
+        EXPECT_TRUE(zlibInflate(packed) == data) << data.size();
+    }
 }
 
 TEST(Compressor, AnUnknownLevelIsRefused) {

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <set>
 #include <sstream>
 #include <stdexcept>
@@ -291,6 +292,84 @@ TEST(ExchangeObjectWrapper, ADamagedBufferIsRemovedAndItsObjectNotLoaded) {
         EXPECT_EQ(wrapper.get()->source(), buffer.name());
         EXPECT_FALSE(wrapper.get()->isLoaded());
         EXPECT_FALSE(buffer.exists());
+    }
+}
+
+/// What is in an object afterwards, or the refusal; and what was logged.
+struct Outcome {
+    std::wstring content;
+    std::string refusal;
+    Lines log;
+    bool operator==(const Outcome&) const = default;
+};
+
+template <class Read>
+Outcome outcomeOf(Read read) {
+    const auto object = product(L"there before");
+    Outcome outcome;
+    test::LogCapture log(mv_cvx::Debug);
+    try {
+        read(*object);
+    } catch (const std::exception& error) {
+        outcome.refusal = error.what();
+    }
+    outcome.content = test::writtenBy(*object);
+    outcome.log = log.take();
+    return outcome;
+}
+
+/// Decodes all of the buffer's content before anything of it is read.
+Outcome outcomeOfTheWhole(const std::string& bytes) {
+    return outcomeOf([&bytes](ExcProductStructure& object) {
+        std::vector<char> plain(bytes.begin(), bytes.end());
+        Compressor::makePlain(plain);
+        JsonDocument document;
+        JsonBinaryIO::decode(plain.data(), plain.size(), document, document.GetAllocator());
+        object.readObject(document);
+    });
+}
+
+Outcome outcomeOfLoading(const std::string& bytes) {
+    const Buffer buffer(bytes);
+    Outcome outcome = outcomeOf([&buffer](ExcProductStructure& object) {
+        object.setSource(buffer.name());
+        object.load();
+    });
+    EXPECT_FALSE(buffer.exists());
+    return outcome;
+}
+
+TEST(ExchangeObjectWrapper, ReadsThroughAWindowAsIfAllWereDecodedFirst) {
+    const auto large = product(L"p");
+    for (int i = 0; i < 3000; ++i) { // some windows of it
+        auto reference = std::make_shared<ExcBlockReference>();
+        reference->setName(L"reference " + std::to_wstring(i * 7919));
+        large->blocks().front()->addBlockReference(reference);
+    }
+    large->blocks().front()->setName(std::wstring(700'000, L'n')); // longer than a window
+    JsonDocument document;
+    large->writeObject(document, document.GetAllocator());
+    document[L"blocks"].PushBack(5, document.GetAllocator()); // which is complained of
+    std::string image;
+    JsonBinaryIO::encode(document, image);
+    const std::string packed = compressed(image);
+    for (const std::string& bytes : {image, packed, packed + "rest"}) {
+        const Outcome loaded = outcomeOfLoading(bytes);
+        EXPECT_EQ(loaded.refusal, "");
+        EXPECT_EQ(loaded.log, (Lines{{mv_cvx::Error, "ExcBlock object should have a JSON object type."}}));
+        EXPECT_TRUE(loaded == outcomeOfTheWhole(bytes));
+    }
+
+    std::mt19937 random(5);
+    for (int i = 0; i < 80; ++i) {
+        std::string damaged = i % 2 ? image : packed;
+        const std::size_t at = random() % damaged.size();
+        if (i % 4 < 2)
+            damaged.resize(at);
+        else
+            damaged[at] = static_cast<char>(random());
+        SCOPED_TRACE(i);
+        EXPECT_TRUE(outcomeOfLoading(damaged) == outcomeOfTheWhole(damaged)) << at;
     }
 }
 

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "support/binary_form.h"
 #include "support/child_lists.h"
 #include "support/json_text.h"
 #include "support/log_capture.h"
@@ -145,17 +146,17 @@ TEST(Face, LetsBulkDataMove) {
     for (std::size_t i = 0; i < points.size(); ++i) points[i] = static_cast<float>(i) / 7;
     ExcVisuEdge edge;
     edge.setPoints(points);
-    std::string bytes;
-    json::ByteSink sink(bytes);
-    json::writeNested(edge, sink);
+    const std::string bytes = test::binaryForm(edge);
     JsonDocument document;
     edge.writeObject(document, document.GetAllocator());
     std::string expected;
     JsonBinaryIO::encode(document, expected);
     EXPECT_EQ(bytes, expected);
     ExcVisuEdge back;
-    json::readNested(back, json::ByteView(bytes.data()));
-    EXPECT_EQ(back.points(), points);
+    for (const std::size_t windowSize : {0, 1, 100, 10'000}) {
+        ASSERT_TRUE(test::readDirectly(back, bytes, windowSize)) << windowSize;
+        EXPECT_EQ(back.points(), points);
+    }
 }
 
 TEST(Node, IsClonedWithMeshesOfItsOwn) {

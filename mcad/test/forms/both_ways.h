@@ -4,7 +4,9 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
+#include "support/binary_form.h"
 #include "zeq_api/codec/binary_json.h"
 #include "zeq_api/json/codecs.h"
 
@@ -20,9 +22,7 @@ std::optional<std::string> outcomeOf(const json::FormInfo& form, Read read) {
     } catch (const std::invalid_argument& error) {
         return error.what();
     }
-    std::string direct;
-    json::ByteSink sink(direct);
-    json::writeNested(*object, sink);
+    const std::string direct = binaryForm(*object);
     JsonDocument document;
     object->writeObject(document, document.GetAllocator());
     std::string throughDocument;
@@ -30,16 +30,31 @@ std::optional<std::string> outcomeOf(const json::FormInfo& form, Read read) {
     return direct == throughDocument ? std::optional(direct) : std::nullopt;
 }
 
-/// Whether both ways agree on the bytes; bytes that are not exact take only one of them, as in the library.
-inline bool agreeOn(const json::FormInfo& form, const char* data, std::size_t size) {
-    if (!json::ByteView::isExact(data, size)) return true;
-    const auto direct = outcomeOf(form, [&](IJsonObject& o) { json::readNested(o, json::ByteView(data)); });
+enum class Agreement {
+    full,
+    onlyDocument, // the bytes are not read in one pass, whatever the window
+    none
+};
+
+/// Whether the direct way, through a window of any size, and that through the document model agree on the bytes.
+inline Agreement agreementOn(const json::FormInfo& form, std::string_view bytes) {
+    std::optional<std::string> direct[3];
+    constexpr std::size_t windowSizes[3] = {0, 1, 50};
+    int refused = 0;
+    for (int i = 0; i < 3; ++i) {
+        bool isRead = false;
+        direct[i] = outcomeOf(form, [&](IJsonObject& o) { isRead = readDirectly(o, bytes, windowSizes[i]); });
+        refused += !isRead;
+    }
+    if (refused == 3) return Agreement::onlyDocument;
     const auto throughDocument = outcomeOf(form, [&](IJsonObject& o) {
         JsonDocument document;
-        JsonBinaryIO::decode(data, size, document, document.GetAllocator());
+        JsonBinaryIO::decode(bytes.data(), bytes.size(), document, document.GetAllocator());
         o.readObject(document);
     });
-    return direct && direct == throughDocument;
+    const bool agree = refused == 0 && direct[0] && direct[0] == throughDocument && direct[1] == direct[0] &&
+                       direct[2] == direct[0];
+    return agree ? Agreement::full : Agreement::none;
 }
 
 } // namespace zeq::test

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "mv_cvx/logger.h"
+#include "support/binary_form.h"
 #include "support/log_capture.h"
 #include "zeq_api/exchange_common/area.h"
 #include "zeq_api/exchange_structure/area.h"
@@ -131,17 +132,11 @@ std::string encoded(const JsonValue& value) {
     return bytes;
 }
 
-std::string writtenAsBytes(const IJsonObject& object) {
-    std::string bytes;
-    json::ByteSink sink(bytes);
-    json::writeNested(object, sink);
-    return bytes;
-}
-
 struct ReadRow {
     const char* claim;
     const wchar_t* text;
     const wchar_t* expected; // what is written back
+    bool isInOrder = true;   // each member once and where the form asks for it: bytes are read in one pass
 };
 
 const wchar_t* const defaults = LR"({"kind":"tree","id":0,"offset":0,"shade":"dark","point":[0.0,0.0,0.0],
@@ -157,11 +152,13 @@ const ReadRow readRows[] = {
     {"members in any order",
      LR"({"rings":3,"offset":-9,"unknown":{},"width":1.0,"id":18446744073709551615,"name":"n"})",
      LR"({"kind":"tree","name":"n","width":1.0,"id":18446744073709551615,"offset":-9,"shade":"dark","point":[0.0,0.0,0.0],
-          "strict":{"number":7},"lenient":{"number":7},"held":null,"all":[],"rings":3})"},
+          "strict":{"number":7},"lenient":{"number":7},"held":null,"all":[],"rings":3})",
+     false},
     {"of duplicate members the first counts, wherever it stands",
      LR"({"id":5,"name":"first","id":6,"name":"second","rings":1,"rings":2})",
      LR"({"kind":"tree","name":"first","id":5,"offset":0,"shade":"dark","point":[0.0,0.0,0.0],
-          "strict":{"number":7},"lenient":{"number":7},"held":null,"all":[],"rings":1})"},
+          "strict":{"number":7},"lenient":{"number":7},"held":null,"all":[],"rings":1})",
+     false},
     {"an unknown name falls back, a doubled name is its first value",
      LR"({"shade":"light","point":[1.0,2,3.0,4.0]})",
      LR"({"kind":"tree","id":0,"offset":0,"shade":"light","point":[1.0,0.0,0.0],
@@ -183,13 +180,16 @@ TEST(Form, ReadsAndWritesTheSameFromDocumentsAndFromBytes) {
         Grown fromDocument;
         fromDocument.readObject(text);
         EXPECT_EQ(encoded(written(fromDocument)), expected);
-        EXPECT_EQ(writtenAsBytes(fromDocument), expected);
+        EXPECT_EQ(test::binaryForm(fromDocument), expected);
 
         const std::string bytes = encoded(text);
-        ASSERT_TRUE(json::ByteView::isExact(bytes.data(), bytes.size()));
-        Grown fromBytes;
-        json::readNested(fromBytes, json::ByteView(bytes.data()));
-        EXPECT_EQ(encoded(written(fromBytes)), expected);
+        for (const std::size_t windowSize : {0, 1, 7, 64}) {
+            Grown fromBytes;
+            ASSERT_EQ(test::readDirectly(fromBytes, bytes, windowSize), row.isInOrder) << windowSize;
+            if (row.isInOrder) {
+                EXPECT_EQ(encoded(written(fromBytes)), expected);
+            }
+        }
     }
 }
 
@@ -212,7 +212,7 @@ TEST(Form, LogsTheSameFromDocumentsAndFromBytes) {
     Grown object;
     object.readObject(text);
     EXPECT_EQ(endings(), expected);
-    json::readNested(object, json::ByteView(bytes.data()));
+    EXPECT_TRUE(test::readDirectly(object, bytes));
     EXPECT_EQ(endings(), expected);
 }
 
@@ -229,21 +229,20 @@ TEST(Form, AClassWithoutAFormTakesPartThroughItsFunctions) {
     tree.held = std::make_shared<Foreign>();
     tree.leaves = {nullptr, std::make_shared<Foreign>()};
     const JsonDocument document = written(tree);
-    EXPECT_EQ(writtenAsBytes(tree), encoded(document));
+    EXPECT_EQ(test::binaryForm(tree), encoded(document));
     EXPECT_EQ(encoded(document[L"leaves"]), encoded(parse(LR"([{"foreign":true}])"))) << "null is no child";
 
     Foreign foreign;
     const std::string bytes = encoded(parse(L"{}"));
-    json::readNested(foreign, json::ByteView(bytes.data()));
+    EXPECT_TRUE(test::readDirectly(foreign, bytes, 1));
     EXPECT_EQ(foreign.number, -1);
 }
 
 TEST(ByteSink, NumbersOfAnyTypeTakeTheirNarrowestKind) {
     const auto bytesOf = [](auto... numbers) {
-        std::string bytes;
-        json::ByteSink sink(bytes);
-        sink.array([&](auto& array) { (array.element([=](auto&& to) { to.value(numbers); }), ...); });
-        return bytes;
+        return test::bytesOf([&](json::ByteSink& sink) {
+            sink.array([&](auto& array) { (array.element([=](auto&& to) { to.value(numbers); }), ...); });
+        });
     };
     constexpr long long wide = INT_MAX;
     EXPECT_EQ(bytesOf(INT_MIN, INT_MAX, unsigned{INT_MAX}, UINT_MAX, LLONG_MIN, wide, wide + 1, LLONG_MAX,
@@ -253,32 +252,61 @@ TEST(ByteSink, NumbersOfAnyTypeTakeTheirNarrowestKind) {
                   9223372036854775808,18446744073709551615])")));
 }
 
-TEST(ByteView, AcceptsOnlyWholeValuesWithExactLengths) {
+TEST(ByteSink, WritesAcrossTheEndsOfItsBlocks) {
+    std::vector<std::wstring> texts;
+    for (const std::size_t units : {1, 32'760, 5, 32'768, 200'000, 0, 3})
+        texts.emplace_back(units, static_cast<wchar_t>(L'a' + units % 26));
+    const std::string bytes = test::bytesOf(
+        [&texts](json::ByteSink& sink) { json::Codec<std::vector<std::wstring>>::give(sink, texts); });
+    JsonDocument document;
+    EXPECT_EQ(JsonBinaryIOImpl::decode(bytes.data(), bytes.size(), document, document.GetAllocator()),
+              bytes.size());
+    std::vector<std::wstring> back;
+    json::Codec<std::vector<std::wstring>>::take(json::DomView(document), back);
+    EXPECT_EQ(back, texts);
+}
+
+/// Whether the bytes begin with one whole value, every length of which is exact.
+bool isExact(std::string_view bytes) {
+    bool all = true;
+    for (const std::size_t windowSize : {0, 1, 16, 1000}) {
+        json::ByteSource source = test::sourceOf(bytes, windowSize);
+        bool is = true;
+        try {
+            source.passValue();
+        } catch (const json::NotInOnePass&) {
+            is = false;
+        }
+        if (windowSize == 0) all = is;
+        EXPECT_EQ(is, all) << "through a window of " << windowSize;
+    }
+    return all;
+}
+
+TEST(ByteSource, PassesOnlyWholeValuesWithExactLengths) {
     const std::string good =
         encoded(parse(LR"([{"a":[1,2.5,"x",null,true,{}],"b":{"c":[]}},[],"", 3000000000, -3000000000])"));
-    EXPECT_TRUE(json::ByteView::isExact(good.data(), good.size()));
-    EXPECT_TRUE(json::ByteView::isExact((good + "tail").data(), good.size() + 4));
+    EXPECT_TRUE(isExact(good));
+    EXPECT_TRUE(isExact(good + "tail"));
     for (std::size_t size = 0; size < good.size(); ++size)
-        EXPECT_FALSE(json::ByteView::isExact(good.data(), size)) << size;
+        EXPECT_FALSE(isExact(good.substr(0, size))) << size;
 
     const std::string text = encoded(parse(LR"("ab")"));
     for (std::size_t size = 0; size < text.size(); ++size)
-        EXPECT_FALSE(json::ByteView::isExact(text.data(), size))
-            << "a string counts units, not bytes: " << size;
+        EXPECT_FALSE(isExact(text.substr(0, size))) << "a string counts units, not bytes: " << size;
 
     const auto object = [](const std::string& body) {
         const unsigned long long length = body.size();
         return std::string(1, '\3') + std::string(reinterpret_cast<const char*>(&length), 8) + body;
     };
     const std::string name = encoded(parse(LR"("a")"));
-    EXPECT_TRUE(json::ByteView::isExact(object(name + '\0').data(), 9 + name.size() + 1));
-    EXPECT_FALSE(json::ByteView::isExact(object(name).data(), 9 + name.size())) << "a name without a value";
-    EXPECT_FALSE(json::ByteView::isExact(object(std::string(2, '\0')).data(), 11))
-        << "a name that is no string";
-    EXPECT_FALSE(json::ByteView::isExact(object(object(name)).data(), 18 + name.size()));
+    EXPECT_TRUE(isExact(object(name + '\0')));
+    EXPECT_FALSE(isExact(object(name))) << "a name without a value";
+    EXPECT_FALSE(isExact(object(std::string(2, '\0')))) << "a name that is no string";
+    EXPECT_FALSE(isExact(object(object(name))));
     std::string late = object(name + '\0');
     --late[1]; // the last child runs past its object
-    EXPECT_FALSE(json::ByteView::isExact(late.data(), late.size()));
+    EXPECT_FALSE(isExact(late));
 }
 
 } // namespace

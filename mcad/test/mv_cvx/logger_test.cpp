@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include "mv_cvx/held_log.h"
 #include "support/log_capture.h"
 #include "support/temp_dir.h"
 
@@ -123,6 +124,29 @@ TEST(Logger, AnExceptionWithinALineEndsTheLine) {
     EXPECT_THROW(ZEQ_LOG(Error) << "value " << fail(), std::runtime_error);
     ZEQ_LOG(Error) << "next";
     EXPECT_EQ(log.take(), (std::vector<LogLine>{{2, "value "}, {2, "next"}}));
+}
+
+TEST(HeldLog, PassesOnWhatIsReleasedAndDropsTheRest) {
+    LogCapture log(mv_cvx::Info);
+    {
+        const mv_cvx::HeldLog dropped;
+        ZEQ_LOG(Error) << "dropped";
+        std::thread([] { ZEQ_LOG(Info) << "of another thread"; }).join();
+    }
+    mv_cvx::HeldLog outer;
+    ZEQ_LOG(Error) << "first";
+    {
+        mv_cvx::HeldLog inner;
+        ZEQ_LOG(Warning) << "second";
+        inner.release();
+    }
+    ZEQ_LOG(Debug) << "beyond the level";
+    EXPECT_EQ(log.take(), (std::vector<LogLine>{{mv_cvx::Info, "of another thread"}}));
+    outer.release();
+    ZEQ_LOG(Info) << "third";
+    EXPECT_EQ(log.take(),
+              (std::vector<LogLine>{
+                  {mv_cvx::Error, "first"}, {mv_cvx::Warning, "second"}, {mv_cvx::Info, "third"}}));
 }
 
 TEST(Logger, AppendsToTheFileItFindsAndMovesToAnother) {

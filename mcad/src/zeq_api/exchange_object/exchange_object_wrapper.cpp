@@ -3,6 +3,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 #include "mp/shared_buffer.h"
 #include "mv_cvx/logger.h"
@@ -22,17 +23,26 @@ constexpr const wchar_t* dataKey = L"exchange_object_data";
 
 /// Makes a new shared buffer the binary form of the object, and returns its name.
 std::wstring publish(const IExchangeObject& object) {
-    std::string bytes;
-    json::ByteSink sink(bytes);
-    json::writeNested(object, sink);
-    if (object.compress()) {
-        std::string compressed;
-        Compressor::compress(compressed, bytes.data(), bytes.size(), -1);
-        bytes.swap(compressed);
-    }
+    json::ByteLayout layout;
+    json::ByteSink counting(layout);
+    json::writeNested(object, counting);
     std::wstring name = IExchangeObject::generateUUID();
     try {
-        mp::SharedBuffer<char>(name, false).setBuffer(bytes.data(), bytes.size());
+        mp::SharedBuffer<char> buffer(name, false);
+        unsigned long size = 0;
+        const auto append = [&](const char* bytes, std::size_t count) {
+            buffer.write(bytes, count, size);
+            size += count;
+        };
+        const auto writeTo = [&](json::ByteSink::Output output) {
+            json::ByteSink sink(layout, std::move(output));
+            json::writeNested(object, sink);
+            sink.flush();
+        };
+        if (object.compress())
+            Compressor::compress(append, writeTo);
+        else
+            writeTo(append);
     } catch (...) { // nobody was told the name
         mp::removeObject(name);
         throw;

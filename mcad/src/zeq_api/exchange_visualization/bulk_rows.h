@@ -40,19 +40,26 @@ json::Shape numberShape() {
 /// Replaces the values by those that the text encodes; a last, incomplete one is dropped.
 template <BulkElement T, class View>
 void takeBase64(const View& string, std::vector<T>& out) {
-    const json::Units text = string.units();
-    out.resize((Base64::decodedSize(text.count) + 2) / sizeof(T) + 1);
-    const auto [bytes, units] = Base64::decodeUnits(out.data(), text.bytes, text.count);
-    out.resize(bytes / sizeof(T));
+    out.resize((Base64::decodedSize(string.textSize()) + 2) / sizeof(T) + 1);
+    std::size_t size = 0;
+    bool goesOn = true; // until there is a foreign character
+    string.forEachPiece([&](const json::Units& text) {
+        if (!goesOn) return;
+        const auto [bytes, units] =
+            Base64::decodeUnits(reinterpret_cast<char*>(out.data()) + size, text.bytes, text.count);
+        size += bytes;
+        goesOn = units == text.count;
+    });
+    out.resize(size / sizeof(T));
 }
 
-template <BulkElement T, class Sink>
-void giveBase64(Sink& sink, const std::vector<T>& values) {
-    const std::size_t size = values.size() * sizeof(T);
-    const char* const source = reinterpret_cast<const char*>(values.data());
+/// Writes `size` bytes; where they are, `source()` says when they are wanted.
+template <class Sink, class Source>
+void giveBase64(Sink& sink, std::size_t size, Source&& source) {
     sink.text(Base64::encodedSize(size), [&](char* to, std::size_t first, std::size_t count) {
         const std::size_t from = first / 4 * 3; // a part begins with a whole group
-        Base64::encodeUnits(to, source + from, std::min(count / 4 * 3, size - from));
+        Base64::encodeUnits(to, reinterpret_cast<const char*>(source()) + from,
+                            std::min(count / 4 * 3, size - from));
     });
 }
 
@@ -77,7 +84,10 @@ struct Bulk {
     template <class Sink>
     void write(const This& object, Sink& sink) const {
         const std::vector<T>& values = object.*member;
-        if (!values.empty()) sink.member(key, [&values](auto&& to) { giveBase64(to, values); });
+        if (values.empty()) return;
+        sink.member(key, [&values](auto&& to) {
+            giveBase64(to, values.size() * sizeof(T), [&values] { return values.data(); });
+        });
     }
     json::MemberShape describe() const { return {key, json::bulkShape(numberShape<T>()), false}; }
 };
@@ -97,7 +107,7 @@ struct Numbers {
     template <class Members>
     void read(This& object, Members& members) const {
         const auto value = members.find(key);
-        if (!value || value->kind() != json::Kind::array || value->size() == 0) return;
+        if (!value || value->kind() != json::Kind::array || value->isEmpty()) return;
         takeNumbers(*value, object.*member);
     }
     template <class Sink>

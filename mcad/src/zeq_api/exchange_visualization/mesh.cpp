@@ -14,12 +14,17 @@ constexpr const char* nullFaceOfMesh = "ExcVisuMesh: attempt to add null Visu Fa
 constexpr const char* nullEdgeOfMesh = "ExcVisuMesh: attempt to add null Visu Edge object.";
 constexpr const char* nullEdgeOfWire = "ExcVisuWire: attempt to add null Visu Edge object.";
 
-/// The type of a polygon, the number of its indices, the indices; then the next one.
-std::vector<int> flattened(const std::vector<ExcVisuFace::Polygon>& polygons) {
+/// The number of integers that flattened() gives.
+std::size_t flatSize(const std::vector<ExcVisuFace::Polygon>& polygons) {
     std::size_t size = 2 * polygons.size();
     for (const ExcVisuFace::Polygon& polygon : polygons) size += polygon.indices.size();
+    return size;
+}
+
+/// The type of a polygon, the number of its indices, the indices; then the next one.
+std::vector<int> flattened(const std::vector<ExcVisuFace::Polygon>& polygons) {
     std::vector<int> stream;
-    stream.reserve(size);
+    stream.reserve(flatSize(polygons));
     for (const ExcVisuFace::Polygon& polygon : polygons) {
         stream.push_back(polygon.type);
         stream.push_back(static_cast<int>(polygon.indices.size()));
@@ -104,7 +109,11 @@ struct ExcVisuFace::JsonForm {
                 json::Codec<std::vector<int>>::take(*indices, polygon.indices);
         }
         static void give(auto& sink, const This& face) {
-            detail::giveBase64(sink, flattened(face.m_polygons));
+            std::vector<int> stream;
+            detail::giveBase64(sink, flatSize(face.m_polygons) * sizeof(int), [&] {
+                if (stream.empty()) stream = flattened(face.m_polygons);
+                return stream.data();
+            });
         }
         static json::Shape shape() {
             return json::bulkShape(

@@ -20,7 +20,7 @@ namespace binary_error = json::binary_error;
 
 class JsonBinaryIOImpl::Writer {
 public:
-    explicit Writer(std::string& out) : m_sink(out) {}
+    explicit Writer(json::ByteSink& sink) : m_sink(sink) {}
 
     void onValue(const JsonValue& value) {
         switch (value.GetType()) {
@@ -58,8 +58,8 @@ public:
     }
 
 private:
-    json::ByteSink m_sink;
-    std::vector<std::size_t> m_bodies; // where the bodies of the open containers start
+    json::ByteSink& m_sink;
+    std::vector<json::ByteSink::Body> m_bodies; // of the open containers
 };
 
 class JsonBinaryIOImpl::Reader {
@@ -187,7 +187,12 @@ private:
 };
 
 void JsonBinaryIOImpl::encode(const JsonValue& value, std::string& out) {
-    Writer writer(out);
+    json::encode([&out](const char* bytes, std::size_t size) { out.append(bytes, size); },
+                 [&value](json::ByteSink& sink) { write(value, sink); });
+}
+
+void JsonBinaryIOImpl::write(const JsonValue& value, json::ByteSink& sink) {
+    Writer writer(sink);
     json::walk(value, writer);
 }
 

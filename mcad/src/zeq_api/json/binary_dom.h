@@ -8,12 +8,17 @@
 
 namespace zeq {
 
+namespace json {
+class ByteSink;
+}
+
 /// Nesting costs heap, never call stack; lengths are compared with the bytes that are left before they are
 /// believed.
 class JsonBinaryIOImpl {
 public:
     /// Appends the encoding of `value` to `out`.
     static void encode(const JsonValue& value, std::string& out);
+    static void write(const JsonValue& value, json::ByteSink& sink);
 
     /// Makes `value` what the first bytes encode and returns their number; on an error `value` stays as it
     /// is.

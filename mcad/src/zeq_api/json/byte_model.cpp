@@ -14,8 +14,6 @@ namespace {
 using Length = unsigned long long;
 constexpr std::size_t headSize = 1 + sizeof(Length);
 
-std::size_t numberSize(Tag tag) { return tag == Tag::int32 || tag == Tag::uint32 ? 4 : 8; }
-
 } // namespace
 
 void ByteSink::value(long long v) {
@@ -31,124 +29,75 @@ void ByteSink::value(unsigned long long v) {
     number(Tag::uint64, v);
 }
 
-void ByteSink::value(std::wstring_view v) {
-    number(Tag::string, static_cast<Length>(v.size()));
-    m_out->append(reinterpret_cast<const char*>(v.data()), v.size() * sizeof(wchar_t));
+ByteSink::ByteSink(const ByteLayout& layout, Output output)
+    : m_layout(&layout), m_output(std::move(output)), m_block(new char[blockSize]), m_next(m_block.get()),
+      m_end(m_next + blockSize) {}
+
+void ByteSink::dom(const JsonValue& value) { JsonBinaryIOImpl::write(value, *this); }
+
+void ByteSink::keep(const JsonValue& value) {
+    JsonBinaryIOImpl::encode(value, m_counted->foreign.emplace_back());
 }
 
-void ByteSink::dom(const JsonValue& value) { JsonBinaryIOImpl::encode(value, *m_out); }
-
-std::size_t ByteSink::open(Tag kind) {
-    number(kind, Length{0});
-    return m_out->size();
+void ByteSink::writeKept() {
+    const std::string& kept = m_counted ? m_counted->foreign.back() : m_layout->foreign.at(m_nextForeign++);
+    bytes(kept.data(), kept.size());
 }
 
-void ByteSink::close(std::size_t body) {
-    const Length length = m_out->size() - body;
-    std::memcpy(m_out->data() + body - sizeof length, &length, sizeof length);
+ByteSink::Body ByteSink::open(Tag kind) {
+    if (m_counted) {
+        const Body body = nextBody();
+        m_counted->lengths.push_back(0);
+        m_counted->size = body.start;
+        return body;
+    }
+    number(kind, m_layout->lengths.at(m_nextLength++));
+    return {};
 }
 
-std::size_t ByteSink::nextBody() const { return m_out->size() + headSize; }
+ByteSink::Body ByteSink::nextBody() const { return {m_layout->lengths.size(), m_layout->size + headSize}; }
 
-bool ByteView::isExact(const char* data, std::size_t size) {
-    struct Container {
-        const char* end;
-        bool isObject;
-        bool nameNext; // the next value is a member's name
-    };
-    std::vector<Container> open;
-    for (const char* at = data;;) {
-        const char* const end = open.empty() ? data + size : open.back().end;
-        if (at == end) return false;
-        const std::size_t left = static_cast<std::size_t>(end - at) - 1;
-        const Tag tag = static_cast<Tag>(*at);
-        if (!open.empty() && open.back().nameNext && tag != Tag::string) return false;
-        switch (tag) {
-        case Tag::null:
-        case Tag::boolFalse:
-        case Tag::boolTrue:
-            at += 1;
-            break;
-        case Tag::int32:
-        case Tag::uint32:
-        case Tag::int64:
-        case Tag::uint64:
-        case Tag::real:
-            if (left < numberSize(tag)) return false;
-            at += 1 + numberSize(tag);
-            break;
-        case Tag::object:
-        case Tag::array:
-        case Tag::string: {
-            if (left < sizeof(Length)) return false;
-            const Length length = ByteView(at).load<Length>();
-            const Length room = left - sizeof(Length);
-            at += headSize;
-            if (tag == Tag::string) {
-                if (length > room / sizeof(wchar_t)) return false;
-                at += length * sizeof(wchar_t);
-                break;
-            }
-            if (length > room) return false;
-            if (length == 0) break;
-            open.push_back({at + length, tag == Tag::object, tag == Tag::object});
-            continue;
-        }
-        default:
-            return false;
-        }
-        // A whole value ends here, and with the last child its container ends too.
-        for (;; open.pop_back()) {
-            if (open.empty()) return true;
-            Container& container = open.back();
-            if (container.nameNext && at == container.end) return false;
-            if (at == container.end) continue;
-            container.nameNext = container.isObject && !container.nameNext;
-            break;
-        }
+void ByteSink::piecewise(const char* from, std::size_t size) {
+    while (size != 0) {
+        if (m_next == m_end) flush();
+        const std::size_t piece = std::min(size, static_cast<std::size_t>(m_end - m_next));
+        std::memcpy(m_next, from, piece);
+        m_next += piece;
+        from += piece;
+        size -= piece;
     }
 }
 
-Kind ByteView::kind() const {
-    switch (tag()) {
-    case Tag::null:
-        return Kind::null;
-    case Tag::boolFalse:
-    case Tag::boolTrue:
-        return Kind::boolean;
-    case Tag::object:
-        return Kind::object;
-    case Tag::array:
-        return Kind::array;
-    case Tag::string:
-        return Kind::string;
-    default:
-        return Kind::number;
-    }
+void ByteSink::flush() {
+    m_output(m_block.get(), static_cast<std::size_t>(m_next - m_block.get()));
+    m_next = m_block.get();
 }
 
 bool ByteView::take(bool& out) const {
-    if (tag() != Tag::boolFalse && tag() != Tag::boolTrue) return false;
-    out = tag() == Tag::boolTrue;
+    if (m_tag != Tag::boolFalse && m_tag != Tag::boolTrue) return false;
+    at().skip(1);
+    out = m_tag == Tag::boolTrue;
     return true;
 }
 
 template <class Integer>
 bool ByteView::takeInteger(Integer& out) const {
-    const auto assign = [&out](auto number) {
+    const auto assign = [&]<class Number>(Number number) {
+        std::memcpy(&number, at().need(1 + sizeof number) + 1, sizeof number);
         if (!std::in_range<Integer>(number)) return false;
+        m_source->skip(1 + sizeof number);
         out = static_cast<Integer>(number);
         return true;
     };
-    switch (tag()) {
+    switch (m_tag) {
     case Tag::int32:
-        return assign(load<int>());
+        return assign(std::int32_t{});
     case Tag::uint32:
-        return assign(load<unsigned>());
+        return assign(std::uint32_t{});
     case Tag::int64:
-        return assign(load<long long>());
+        return assign(std::int64_t{});
     case Tag::uint64:
-        return assign(load<unsigned long long>());
+        return assign(std::uint64_t{});
     default:
         return false;
     }
@@ -159,58 +108,55 @@ bool ByteView::take(unsigned& out) const { return takeInteger(out); }
 bool ByteView::take(long long& out) const { return takeInteger(out); }
 bool ByteView::take(unsigned long long& out) const { return takeInteger(out); }
 
-bool ByteView::take(double& out) const {
-    if (tag() != Tag::real) return false;
-    out = load<double>();
+bool ByteView::take(std::wstring& out) const {
+    if (m_tag != Tag::string) return false;
+    out.resize(textSize());
+    char* to = reinterpret_cast<char*>(out.data());
+    forEachPiece([&to](const Units& piece) {
+        std::memcpy(to, piece.bytes, piece.count * sizeof(wchar_t));
+        to += piece.count * sizeof(wchar_t);
+    });
     return true;
 }
 
-bool ByteView::take(std::wstring& out) const {
-    if (tag() != Tag::string) return false;
-    out.resize(load<Length>());
-    if (!out.empty()) std::memcpy(out.data(), body(), out.size() * sizeof(wchar_t));
+bool ByteView::take(Units& out) const {
+    if (m_tag != Tag::string) return false;
+    const std::size_t count = textSize();
+    const std::size_t size = headSize + count * sizeof(wchar_t);
+    out = {m_source->need(size) + headSize, count};
+    m_source->skip(size);
     return true;
+}
+
+ByteSource ByteView::body() const {
+    constexpr std::uint64_t small = 1 << 16;
+    const std::uint64_t size = at().length();
+    if (size > small) throw NotInOnePass{};
+    return {m_source->need(headSize + size) + headSize, static_cast<std::size_t>(size)};
 }
 
 std::size_t ByteView::size() const {
     std::size_t count = 0;
-    forEach([&count](const ByteView&) { return ++count, true; });
+    for (ByteSource elements = body(); elements.available() != 0; ++count) elements.passValue();
     return count;
 }
 
-const char* ByteView::next() const {
-    switch (tag()) {
-    case Tag::null:
-    case Tag::boolFalse:
-    case Tag::boolTrue:
-        return m_at + 1;
-    case Tag::object:
-    case Tag::array:
-        return body() + load<Length>();
-    case Tag::string:
-        return body() + load<Length>() * sizeof(wchar_t);
-    default:
-        return m_at + 1 + numberSize(tag());
+bool ByteView::takeMember(std::wstring_view key, std::wstring& out) const {
+    for (ByteSource all = body(); all.available() != 0; all.passValue()) {
+        std::wstring name;
+        if (!ByteView(all).take(name)) throw NotInOnePass{};
+        if (name == key) return ByteView(all).take(out);
     }
-}
-
-std::optional<ByteView> ByteView::Members::find(std::wstring_view key) {
-    for (const char* at = m_next; at != m_end;) {
-        const ByteView name(at);
-        const ByteView value(name.next());
-        const char* const next = value.next();
-        if (name.load<Length>() == key.size() &&
-            std::memcmp(name.body(), key.data(), key.size() * sizeof(wchar_t)) == 0) {
-            if (at == m_next) m_next = next;
-            return value;
-        }
-        at = next;
-    }
-    return std::nullopt;
+    return false;
 }
 
 const JsonValue& ByteView::dom(JsonDocument& scratch) const {
-    JsonBinaryIOImpl::decode(m_at, static_cast<std::size_t>(next() - m_at), scratch, scratch.GetAllocator());
+    const auto size = static_cast<std::size_t>(at().valueSize());
+    const char* const bytes = m_source->need(size);
+    ByteSource value(bytes, size);
+    value.passValue(); // nothing but exact values gets past
+    JsonBinaryIOImpl::decode(bytes, size, scratch, scratch.GetAllocator());
+    m_source->skip(size);
     return scratch;
 }
 

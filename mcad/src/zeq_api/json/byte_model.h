@@ -3,21 +3,43 @@
 #pragma once
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "zeq_api/json/binary_format.h"
+#include "zeq_api/json/byte_source.h"
 #include "zeq_api/json/dom_model.h"
 
 namespace zeq::json {
 
-/// Appends values to a byte buffer, integers in the narrowest kind that holds them; lengths of objects and
-/// arrays are patched in when they end.
+/// What a ByteSink has to know before it writes: found by a ByteSink that only counts.
+struct ByteLayout {
+    std::uint64_t size = 0;
+    std::vector<std::uint64_t>
+        lengths; ///< of the bodies of objects and arrays, in the order in which they open
+    std::vector<std::string> foreign; ///< values of the document model, encoded, in their order
+};
+
+/// Writes values front to back, integers in the narrowest kind that holds them. Lengths stand before what they
+/// count, so everything is given twice: to a sink that counts, then to one that writes. encode() does both.
 class ByteSink {
 public:
-    explicit ByteSink(std::string& out) : m_out(&out) {}
+    using Output = std::function<void(const char* bytes, std::size_t size)>;
+
+    /// Counts, and writes nothing.
+    explicit ByteSink(ByteLayout& counted) : m_layout(&counted), m_counted(&counted) {}
+    /// Hands what it writes to `output` in pieces; the last one with flush().
+    ByteSink(const ByteLayout& layout, Output output);
+
+    /// Whether this is the time to log what is written.
+    bool logs() const { return !m_counted; }
 
     void null() { tag(Tag::null); }
     void value(bool v) { tag(v ? Tag::boolTrue : Tag::boolFalse); }
@@ -26,30 +48,35 @@ public:
     void value(long long v);
     void value(unsigned long long v);
     void value(double v) { number(Tag::real, v); }
-    void value(std::wstring_view v);
+    void value(std::wstring_view v) {
+        number(Tag::string, static_cast<unsigned long long>(v.size()));
+        bytes(reinterpret_cast<const char*>(v.data()), v.size() * sizeof(wchar_t));
+    }
 
     /// A string; `fill(bytes, first, count)` writes so many of its units, in order, as bytes.
     template <class Fill>
     void text(std::size_t units, Fill&& fill) {
         number(Tag::string, static_cast<unsigned long long>(units));
-        char chunk[4096 * sizeof(wchar_t)]; // appended as it is made, so that nothing is cleared first
-        constexpr std::size_t most = sizeof chunk / sizeof(wchar_t);
+        if (m_counted) {
+            m_counted->size += units * sizeof(wchar_t);
+            return;
+        }
+        constexpr std::size_t most = 4096;
         for (std::size_t first = 0; first < units; first += most) {
             const std::size_t count = std::min(most, units - first);
-            fill(chunk, first, count);
-            m_out->append(chunk, count * sizeof(wchar_t));
+            fill(room(count * sizeof(wchar_t)), first, count);
         }
     }
 
     template <class Fill>
     void object(Fill&& fill) {
-        const std::size_t body = open(Tag::object);
+        const Body body = open(Tag::object);
         fill(*this);
         close(body);
     }
     template <class Fill>
     void array(Fill&& fill) {
-        const std::size_t body = open(Tag::array);
+        const Body body = open(Tag::array);
         fill(*this);
         close(body);
     }
@@ -68,104 +95,254 @@ public:
         give(*this);
     }
 
+    /// The body of an object or array that is being written.
+    struct Body {
+        std::size_t index;
+        std::uint64_t start;
+    };
     /// Starts an object or an array, for a writer that cannot nest: its content follows, then close().
-    /// @return where its body starts
-    std::size_t open(Tag kind);
-    /// Sets the length of the body that started there; the last time counts.
-    void close(std::size_t body);
-    /// Where the body of an object or array will start that is written next.
-    std::size_t nextBody() const;
+    Body open(Tag kind);
+    /// Ends the body here; the last time counts.
+    void close(const Body& body) {
+        if (m_counted) m_counted->lengths[body.index] = m_counted->size - body.start;
+    }
+    /// The body of the object or array that is written next.
+    Body nextBody() const;
 
-    /// Appends a value of the document model.
+    /// Writes a value of the document model.
     void dom(const JsonValue& value);
-
-private:
-    void tag(Tag t) { m_out->push_back(static_cast<char>(t)); }
-    template <class Number>
-    void number(Tag t, Number v) {
-        char bytes[1 + sizeof v];
-        bytes[0] = static_cast<char>(t);
-        std::memcpy(bytes + 1, &v, sizeof v);
-        m_out->append(bytes, sizeof bytes);
+    /// Writes a value of the document model that `make(document)` makes: once, even if it is counted first.
+    template <class Make>
+    void foreign(Make&& make) {
+        if (m_counted) {
+            JsonDocument document;
+            make(document);
+            keep(document);
+        }
+        writeKept();
     }
 
-    std::string* m_out;
+    void flush();
+
+private:
+    static constexpr std::size_t blockSize = 1 << 17;
+
+    void tag(Tag t) {
+        const char byte = static_cast<char>(t);
+        bytes(&byte, 1);
+    }
+    template <class Number>
+    void number(Tag t, Number v) {
+        if (m_counted) {
+            m_counted->size += 1 + sizeof v;
+            return;
+        }
+        char* const to = room(1 + sizeof v);
+        *to = static_cast<char>(t);
+        std::memcpy(to + 1, &v, sizeof v);
+    }
+    void bytes(const char* from, std::size_t size) {
+        if (m_counted)
+            m_counted->size += size;
+        else if (size <= static_cast<std::size_t>(m_end - m_next))
+            std::memcpy(std::exchange(m_next, m_next + size), from, size);
+        else
+            piecewise(from, size);
+    }
+    /// Where so many bytes are to be written, no more than a block.
+    char* room(std::size_t size) {
+        if (size > static_cast<std::size_t>(m_end - m_next)) flush();
+        return std::exchange(m_next, m_next + size);
+    }
+    void piecewise(const char* from, std::size_t size);
+    void keep(const JsonValue& value);
+    void writeKept();
+
+    const ByteLayout* m_layout;
+    ByteLayout* m_counted = nullptr; // the same while counting
+    std::size_t m_nextLength = 0;
+    std::size_t m_nextForeign = 0;
+    Output m_output;
+    std::unique_ptr<char[]> m_block;
+    char* m_next = nullptr;
+    char* m_end = nullptr;
 };
 
-/// Reads one value of a byte stream that isExact() has accepted.
+/// Counts and then writes what `write(sink)` gives.
+template <class Write>
+void encode(const ByteSink::Output& output, Write&& write) {
+    ByteLayout layout;
+    ByteSink counting(layout);
+    write(counting);
+    ByteSink writing(layout, output);
+    write(writing);
+    writing.flush();
+}
+
+/// Reads the next value of a byte source, once, from front to back. Whoever visits it may leave it unread.
 class ByteView {
 public:
-    explicit ByteView(const char* at) : m_at(at) {}
+    explicit ByteView(ByteSource& source)
+        : m_source(&source), m_start(source.position()), m_tag(source.tag()) {}
 
-    /// Whether the bytes begin with one whole value in which every length is exact and every member name a
-    /// string. Whatever else the binary form tolerates goes through the document model.
-    static bool isExact(const char* data, std::size_t size);
-
-    Kind kind() const;
+    Kind kind() const {
+        constexpr Kind kinds[tagCount] = {Kind::null,   Kind::boolean, Kind::boolean, Kind::object,
+                                          Kind::array,  Kind::string,  Kind::number,  Kind::number,
+                                          Kind::number, Kind::number,  Kind::number};
+        return kinds[static_cast<unsigned char>(m_tag)];
+    }
     bool take(bool& out) const;
     bool take(int& out) const;
     bool take(unsigned& out) const;
     bool take(long long& out) const;
     bool take(unsigned long long& out) const;
-    bool take(double& out) const;
+    bool take(double& out) const {
+        if (m_tag != Tag::real) return false;
+        take<double>(out);
+        return true;
+    }
     bool take(std::wstring& out) const;
+    bool take(Units& out) const;
 
+    /// The number of units of a string.
+    std::size_t textSize() const { return at().length(sizeof(wchar_t)); }
+    template <class Visit>
+    void forEachPiece(Visit&& visit) const {
+        const std::uint64_t count = textSize();
+        m_source->skip(headSize);
+        m_source->units(count, [&visit](const char* bytes, std::size_t n) { visit(Units{bytes, n}); });
+    }
+
+    /// Of a small array, which is not read by this.
     std::size_t size() const;
-    Units units() const { return {body(), static_cast<std::size_t>(load<unsigned long long>())}; }
+    bool isEmpty() const { return at().length() == 0; }
+    /// A string member of a small object, which is not read by this.
+    bool takeMember(std::wstring_view key, std::wstring& out) const;
 
     template <class Visit>
-    void forEach(Visit&& visit) const {
-        const char* const end = next();
-        for (const char* at = body(); at != end;) {
-            const ByteView element(at);
-            if (!visit(element)) return;
-            at = element.next();
-        }
-    }
-
-    /// The same look-up as DomMembers.
-    class Members {
-    public:
-        Members(const char* begin, const char* end) : m_next(begin), m_end(end) {}
-        std::optional<ByteView> find(std::wstring_view key);
-
-    private:
-        const char* m_next;
-        const char* m_end;
-    };
-    Members members() const { return {body(), next()}; }
-
+    void forEach(Visit&& visit) const;
     template <class Visit>
-    void forEachMember(Visit&& visit) const {
-        const char* const end = next();
-        for (const char* at = body(); at != end;) {
-            const ByteView name(at);
-            const ByteView value(name.next());
-            std::wstring key;
-            name.take(key);
-            visit(std::move(key), value);
-            at = value.next();
-        }
+    void forEachMember(Visit&& visit) const;
+
+    class Members;
+    Members members() const;
+    struct Visited;
+
+    /// Enters an object or array whose content is read by other means, and says where it ends.
+    std::uint64_t enter() const {
+        const std::uint64_t size = at().length();
+        m_source->skip(headSize);
+        return m_source->position() + size;
     }
+    ByteSource& source() const { return *m_source; }
 
     /// Builds the value of the document model.
     const JsonValue& dom(JsonDocument& scratch) const;
 
 private:
-    Tag tag() const { return static_cast<Tag>(*m_at); }
-    template <class T>
-    T load(std::size_t offset = 1) const {
-        T v;
-        std::memcpy(&v, m_at + offset, sizeof v);
-        return v;
+    static constexpr std::size_t headSize = 1 + sizeof(std::uint64_t);
+
+    ByteSource& at() const {
+        if (m_source->position() != m_start) throw NotInOnePass{};
+        return *m_source;
+    }
+    template <class Number>
+    void take(Number& out) const {
+        std::memcpy(&out, at().need(1 + sizeof out) + 1, sizeof out);
+        m_source->skip(1 + sizeof out);
     }
     template <class Integer>
     bool takeInteger(Integer& out) const;
-    const char* body() const { return m_at + 9; }
-    /// The byte after this value.
-    const char* next() const;
+    /// All of the body of a small object or array.
+    ByteSource body() const;
 
-    const char* m_at;
+    ByteSource* m_source;
+    std::uint64_t m_start;
+    Tag m_tag;
 };
+
+/// A value, and a way past it however much of it was read.
+struct ByteView::Visited {
+    explicit Visited(ByteSource& source)
+        : view(source), end(view.m_tag == Tag::object ? view.m_start + headSize + source.length() : 0) {}
+    void leave() const {
+        const std::uint64_t position = view.m_source->position();
+        if (position == view.m_start)
+            view.m_source->passValue();
+        else if (end != 0 && position != end) // there are members that nobody asked for
+            throw NotInOnePass{};
+    }
+
+    ByteView view;
+    std::uint64_t end; ///< only of an object, which may be left half read
+};
+
+template <class Visit>
+void ByteView::forEach(Visit&& visit) const {
+    const std::uint64_t end = enter();
+    for (bool goesOn = true; m_source->position() < end;) {
+        const Visited element(*m_source);
+        if (goesOn) goesOn = visit(element.view);
+        element.leave();
+    }
+    if (m_source->position() != end) throw NotInOnePass{};
+}
+
+template <class Visit>
+void ByteView::forEachMember(Visit&& visit) const {
+    const std::uint64_t end = enter();
+    while (m_source->position() < end) {
+        std::wstring key;
+        if (!ByteView(*m_source).take(key)) throw NotInOnePass{};
+        const Visited value(*m_source);
+        visit(std::move(key), value.view);
+        value.leave();
+    }
+    if (m_source->position() != end) throw NotInOnePass{};
+}
+
+/// Looks members up in the order of the document. A name that does not come next counts as missing: if it is there
+/// after all, something is left over at the end, and finish() throws.
+class ByteView::Members {
+public:
+    Members(ByteSource& source, std::uint64_t end) : m_source(&source), m_end(end) {}
+
+    std::optional<ByteView> find(std::wstring_view key) {
+        settle();
+        if (m_source->position() == m_end) return std::nullopt;
+        if (m_source->tag() != Tag::string) throw NotInOnePass{};
+        if (m_source->length(sizeof(wchar_t)) != key.size()) return std::nullopt;
+        const std::size_t size = key.size() * sizeof(wchar_t);
+        if (std::memcmp(m_source->need(headSize + size) + headSize, key.data(), size) != 0)
+            return std::nullopt;
+        m_source->skip(headSize + size);
+        m_last.emplace(*m_source);
+        return m_last->view;
+    }
+    /// To be called when all members were asked for.
+    void finish() {
+        if (m_isLeftOpen) return;
+        settle();
+        if (m_source->position() != m_end) throw NotInOnePass{};
+    }
+    /// For a row that goes on with the last member when all others are done: where the object then ends.
+    std::uint64_t leaveOpen() {
+        m_isLeftOpen = true;
+        return m_end;
+    }
+
+private:
+    void settle() {
+        if (m_last) m_last->leave();
+        m_last.reset();
+    }
+
+    ByteSource* m_source;
+    std::uint64_t m_end;
+    std::optional<Visited> m_last;
+    bool m_isLeftOpen = false;
+};
+
+inline ByteView::Members ByteView::members() const { return {*m_source, enter()}; }
 
 } // namespace zeq::json

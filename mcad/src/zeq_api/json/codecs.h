@@ -90,9 +90,9 @@ template <NamedEnum E>
 struct Codec<E> {
     template <class View>
     static bool take(const View& view, E& out) {
-        std::wstring name;
+        Units name;
         if (!view.take(name)) return false;
-        out = enumFromString<E>(name);
+        out = static_cast<E>(enumTable(E{}).valueOf(name.bytes, name.count));
         return true;
     }
     template <class Sink>
@@ -235,9 +235,8 @@ void writeNested(const T& object, DomSink& sink) {
 template <std::derived_from<IJsonObject> T>
 void writeNested(const T& object, ByteSink& sink) {
     if (const FormInfo* form = formOf(object)) return form->write(dynamic_cast<const void*>(&object), sink);
-    JsonDocument scratch;
-    object.writeObject(scratch, scratch.GetAllocator());
-    sink.dom(scratch);
+    sink.foreign(
+        [&object](JsonDocument& document) { object.writeObject(document, document.GetAllocator()); });
 }
 
 /// The JSON type of a document class.

@@ -58,12 +58,28 @@ public:
     bool take(unsigned long long& out) const;
     bool take(double& out) const;
     bool take(std::wstring& out) const;
+    /// The units of a string where they lie, until anything else is read.
+    bool take(Units& out) const {
+        if (!m_value->IsString()) return false;
+        forEachPiece([&out](const Units& whole) { out = whole; });
+        return true;
+    }
+
+    /// The number of units of a string.
+    std::size_t textSize() const { return m_value->GetStringLength(); }
+    /// Visits the units of a string in order, whole groups of four up to the last piece.
+    template <class Visit>
+    void forEachPiece(Visit&& visit) const {
+        visit(Units{reinterpret_cast<const char*>(m_value->GetString()), textSize()});
+    }
 
     /// Number of elements of an array.
     std::size_t size() const { return m_value->Size(); }
-    /// The code units of a string, where they lie.
-    Units units() const {
-        return {reinterpret_cast<const char*>(m_value->GetString()), m_value->GetStringLength()};
+    bool isEmpty() const { return size() == 0; }
+    /// A string member of an object, without reading that.
+    bool takeMember(std::wstring_view key, std::wstring& out) const {
+        const auto value = members().find(key);
+        return value && value->take(out);
     }
 
     /// Calls `visit(DomView)` for each element of an array until it returns false.
@@ -80,6 +96,7 @@ public:
             const JsonValue* value = m_members.find(key);
             return value ? std::optional(DomView(*value)) : std::nullopt;
         }
+        void finish() const {} // members that nobody asked for are no matter
 
     private:
         DomMembers m_members;
@@ -107,6 +124,8 @@ private:
 class DomSink {
 public:
     DomSink(JsonValue& out, JsonAllocator& allocator) : m_out(&out), m_allocator(&allocator) {}
+
+    static constexpr bool logs() { return true; }
 
     void null() { m_out->SetNull(); }
     void value(bool v) { m_out->SetBool(v); }

@@ -2,6 +2,7 @@
 // thread may use the names.
 #pragma once
 
+#include <functional>
 #include <initializer_list>
 #include <map>
 #include <span>
@@ -39,14 +40,16 @@ public:
     /// The name of `value`; of a value without a name, the name of the smallest value.
     const std::wstring& nameOf(int value) const;
     /// The value of `name`; of an unknown name, the value whose name comes first in code-unit order.
-    int valueOf(const std::wstring& name) const;
+    int valueOf(std::wstring_view name) const;
+    /// The same for so many units at any address; names have fewer than 64.
+    int valueOf(const char* units, std::size_t count) const;
     bool hasName(const std::wstring& name) const { return m_values.contains(name); }
 
 private:
     const char* m_enumeration;
     std::span<const EnumEntry> m_entries;
     std::map<int, std::wstring> m_names;
-    std::map<std::wstring, int> m_values;
+    std::map<std::wstring, int, std::less<>> m_values;
 };
 
 /// An enumeration with an `enumTable(E)` function beside it.

@@ -16,6 +16,8 @@
 // directly.
 #pragma once
 
+#include <concepts>
+#include <functional>
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -246,7 +248,7 @@ void readMembers(typename JsonForm::This& object, Members& members) {
 
 template <class JsonForm, class Sink>
 void writeMembers(const typename JsonForm::This& object, Sink& sink) {
-    traceWrite(JsonForm::form.head);
+    if (sink.logs()) traceWrite(JsonForm::form.head);
     JsonForm::form.forEach([&]<class Row>(const Row& row) {
         if constexpr (isBase<Row>)
             [&]<class Base>(const BaseRow<Base>&) {
@@ -271,6 +273,7 @@ void readForm(typename JsonForm::This& object, const View& view) {
     } else if (view.kind() == Kind::object) {
         auto members = view.members();
         readMembers<JsonForm>(object, members);
+        members.finish();
     } else {
         beginReading<JsonForm>(object);
         reportMismatch(JsonForm::form.head);
@@ -280,7 +283,7 @@ void readForm(typename JsonForm::This& object, const View& view) {
 template <class JsonForm, class Sink>
 void writeForm(const typename JsonForm::This& object, Sink& sink) {
     if constexpr (std::remove_cvref_t<decltype(JsonForm::form)>::isWhole) {
-        traceWrite(JsonForm::form.head);
+        if (sink.logs()) traceWrite(JsonForm::form.head);
         JsonForm::form.forEach([&](const auto& row) { writeWhole(object, sink, row); });
     } else {
         bool isNull = false;
@@ -288,7 +291,7 @@ void writeForm(const typename JsonForm::This& object, Sink& sink) {
             if constexpr (ObjectState<std::remove_cvref_t<decltype(row)>>) isNull = !(object.*row.isSet)();
         });
         if (isNull) {
-            traceWrite(JsonForm::form.head);
+            if (sink.logs()) traceWrite(JsonForm::form.head);
             sink.null();
         } else {
             sink.object([&object](auto& to) { writeMembers<JsonForm>(object, to); });
@@ -367,6 +370,12 @@ constexpr auto maker() -> MadeObject (*)() {
         return nullptr;
 }
 
+/// A class of objects that load themselves from a buffer.
+template <class This>
+concept Loadable = std::copyable<This> && requires(This& object) {
+    object.load();
+};
+
 /// Registers the form once, during static initialisation, wherever it is used.
 template <class JsonForm>
 struct Registration {
@@ -381,6 +390,11 @@ struct Registration {
         info.shape = &describeForm<JsonForm>;
         info.make = maker<This>();
         info.isWholeDocument = std::is_base_of_v<mp::ISerializable, This>;
+        if constexpr (Loadable<This>)
+            info.keep = [](void* object) -> std::function<void()> {
+                This* const kept = static_cast<This*>(object);
+                return [kept, state = *kept]() mutable { *kept = std::move(state); };
+            };
         info.read = [](void* object, const ByteView& view) {
             readForm<JsonForm>(*static_cast<This*>(object), view);
         };

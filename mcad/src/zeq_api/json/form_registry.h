@@ -2,6 +2,7 @@
 // log lines and errors that all forms share.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <typeinfo>
@@ -81,6 +82,9 @@ struct FormInfo {
     void (*writeByteMembers)(const void* object, ByteSink& sink);
     Shape (*shape)();
     MadeObject (*make)(); ///< null for an abstract class
+    /// A function that gives the object back the state that it has now. Null for a class whose objects do not load
+    /// themselves.
+    std::function<void()> (*keep)(void* object);
     bool isWholeDocument; ///< it crosses a stream on its own, and not inside another one
 
     /// The name of the class inside namespace zeq.

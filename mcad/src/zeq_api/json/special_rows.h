@@ -323,8 +323,7 @@ constexpr Variety<Base> variety(std::wstring_view name) {
 template <class Base, class View>
 std::shared_ptr<Base> readVariety(const View& object, const Varieties<Base>& varieties) {
     std::wstring name;
-    const auto value = object.members().find(L"type");
-    if (!value || !value->take(name)) {
+    if (!object.takeMember(L"type", name)) {
         ZEQ_LOG(Error) << varieties.whenMissing;
         return nullptr;
     }

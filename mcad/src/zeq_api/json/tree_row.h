@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -42,10 +43,18 @@ private:
 };
 
 /// A child that has been made and is to be read.
-template <class This, class View>
+template <class This>
 struct Unread {
     This* child;
-    View view;
+    DomView view;
+};
+
+/// An array of which some children are read. With it ends the object that holds it.
+template <class This>
+struct UnreadArray {
+    This* parent;
+    std::uint64_t end;
+    std::uint64_t objectEnd;
 };
 
 /// A child that is to be written into an element of an array.
@@ -60,8 +69,8 @@ template <class This>
 struct OpenArray {
     const std::vector<std::shared_ptr<This>>* children;
     std::size_t next;
-    std::size_t body;
-    std::size_t objectBody; ///< 0 for the outermost object, which its own writer ends
+    ByteSink::Body body;
+    std::optional<ByteSink::Body> objectBody; ///< not of the outermost object, which its own writer ends
 };
 
 } // namespace detail
@@ -75,16 +84,13 @@ struct Tree {
     List This::*list;
     void (This::*add)(const std::shared_ptr<This>&);
 
-    template <class Members>
-    void read(This& object, Members& members) const {
+    void read(This& object, DomView::Members& members) const {
         const auto array = members.find(key);
         if (!array || array->kind() != Kind::array) return;
-        using View = std::remove_cvref_t<decltype(*array)>;
-        using Unread = detail::Unread<This, View>;
-        const detail::Worklist<Unread> worklist;
-        std::vector<Unread>& pending = worklist.pending();
+        const detail::Worklist<detail::Unread<This>> worklist;
+        auto& pending = worklist.pending();
         const auto first = static_cast<std::ptrdiff_t>(pending.size());
-        array->forEach([&](const View& element) {
+        array->forEach([&](const DomView& element) {
             if (element.kind() == kindOf<This>()) {
                 auto child = std::make_shared<This>();
                 (object.*add)(child);
@@ -96,9 +102,35 @@ struct Tree {
                      pending.end()); // the first child is read next, then what it holds
         if (!worklist.isOutermost()) return;
         while (!pending.empty()) {
-            const Unread next = pending.back();
+            const auto next = pending.back();
             pending.pop_back();
             readNested(*next.child, next.view);
+        }
+    }
+
+    void read(This& object, ByteView::Members& members) const {
+        const auto array = members.find(key);
+        if (!array || array->kind() != Kind::array) return;
+        const detail::Worklist<detail::UnreadArray<This>> worklist;
+        auto& open = worklist.pending();
+        open.push_back({&object, array->enter(), members.leaveOpen()});
+        if (!worklist.isOutermost()) return;
+        ByteSource& source = array->source();
+        while (!open.empty()) {
+            const detail::UnreadArray<This> level = open.back();
+            if (source.position() >= level.end) {
+                if (source.position() != level.end || level.end != level.objectEnd) throw NotInOnePass{};
+                open.pop_back();
+                continue;
+            }
+            const ByteView element(source);
+            if (element.kind() == kindOf<This>()) {
+                auto child = std::make_shared<This>();
+                (level.parent->*add)(child);
+                readNested(*child, element);
+            } else {
+                source.passValue();
+            }
         }
     }
 
@@ -132,17 +164,17 @@ struct Tree {
         const detail::Worklist<detail::OpenArray<This>> worklist;
         auto& open = worklist.pending();
         sink.value(key);
-        open.push_back({&(object.*list), 0, sink.open(Tag::array), 0});
+        open.push_back({&(object.*list), 0, sink.open(Tag::array), {}});
         if (!worklist.isOutermost()) return;
         while (!open.empty()) {
             const std::size_t depth = open.size();
             auto& array = open.back();
             if (array.next == array.children->size()) {
                 sink.close(array.body);
-                if (array.objectBody != 0) sink.close(array.objectBody);
+                if (array.objectBody) sink.close(*array.objectBody);
                 open.pop_back();
             } else if (const auto& child = (*array.children)[array.next++]) {
-                const std::size_t body = sink.nextBody();
+                const ByteSink::Body body = sink.nextBody();
                 writeNested(*child, sink);
                 if (open.size() > depth) open.back().objectBody = body; // it is not at its end yet
             }
