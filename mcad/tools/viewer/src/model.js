@@ -1,7 +1,18 @@
 // The model as the page works with it: instances in a tree, meshes with the faces and edges that their pieces belong
 // to, annotations and saved views.
 import { fromLinear } from "./color.js";
-import { cornersOf, emptyBox, grow, identity, multiply, placementOf, transformPoint } from "./space.js";
+import {
+  cornersOf,
+  cross,
+  emptyBox,
+  grow,
+  identity,
+  length,
+  multiply,
+  placementOf,
+  subtract,
+  transformPoint,
+} from "./space.js";
 
 /**
  * @typedef {object} Primitive triangles, lines or points of one colour
@@ -208,13 +219,26 @@ export function subtreeOf(instance) {
   return result;
 }
 
-/** What an instance is called. */
-export const nameOf = (model, instance) =>
-  instance.name || model.blocks.get(instance.block)?.name || instance.id || "unnamed";
+/** What an instance is called. That of the whole product is called as its part. */
+export function nameOf(model, instance) {
+  const part = model.blocks.get(instance.block)?.name;
+  const isWhole = instance.parent && !instance.parent.parent && instance.parent.children.length === 1;
+  return (isWhole && part) || instance.name || part || instance.id || "unnamed";
+}
+
+/** The area of the triangles of a primitive, in its own coordinates. */
+function areaOf({ positions, indices }) {
+  const at = (i) => [0, 1, 2].map((k) => positions[3 * indices[i] + k]);
+  let area = 0;
+  for (let i = 0; i < indices.length; i += 3)
+    area += length(cross(subtract(at(i + 1), at(i)), subtract(at(i + 2), at(i)))) / 2;
+  return area;
+}
 
 /** The colour of most of the surface of a mesh; null if it has none. */
 export function mainColor(mesh) {
   const surfaces = mesh.filter((each) => each.mode === "triangles");
-  if (surfaces.length === 0) return null;
-  return surfaces.reduce((most, each) => (each.indices.length > most.indices.length ? each : most)).color;
+  if (surfaces.length < 2) return surfaces[0]?.color ?? null;
+  const areas = surfaces.map(areaOf);
+  return surfaces[areas.indexOf(Math.max(...areas))].color;
 }

@@ -80,7 +80,8 @@ export class SectionBar {
     const at = section.offset === null ? (low + high) / 2 : sign * section.offset;
     this.axes.forEach((each, axis) => each.setAttribute("aria-pressed", String(axis === section.axis)));
     this.slider.value = Math.round(((at - low) / (high - low || 1)) * steps);
-    const text = facts.length(Number(facts.fromMeters(at).toPrecision(6)));
+    const step = 10 ** Math.floor(Math.log10(facts.fromMeters(high - low) / steps || 1));
+    const text = facts.length(Math.round(facts.fromMeters(at) / step) * step);
     this.slider.setAttribute("aria-valuetext", text);
     this.output.textContent = section.axis === "view" ? text : `${"xyz"[section.axis]} = ${text}`;
     this.capped.checked = switches.caps;

@@ -130,7 +130,10 @@ export class Session {
     this.section = view?.clipping ? sectionOfView(view) : null;
     if (view) this.switches.pmi = true;
     this.#tell("view", "section", "switches");
-    return view ? savedCamera(view, this.middle, this.radius) : this.camera;
+    if (!view) return this.camera;
+    const camera = savedCamera(view, this.middle, this.radius);
+    if (this.aspect >= 1) return camera; // on an upright screen there may be less room than the view was made for
+    return { ...camera, height: Math.max(camera.height, this.fittedTo(this.model.instances, camera).height) };
   }
 
   /** Changes the section, or begins one; null ends it. */
