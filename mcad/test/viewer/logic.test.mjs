@@ -23,7 +23,7 @@ import { Facts } from "../../tools/viewer/src/facts.js";
 import { Gestures } from "../../tools/viewer/src/gestures.js";
 import { readGlb } from "../../tools/viewer/src/glb.js";
 import { measure, shapeOf } from "../../tools/viewer/src/measure.js";
-import { boxOf, buildModel, findPieces, mainColor, nameOf, rangeOf } from "../../tools/viewer/src/model.js";
+import { boxOf, buildModel, findPieces, mainColor, rangeOf } from "../../tools/viewer/src/model.js";
 import { nearestLine, nearestTriangle } from "../../tools/viewer/src/picking.js";
 import {
   cutTriangles,
@@ -261,16 +261,12 @@ test("a section cuts triangles in closed outlines, on the eye's side", () => {
   );
 });
 
-test("a part has the colour of most of its area, and the whole product the name of its part", () => {
+test("a part has the colour of most of its area", () => {
   const model = modelOf(cubes([[0, 0, 0]]));
   const [all] = model.meshes[0];
   const part = (first, end, color) => ({ ...all, indices: all.indices.slice(first, end), color });
   assert.equal(mainColor([part(0, 6, "small"), part(6, 24, "large"), { mode: "lines", color: "line" }]), "large");
   assert.equal(mainColor([{ mode: "lines", color: "line" }]), null);
-  assert.deepEqual(
-    model.instances.map((each) => nameOf(model, each)),
-    ["product", "Cube block"],
-  );
 });
 
 test("the tree lists, opens, searches and goes where keys lead", () => {

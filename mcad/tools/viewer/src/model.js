@@ -219,12 +219,9 @@ export function subtreeOf(instance) {
   return result;
 }
 
-/** What an instance is called. That of the whole product is called as its part. */
-export function nameOf(model, instance) {
-  const part = model.blocks.get(instance.block)?.name;
-  const isWhole = instance.parent && !instance.parent.parent && instance.parent.children.length === 1;
-  return (isWhole && part) || instance.name || part || instance.id || "unnamed";
-}
+/** What an instance is called. */
+export const nameOf = (model, instance) =>
+  instance.name || model.blocks.get(instance.block)?.name || instance.id || "unnamed";
 
 /** The area of the triangles of a primitive, in its own coordinates. */
 function areaOf({ positions, indices }) {

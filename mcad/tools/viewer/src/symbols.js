@@ -31,7 +31,12 @@ export class Symbols {
 
   #draw(character) {
     const { width, strokes, areas } = this.#shapes.get(character);
-    const svg = svgOf("svg", { viewBox: `-1 -24 ${width + 2} 30`, width: `${((width + 2) / 30) * 1.25}em`, height: "1.25em", "aria-hidden": "true" });
+    const svg = svgOf("svg", {
+      viewBox: `-1 -24 ${width + 2} 30`,
+      width: `${((width + 2) / 30) * 1.25}em`,
+      height: "1.25em",
+      "aria-hidden": "true",
+    });
     svg.append(svgOf("path", { d: strokes }), svgOf("path", { d: areas, class: "area" }));
     const span = document.createElement("span");
     span.className = "symbol";
