@@ -405,7 +405,7 @@ TEST_F(ZeqSamples, AreShownOnPagesFromTheFileAndFromWhatWasKept) {
     EXPECT_EQ(facts[0], facts[1]);
     for (const char* const each :
          {R"("version":1,FILE,"generator":"zeq )",
-          R"("unit":"mm","millimeters":1,"blocks":[{"id":2,"faces":[{"id":")",
+          R"("unit":"mm","millimeters":1,"symbols":{},"blocks":[{"id":2,"faces":[{"id":")",
           R"({"what":"faces","file":106,"sent":106,"arrived":106,"reasons":[]})", R"("warnings":[]})"})
         EXPECT_NE(facts[0].find(each), std::string::npos) << each;
     EXPECT_EQ(zeq({"--json", "view", kept}).exitCode, 2);
