@@ -162,6 +162,7 @@ void ImageCopy(benchmark::State& state) {
 BENCHMARK(ImageCopy)->Unit(benchmark::kMillisecond)->MinTime(2);
 
 void ImageSave(benchmark::State& state) {
+    image(); // sets what saving asks for
     for (auto _ : state) {
         MemoryFile file;
         if (!api_save_entity_list_file(&file, body()).ok()) state.SkipWithError("not saved");
