@@ -19,7 +19,7 @@ test("faces and parts are picked, told and read out", async () => {
   assert.match(await text("#spoken"), /^Annotation A, datum/);
   await page.click("#details .link:nth-child(1)"); // and back
   assert.match(await text("#spoken"), /^Face 364/);
-  await page.mouse.click(320, 700); // beside the model
+  await page.mouse.click(310, 600); // beside the model
   assert.equal(await page.$eval("#details", (each) => each.hidden), true);
   await close();
 });
@@ -368,7 +368,7 @@ test("the model looks as in the picture that zeq makes", async () => {
     "iso",
     "--transparent",
     "--size",
-    "980x756",
+    "820x596",
     "-o",
     path("vise.png"),
   );

@@ -81,7 +81,7 @@ export async function open(file, { phone = false, small = false, theme = "light"
       ? { width: 390, height: 844, hasTouch: true, isMobile: true }
       : small
         ? { width: 720, height: 400 }
-        : { width: 1280, height: 800 },
+        : { width: 1120, height: 640 },
   );
   await page.emulateMediaFeatures([
     { name: "prefers-reduced-motion", value: "reduce" },

@@ -134,7 +134,8 @@ test("a model has instances, annotations and views in their places", () => {
   assert.deepEqual([annotation.value, annotation.owner.name, annotation.isHidden], ["▱ | 0.1", "Cube 1", true]);
   const session = new Session(model, new Facts());
   assert.equal(session.isAnnotationShown(annotation), false);
-  const camera = session.useView(model.views[0]);
+  session.useView(model.views[0]);
+  const camera = session.cameraOf(model.views[0]);
   assert.equal(session.isAnnotationShown(annotation), true);
   near([...camera.back, camera.height], [0, 1, 0, 0.04]);
   near(planeOf(session.section, session.partsBox), [0, 1, 0, -0.005]);
@@ -442,6 +443,10 @@ test("ten thousand instances are opened and listed at once", () => {
 test("characters with a shape of their own stand apart from the text around them", () => {
   const { symbols } = new Facts({ symbols: { "⌖": {}, "Ⓜ": {} } });
   assert.deepEqual(symbols.pieces("⌖ | ⌀0.2 ⓂⓂ"), [
-    { character: "⌖" }, { text: " | ⌀0.2 " }, { character: "Ⓜ" }, { character: "Ⓜ" }]);
+    { character: "⌖" },
+    { text: " | ⌀0.2 " },
+    { character: "Ⓜ" },
+    { character: "Ⓜ" },
+  ]);
   assert.deepEqual(new Facts().symbols.pieces("⌖"), [{ text: "⌖" }]);
 });

@@ -8,7 +8,7 @@ const reaches = { annotation: 6, edge: 7, vertex: 10 }; // in pixels
 
 export class App {
   #flying = 0;
-  #isFitted = true;
+  #aim = () => this.session.fittedTo(); // what the camera was last sent to; null once the user has moved it
 
   constructor(session, stage) {
     this.session = session;
@@ -31,27 +31,32 @@ export class App {
   }
 
   fit(instances) {
-    this.#isFitted = !instances;
+    this.#aim = instances ? null : () => this.session.fittedTo();
     this.fly(this.session.fittedTo(instances));
+  }
+
+  standardView(name) {
+    this.#aim = () => this.session.fittedTo();
+    this.fly(this.session.standardView(name));
+  }
+
+  /** Shows a saved view, or all annotations again from where they are seen. */
+  useView(view) {
+    this.session.useView(view);
+    if (!view) return;
+    this.#aim = () => this.session.cameraOf(view);
+    this.fly(this.#aim());
   }
 
   /** The room for the canvas has changed: what filled it is to fill it again. */
   refit() {
-    if (this.#isFitted) this.session.look(this.session.fittedTo());
-  }
-
-  standardView(name) {
-    this.#isFitted = true;
-    this.fly(this.session.standardView(name));
-  }
-
-  useView(view) {
-    this.#isFitted = false;
-    this.fly(this.session.useView(view));
+    if (!this.#aim) return;
+    cancelAnimationFrame(this.#flying);
+    this.session.look(this.#aim());
   }
 
   #look(camera) {
-    this.#isFitted = false;
+    this.#aim = null;
     cancelAnimationFrame(this.#flying);
     this.session.look(camera);
   }

@@ -67,9 +67,11 @@ async function start() {
   const drawing = new Drawing(stage, session);
   const app = new App(session, stage);
   app.plane = () => drawing.plane;
-  const theme = new Theme((name, palette) =>
-    drawing.setTheme({ ground: fromHex(palette.ground), accent: fromHex(palette.accent) }),
-  );
+  let tools = null;
+  const theme = new Theme((name, palette) => {
+    drawing.setTheme({ ground: fromHex(palette.ground), accent: fromHex(palette.accent) });
+    tools?.update();
+  });
 
   const parts = new PartsPanel(session);
   const pmi = new PmiPanel(session, (view) => app.useView(view));
@@ -94,18 +96,11 @@ async function start() {
   });
   const help = helpDialog(commands);
   const views = new Toolbar(commands, ["view"], { id: "views", "aria-label": "Views" });
-  const tools = new Toolbar(commands, ["switch", "more"], { id: "tools", "aria-label": "Tools" });
+  tools = new Toolbar(commands, ["switch", "more"], { id: "tools", "aria-label": "Tools" });
   session.on(["switches", "section", "camera", "view"], () => {
     views.update();
     tools.update();
   });
-  theme.apply = (
-    (apply) =>
-    (...theirs) => {
-      apply(...theirs);
-      tools.update();
-    }
-  )(theme.apply);
   const spoken = make("p.unseen", { id: "spoken", role: "status", "aria-live": "polite" });
   session.on(["picked"], () => (spoken.textContent = sentenceOf(session, session.picked)));
 

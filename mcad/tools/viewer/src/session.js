@@ -124,15 +124,18 @@ export class Session {
     return withPerspective(this.camera, isOn);
   }
 
-  /** Shows a saved view, or all annotations again if it is null. Returns its camera. */
+  /** Shows a saved view, or all annotations again if it is null. */
   useView(view) {
     this.view = view;
     this.section = view?.clipping ? sectionOfView(view) : null;
     if (view) this.switches.pmi = true;
     this.#tell("view", "section", "switches");
-    if (!view) return this.camera;
+  }
+
+  /** The camera of a saved view. On an upright screen there may be less room than the view was made for. */
+  cameraOf(view) {
     const camera = savedCamera(view, this.middle, this.radius);
-    if (this.aspect >= 1) return camera; // on an upright screen there may be less room than the view was made for
+    if (this.aspect >= 1) return camera;
     return { ...camera, height: Math.max(camera.height, this.fittedTo(this.model.instances, camera).height) };
   }
 
