@@ -138,6 +138,10 @@ test("a model has instances, annotations and views in their places", () => {
   const camera = session.cameraOf(model.views[0]);
   assert.equal(session.isAnnotationShown(annotation), true);
   near([...camera.back, camera.height], [0, 1, 0, 0.04]);
+  const place = () => project(session.cameraOf(model.views[0]), annotation.world.slice(12, 15), session.aspect, session.radius);
+  annotation.world[12] += 0.05; // beside the window
+  assert.ok(Math.max(...place().slice(0, 2).map(Math.abs)) < 1);
+  annotation.world[12] -= 0.05;
   near(planeOf(session.section, session.partsBox), [0, 1, 0, -0.005]);
   assert.equal(model.triangles, 12);
 });

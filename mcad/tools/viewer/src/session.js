@@ -1,6 +1,6 @@
 // What the user sees and does: what is shown and picked, the view, the section, the switches. Whoever shows any of it
 // asks to be told when it changes.
-import { firstCamera, fitted, savedCamera, standardView, withPerspective } from "./camera.js";
+import { firstCamera, fitted, project, savedCamera, standardView, withPerspective } from "./camera.js";
 import { measure, shapeOf } from "./measure.js";
 import { boxOf, subtreeOf } from "./model.js";
 import { sectionOfView, startSection } from "./section.js";
@@ -132,11 +132,19 @@ export class Session {
     this.#tell("view", "section", "switches");
   }
 
-  /** The camera of a saved view. On an upright screen there may be less room than the view was made for. */
+  /** The camera of a saved view, zoomed out where its annotations would not fit: it may be of a wider window. */
   cameraOf(view) {
     const camera = savedCamera(view, this.middle, this.radius);
-    if (this.aspect >= 1) return camera;
-    return { ...camera, height: Math.max(camera.height, this.fittedTo(this.model.instances, camera).height) };
+    const meant = (each) => view.owner === each.owner && view.annotations.has(each.id);
+    const reach = Math.max(
+      ...this.model.annotations
+        .filter(meant)
+        .flatMap((each) => cornersOf(boxOf(this.model, [each])))
+        .flatMap((point) => project(camera, point, this.aspect, this.radius)?.slice(0, 2).map(Math.abs) ?? []),
+      0,
+    );
+    const most = 3;
+    return reach > 1 ? { ...camera, height: camera.height * Math.min(reach * 1.03, most) } : camera;
   }
 
   /** Changes the section, or begins one; null ends it. */
