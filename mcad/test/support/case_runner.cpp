@@ -180,7 +180,8 @@ void runCases(const std::string& fileName) {
             return;
         }
         for (const auto& subject : subjectsOf(**form)) {
-            SCOPED_TRACE(typeid(*subject).name());
+            const CaseSubject& way = *subject;
+            SCOPED_TRACE(typeid(way).name());
             try {
                 row.run(*subject, log);
             } catch (const std::exception& error) {
