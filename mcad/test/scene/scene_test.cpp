@@ -331,14 +331,20 @@ TEST(Scene, DrawsTheValueOfAnAnnotationThatIsOnlyPlaced) {
     auto nowhere = std::make_shared<ExcPMIDimension>(*dimension);
     nowhere->setId(L"51");
     nowhere->setPosition({0, 0});
-    auto leader = std::make_shared<ExcPMILeader>();
+    auto leader = std::make_shared<ExcPMILeader>(), beyond = std::make_shared<ExcPMILeader>();
     leader->setPoints({{3, 4}, {0, -20}});
+    beyond->setPoints({{3, 4}, {0, 1e300}});
     dimension->addLeader(leader);
+    dimension->addLeader(beyond);
+    auto far = std::make_shared<ExcPMIDimension>(*dimension);
+    far->setId(L"52");
+    far->setPosition({1e100, 0});
     auto plane = std::make_shared<ExcPMIAnnotationView>();
     plane->setVectorU({0, 1, 0});
     plane->setVectorV({0, 0, 1});
     plane->addDimension(dimension);
     plane->addDimension(nowhere);
+    plane->addDimension(far);
     auto set = std::make_shared<ExcPMIAnnotationSet>();
     set->addView(plane);
     auto pmi = std::make_shared<ExcPMIData>();
@@ -350,9 +356,10 @@ TEST(Scene, DrawsTheValueOfAnAnnotationThatIsOnlyPlaced) {
 
     const Scene scene = model.build();
     const std::vector<Annotation>& annotations = scene.parts[1].annotations;
-    ASSERT_EQ(annotations.size(), 2);
+    ASSERT_EQ(annotations.size(), 3);
     for (const Annotation& each : annotations) EXPECT_EQ(each.value, "⌀35");
     EXPECT_FALSE(annotations[1].isDrawn());
+    EXPECT_FALSE(annotations[2].isDrawn()) << "farther than a float reaches";
     ASSERT_TRUE(annotations[0].isDrawn());
     const auto [low, high] = extentOf(annotations[0].shape);
     EXPECT_NEAR(high.x - low.x, 0, 1e-6);
@@ -360,6 +367,11 @@ TEST(Scene, DrawsTheValueOfAnAnnotationThatIsOnlyPlaced) {
     EXPECT_NEAR(low.y, 0, 0.01);
     EXPECT_GT(high.y, 3);
     EXPECT_EQ(annotations[0].shape.faces.size(), 1); // the arrow head
+
+    plane->setVectorU({0, 2, 0}); // not of length one
+    const Shape stretched = model.build().parts[1].annotations[0].shape;
+    EXPECT_EQ(stretched.normals[0], 1);
+    EXPECT_NEAR(extentOf(stretched)[0].z, -20, 1e-5);
 }
 
 TEST(Scene, FillsOutlinesOfAnyForm) {

@@ -53,20 +53,6 @@ void forEachRun(const std::vector<Thing>& things, const scene::Look& around, sce
     }
 }
 
-/// From corner to corner of its box.
-double sizeOf(const scene::Shape& shape) {
-    scene::Vec low{1e300, 1e300, 1e300}, high{-1e300, -1e300, -1e300};
-    for (const std::vector<float>* const points : {&shape.vertices, &shape.linePoints})
-        for (std::size_t i = 0; i + 2 < points->size(); i += 3) {
-            const float* const p = &(*points)[i];
-            low = {std::min<double>(low.x, p[0]), std::min<double>(low.y, p[1]),
-                   std::min<double>(low.z, p[2])};
-            high = {std::max<double>(high.x, p[0]), std::max<double>(high.y, p[1]),
-                    std::max<double>(high.z, p[2])};
-        }
-    return low.x <= high.x ? length(high - low) : 0;
-}
-
 /// Of what a section plane cuts; nothing if there is nothing.
 std::optional<float> middleAlong(std::size_t axis, const picture::Drawing& drawing) {
     float low = std::numeric_limits<float>::max(), high = -low;
@@ -239,7 +225,7 @@ void Depiction::fadeLinesOfSmallParts() {
     for (const Extent& extent : m_extents) {
         const scene::Instance& instance = m_scene.instances[extent.instance];
         double& size = sizes[instance.part];
-        if (size < 0) size = sizeOf(m_scene.parts[instance.part].shape);
+        if (size < 0) size = diagonalOf(m_scene.parts[instance.part].shape);
         const double seen = pixels * size * std::cbrt(std::abs(instance.world.determinant()));
         const auto strength = static_cast<float>(std::clamp((seen - gone) / (full - gone), 0.0, 1.0));
         for (std::size_t i = extent.firstTriangles; i < extent.endTriangles; ++i)

@@ -74,6 +74,12 @@ Camera cameraOf(const ExcCamera& from, double scale) {
     return camera;
 }
 
+/// Whether what is drawn in the plane, with letters of that height, has coordinates that a float holds.
+bool isDrawable(const Placement& plane, double height) {
+    constexpr double farthest = 1e30;
+    return plane.isUsable() && length(plane.origin) < farthest && height > 0 && height < farthest;
+}
+
 /// Nothing if there is no clipping, or no sense in it.
 std::optional<std::array<double, 4>> clippingOf(const ExcClippingPlane& from, double scale) {
     Vec normal;
@@ -236,7 +242,7 @@ void PartBuilder::addText(const ExcVisuText& text, const Drawn& drawn, Annotatio
     const Placement plane{x, unit(cross(z, x)), z, drawn.placement(toVec(text.anchorPoint()))};
     const double height =
         length(drawn.placement.direction(text.font().textHeight() * unit(toVec(text.direction()))));
-    if (!plane.isUsable() || !(height > 0) || !std::isfinite(height)) {
+    if (!isDrawable(plane, height)) {
         m_warnings.add(m_owner + ", annotation " + annotation.id + ": a text is nowhere");
         return;
     }
@@ -353,24 +359,18 @@ double PartBuilder::textHeight() const {
         if (const auto* const note = dynamic_cast<const ExcPMINote*>(semantic.get()))
             for (const auto& text : note->texts())
                 if (text && text->height() > 0 && std::isfinite(text->height())) return text->height();
-    Vec low, high;
-    const std::vector<float>& points = m_part.shape.vertices;
-    for (std::size_t i = 0; i + 2 < points.size(); i += 3) {
-        const Vec point{points[i], points[i + 1], points[i + 2]};
-        if (i == 0) low = high = point;
-        low = {std::min(low.x, point.x), std::min(low.y, point.y), std::min(low.z, point.z)};
-        high = {std::max(high.x, point.x), std::max(high.y, point.y), std::max(high.z, point.z)};
-    }
     constexpr double usual = 3.5; // millimetres (ISO 3098)
-    const double size = length(high - low);
+    const double size = diagonalOf(m_part.shape);
     return size > 0 ? size / 60 : usual / m_millimeters;
 }
 
 void PartBuilder::drawValue(Annotation& annotation, double textHeight) {
     const ExcPMIAnnotation& semantic = *annotation.semantic;
-    const Placement& plane = annotation.plane;
+    const Placement& given = annotation.plane;
+    const Vec x = unit(given.x), z = unit(cross(given.x, given.y));
+    const Placement plane{x, cross(z, x), z, given.origin};
     const bool hasPlace = length(plane.origin) > 0 || !semantic.leaders().empty();
-    if (annotation.value.empty() || !hasPlace || !plane.isUsable()) return;
+    if (annotation.value.empty() || !hasPlace || !isDrawable(plane, textHeight)) return;
     const auto height = static_cast<float>(textHeight);
     const auto angle = [&] {
         if (semantic.orientation() == EPMIOrientation::vertical) return std::numbers::pi / 2;
@@ -387,9 +387,13 @@ void PartBuilder::drawValue(Annotation& annotation, double textHeight) {
     for (const ExcPMILeaderPtr& leader : semantic.leaders()) {
         std::vector<strokes::Point> points;
         for (const ExcVector2d& point : leader->points())
-            points.push_back({static_cast<float>(point.x() - semantic.position().x()),
-                              static_cast<float>(point.y() - semantic.position().y())});
-        if (points.size() < 2) continue;
+            points.push_back({static_cast<float>(length(given.x) * (point.x() - semantic.position().x())),
+                              static_cast<float>(length(given.y) * (point.y() - semantic.position().y()))});
+        constexpr float farthest = 1e30F;
+        const bool isNear = std::ranges::all_of(points, [](const strokes::Point& point) {
+            return std::abs(point.x) < farthest && std::abs(point.y) < farthest;
+        });
+        if (points.size() < 2 || !isNear) continue;
         const auto distance = [](const strokes::Point& point) { return std::hypot(point.x, point.y); };
         if (distance(points.front()) < distance(points.back())) std::ranges::reverse(points);
         addFigure(strokes::leader(points, end, height), plane, Look(), annotation.shape);

@@ -34,7 +34,8 @@ struct Color {
 /// What something says of its colour and its opacity. Each may be missing, and is then that of what is around: a face
 /// lies in nodes of its part's scene, the part in an instance, that in the instances that contain it, and the nearest
 /// one that says something decides. A part as a whole is asked last, as its instances stand for it: the colour of a
-/// block reference shows on all faces of its block that have no colour of their own. Edges that bound faces take no colour from around, to stand out: without one of their own they are plain.
+/// block reference shows on all faces of its block that have no colour of their own. Edges that bound faces take no
+/// colour from around, to stand out: without one of their own they are plain.
 struct Look {
     Color color;
     bool hasColor = false;
@@ -83,6 +84,9 @@ struct Shape {
 
     bool isEmpty() const { return faces.empty() && lines.empty() && markers.empty(); }
 };
+
+/// From corner to corner of the box of its surfaces and lines; 0 if it has none.
+double diagonalOf(const Shape& shape);
 
 /// Something of the model that an annotation applies to.
 struct Link {
