@@ -121,21 +121,6 @@ TEST(Compressor, BothContainersGetTheSame) {
     EXPECT_EQ(packed.data(), place) << "plain bytes are not copied";
 }
 
-TEST(Compressor, PiecesOfAnySizeAreOneStream) {
-    for (const std::string& data : samples()) {
-        std::mt19937 random(3);
-        std::string packed;
-        const auto append = [&packed](const char* bytes, std::size_t size) { packed.append(bytes, size); };
-        Compressor::compress(append, [&](const Compressor::Output& output) {
-            for (std::size_t at = 0, size = 0; at < data.size(); at += size) {
-                size = std::min<std::size_t>(random() % 3 ? random() % 100'000 : 0, data.size() - at);
-                output(data.data() + at, size);
-            }
-        });
-        EXPECT_TRUE(zlibInflate(packed) == data) << data.size();
-    }
-}
-
 TEST(Compressor, AnUnknownLevelIsRefused) {
     for (const int level : {-2, 10, 1000}) {
         try {

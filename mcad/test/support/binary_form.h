@@ -14,7 +14,7 @@ namespace zeq::test {
 template <class Write>
 std::string bytesOf(Write&& write) {
     std::string bytes;
-    json::encode([&bytes](const char* data, std::size_t size) { bytes.append(data, size); }, write);
+    json::encode(bytes, write);
     return bytes;
 }
 

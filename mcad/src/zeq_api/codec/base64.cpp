@@ -1,4 +1,5 @@
-// The Base64 tables and loops, for narrow and for wide characters.
+// The Base64 tables and loops, for narrow and for wide characters. Of wide ones, which carry all bulk data, whole
+// blocks go through vector registers where the processor has them.
 #include "zeq_api/codec/base64.h"
 
 #include <array>
@@ -6,6 +7,8 @@
 #include <cstring>
 #include <string_view>
 #include <type_traits>
+
+#include "zeq_api/codec/base64_blocks.h"
 
 namespace zeq {
 
@@ -88,7 +91,11 @@ std::size_t Base64::encodeImpl(void* dst, const void* src, std::size_t n) {
 }
 
 std::size_t Base64::encodeUnits(char* dst, const void* src, std::size_t n) {
-    return encodeBytes(Text<wchar_t>{dst}, static_cast<const std::uint8_t*>(src), n);
+    const auto* const bytes = static_cast<const std::uint8_t*>(src);
+    const std::size_t done = detail::encodeBlocks(dst, bytes, n);
+    const std::size_t characters = encodedSize(done);
+    return characters +
+           encodeBytes(Text<wchar_t>{dst + characters * sizeof(wchar_t)}, bytes + done, n - done);
 }
 
 std::pair<std::size_t, std::size_t> Base64::decodeImpl(void* dst, const char* src, std::size_t n) {
@@ -96,7 +103,12 @@ std::pair<std::size_t, std::size_t> Base64::decodeImpl(void* dst, const char* sr
 }
 
 std::pair<std::size_t, std::size_t> Base64::decodeUnits(void* dst, const char* src, std::size_t n) {
-    return decodeCharacters(static_cast<std::uint8_t*>(dst), ConstText<wchar_t>{src}, n);
+    auto* const bytes = static_cast<std::uint8_t*>(dst);
+    const std::size_t done = detail::decodeBlocks(bytes, src, n);
+    const std::size_t size = decodedSize(done);
+    const auto [written, read] =
+        decodeCharacters(bytes + size, ConstText<wchar_t>{src + done * sizeof(wchar_t)}, n - done);
+    return {size + written, done + read};
 }
 
 template void Base64::encode<float>(const std::vector<float>&, std::wstring&);

@@ -85,11 +85,8 @@ void Compressor::compress(std::string& out, const char* data, std::size_t size, 
     compressInto(out, {data, size}, level);
 }
 
-void Compressor::compress(const Output& output, const std::function<void(const Output&)>& write) {
-    const auto encoder = detail::newEncoder(-1, output);
-    write([&encoder](const char* bytes, std::size_t size) { encoder->write({bytes, size}); });
+void detail::traceCompression() {
     trace(__LINE__, "static void zeq::Compressor::compress(std::string &, const byte *, std::size_t, int)");
-    encoder->finish();
 }
 
 void detail::traceDecompression() {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -15,10 +14,6 @@ public:
     /// @throws std::runtime_error "deflate init failed", for another level
     static void compress(std::vector<char>& out, const char* data, std::size_t size, int level);
     static void compress(std::string& out, const char* data, std::size_t size, int level);
-
-    using Output = std::function<void(const char* bytes, std::size_t size)>;
-    /// Gives `output` the gzip form, at the default level, of what `write(output)` gives to its own, piece by piece.
-    static void compress(const Output& output, const std::function<void(const Output&)>& write);
 
     /// Makes `out` what gzip or zlib data hold; of data that end too early, what could be decoded.
     /// @throws std::runtime_error with zlib's message, for damaged data

@@ -45,7 +45,8 @@ std::unique_ptr<GzipDecoder> newDecoder(ByteInput input);
 /// The fastest there is. Whatever it does not like, it is not whole, and newDecoder() is to be asked.
 std::unique_ptr<GzipDecoder> newFastDecoder(ByteInput input);
 
-/// Logs what a call of Compressor::decompress() does.
+/// Log what calls of Compressor::compress() and Compressor::decompress() do.
+void traceCompression();
 void traceDecompression();
 
 } // namespace zeq::detail

@@ -7,7 +7,8 @@
 
 #include "mp/shared_buffer.h"
 #include "mv_cvx/logger.h"
-#include "zeq_api/codec/compressor.h"
+#include "zeq_api/codec/gzip_output.h"
+#include "zeq_api/codec/gzip_stream.h"
 #include "zeq_api/exchange_object/area.h"
 #include "zeq_api/exchange_object/exchange_object_registry.h"
 #include "zeq_api/json/form.h"
@@ -23,26 +24,22 @@ constexpr const wchar_t* dataKey = L"exchange_object_data";
 
 /// Makes a new shared buffer the binary form of the object, and returns its name.
 std::wstring publish(const IExchangeObject& object) {
-    json::ByteLayout layout;
-    json::ByteSink counting(layout);
-    json::writeNested(object, counting);
     std::wstring name = IExchangeObject::generateUUID();
     try {
         mp::SharedBuffer<char> buffer(name, false);
-        unsigned long size = 0;
-        const auto append = [&](const char* bytes, std::size_t count) {
-            buffer.write(bytes, count, size);
-            size += count;
+        const json::ByteStore store = [&buffer](const char* bytes, std::size_t size, std::uint64_t at) {
+            buffer.write(bytes, size, at);
         };
-        const auto writeTo = [&](json::ByteSink::Output output) {
-            json::ByteSink sink(layout, std::move(output));
+        const auto writeTo = [&object](json::BlockOutput&& output, bool isTraced) {
+            json::ByteSink sink(output);
             json::writeNested(object, sink);
-            sink.flush();
+            if (isTraced) detail::traceCompression();
+            sink.finish();
         };
         if (object.compress())
-            Compressor::compress(append, writeTo);
+            writeTo(detail::GzipOutput(store), true);
         else
-            writeTo(append);
+            writeTo(json::PlainOutput(store), false);
     } catch (...) { // nobody was told the name
         mp::removeObject(name);
         throw;

@@ -34,7 +34,7 @@ public:
         case rapidjson::kArrayType:
             return m_bodies.push_back(m_sink.open(Tag::array));
         case rapidjson::kStringType:
-            return onName(value);
+            return m_sink.value(textOf(value));
         case rapidjson::kNumberType:
             break;
         }
@@ -48,9 +48,7 @@ public:
             throw std::invalid_argument(binary_error::unknownNumber);
     }
 
-    void onName(const JsonValue& name) {
-        m_sink.value(std::wstring_view(name.GetString(), name.GetStringLength()));
-    }
+    void onName(const JsonValue& name) { m_sink.name(textOf(name)); }
 
     void onEnd(const JsonValue& /*container*/) {
         m_sink.close(m_bodies.back());
@@ -58,6 +56,10 @@ public:
     }
 
 private:
+    static std::wstring_view textOf(const JsonValue& string) {
+        return {string.GetString(), string.GetStringLength()};
+    }
+
     json::ByteSink& m_sink;
     std::vector<json::ByteSink::Body> m_bodies; // of the open containers
 };
@@ -187,8 +189,7 @@ private:
 };
 
 void JsonBinaryIOImpl::encode(const JsonValue& value, std::string& out) {
-    json::encode([&out](const char* bytes, std::size_t size) { out.append(bytes, size); },
-                 [&value](json::ByteSink& sink) { write(value, sink); });
+    json::encode(out, [&value](json::ByteSink& sink) { write(value, sink); });
 }
 
 void JsonBinaryIOImpl::write(const JsonValue& value, json::ByteSink& sink) {

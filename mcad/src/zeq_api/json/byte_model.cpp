@@ -29,48 +29,22 @@ void ByteSink::value(unsigned long long v) {
     number(Tag::uint64, v);
 }
 
-ByteSink::ByteSink(const ByteLayout& layout, Output output)
-    : m_layout(&layout), m_output(std::move(output)), m_block(new char[blockSize]), m_next(m_block.get()),
-      m_end(m_next + blockSize) {}
-
 void ByteSink::dom(const JsonValue& value) { JsonBinaryIOImpl::write(value, *this); }
 
-void ByteSink::keep(const JsonValue& value) {
-    JsonBinaryIOImpl::encode(value, m_counted->foreign.emplace_back());
-}
-
-void ByteSink::writeKept() {
-    const std::string& kept = m_counted ? m_counted->foreign.back() : m_layout->foreign.at(m_nextForeign++);
-    bytes(kept.data(), kept.size());
-}
-
-ByteSink::Body ByteSink::open(Tag kind) {
-    if (m_counted) {
-        const Body body = nextBody();
-        m_counted->lengths.push_back(0);
-        m_counted->size = body.start;
-        return body;
-    }
-    number(kind, m_layout->lengths.at(m_nextLength++));
-    return {};
-}
-
-ByteSink::Body ByteSink::nextBody() const { return {m_layout->lengths.size(), m_layout->size + headSize}; }
-
-void ByteSink::piecewise(const char* from, std::size_t size) {
-    while (size != 0) {
-        if (m_next == m_end) flush();
-        const std::size_t piece = std::min(size, static_cast<std::size_t>(m_end - m_next));
-        std::memcpy(m_next, from, piece);
-        m_next += piece;
-        from += piece;
-        size -= piece;
+void ByteSink::longText(std::wstring_view v) {
+    number(Tag::string, static_cast<std::uint64_t>(v.size()));
+    while (!v.empty()) {
+        const std::wstring_view piece = v.substr(0, largePiece / sizeof(wchar_t));
+        const std::size_t size = piece.size() * sizeof(wchar_t);
+        std::memcpy(room(size), piece.data(), size);
+        v.remove_prefix(piece.size());
     }
 }
 
-void ByteSink::flush() {
-    m_output(m_block.get(), static_cast<std::size_t>(m_next - m_block.get()));
-    m_next = m_block.get();
+void ByteSink::pass() {
+    const std::uint64_t end = position();
+    m_output->pass(m_block);
+    m_start = end - static_cast<std::uint64_t>(m_block.next - m_block.begin);
 }
 
 bool ByteView::take(bool& out) const {

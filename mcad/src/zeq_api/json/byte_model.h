@@ -14,32 +14,17 @@
 #include <vector>
 
 #include "zeq_api/json/binary_format.h"
+#include "zeq_api/json/block_output.h"
 #include "zeq_api/json/byte_source.h"
 #include "zeq_api/json/dom_model.h"
 
 namespace zeq::json {
 
-/// What a ByteSink has to know before it writes: found by a ByteSink that only counts.
-struct ByteLayout {
-    std::uint64_t size = 0;
-    std::vector<std::uint64_t>
-        lengths; ///< of the bodies of objects and arrays, in the order in which they open
-    std::vector<std::string> foreign; ///< values of the document model, encoded, in their order
-};
-
-/// Writes values front to back, integers in the narrowest kind that holds them. Lengths stand before what they
-/// count, so everything is given twice: to a sink that counts, then to one that writes. encode() does both.
+/// Writes values front to back, once, integers in the narrowest kind that holds them. The length of an object or array
+/// stands before its content: it is filled in when that is complete.
 class ByteSink {
 public:
-    using Output = std::function<void(const char* bytes, std::size_t size)>;
-
-    /// Counts, and writes nothing.
-    explicit ByteSink(ByteLayout& counted) : m_layout(&counted), m_counted(&counted) {}
-    /// Hands what it writes to `output` in pieces; the last one with flush().
-    ByteSink(const ByteLayout& layout, Output output);
-
-    /// Whether this is the time to log what is written.
-    bool logs() const { return !m_counted; }
+    explicit ByteSink(BlockOutput& output) : m_output(&output) { m_output->pass(m_block); }
 
     void null() { tag(Tag::null); }
     void value(bool v) { tag(v ? Tag::boolTrue : Tag::boolFalse); }
@@ -49,30 +34,31 @@ public:
     void value(unsigned long long v);
     void value(double v) { number(Tag::real, v); }
     void value(std::wstring_view v) {
-        number(Tag::string, static_cast<unsigned long long>(v.size()));
-        bytes(reinterpret_cast<const char*>(v.data()), v.size() * sizeof(wchar_t));
+        const std::size_t size = v.size() * sizeof(wchar_t);
+        if (size >= largePiece) return longText(v);
+        char* const to = room(headSize + size);
+        putHead(to, Tag::string, v.size());
+        std::memcpy(to + headSize, v.data(), size);
     }
 
-    /// A string; `fill(bytes, first, count)` writes so many of its units, in order, as bytes.
+    /// A string of Base64; `fill(bytes, first, count)` writes so many of its units, in order, as bytes.
     template <class Fill>
     void text(std::size_t units, Fill&& fill) {
-        number(Tag::string, static_cast<unsigned long long>(units));
-        if (m_counted) {
-            m_counted->size += units * sizeof(wchar_t);
-            return;
-        }
-        constexpr std::size_t most = 4096;
+        number(Tag::string, static_cast<std::uint64_t>(units));
+        mark(Mark::base64);
+        constexpr std::size_t most = largePiece / sizeof(wchar_t);
         for (std::size_t first = 0; first < units; first += most) {
             const std::size_t count = std::min(most, units - first);
             fill(room(count * sizeof(wchar_t)), first, count);
         }
+        mark(Mark::base64End);
     }
 
     template <class Fill>
     void object(Fill&& fill) {
         const Body body = open(Tag::object);
         fill(*this);
-        close(body);
+        closeUnlessLeftOpen(body);
     }
     template <class Fill>
     void array(Fill&& fill) {
@@ -82,7 +68,7 @@ public:
     }
     template <class Give>
     void member(std::wstring_view key, Give&& give) {
-        value(key);
+        name(key);
         give(*this);
     }
     /// The same: bytes always have a copy of the name.
@@ -97,86 +83,93 @@ public:
 
     /// The body of an object or array that is being written.
     struct Body {
-        std::size_t index;
         std::uint64_t start;
     };
     /// Starts an object or an array, for a writer that cannot nest: its content follows, then close().
-    Body open(Tag kind);
-    /// Ends the body here; the last time counts.
-    void close(const Body& body) {
-        if (m_counted) m_counted->lengths[body.index] = m_counted->size - body.start;
+    Body open(Tag kind) {
+        char* const to = room(headSize);
+        putHead(to, kind, unknownLength);
+        putMark(to, Mark::container);
+        return {position()};
     }
-    /// The body of the object or array that is written next.
-    Body nextBody() const;
+    void close(const Body& body) {
+        const std::uint64_t length = position() - body.start;
+        const std::uint64_t at = body.start - sizeof length;
+        if (at >= m_start)
+            std::memcpy(m_block.begin + (at - m_start), &length, sizeof length);
+        else
+            m_output->setLength(at, length);
+    }
+    void name(std::wstring_view key) {
+        mark(Mark::name);
+        value(key);
+    }
+    /// For a row that goes on with the last member when all others are done: object() leaves the object that is
+    /// written open, and whoever called that gets it from takeLeftOpen() and closes it.
+    void leaveOpen() { m_isLeftOpen = true; }
+    Body takeLeftOpen() { return m_leftOpen; }
 
     /// Writes a value of the document model.
     void dom(const JsonValue& value);
-    /// Writes a value of the document model that `make(document)` makes: once, even if it is counted first.
-    template <class Make>
-    void foreign(Make&& make) {
-        if (m_counted) {
-            JsonDocument document;
-            make(document);
-            keep(document);
-        }
-        writeKept();
-    }
 
-    void flush();
+    /// To be called once, at the end.
+    void finish() { m_output->finish(m_block); }
 
 private:
-    static constexpr std::size_t blockSize = 1 << 17;
+    static constexpr std::size_t headSize = 1 + sizeof(std::uint64_t);
+    // No more than this is asked of a block at once.
+    static constexpr std::size_t largePiece = 1 << 14;
 
-    void tag(Tag t) {
-        const char byte = static_cast<char>(t);
-        bytes(&byte, 1);
+    static void putHead(char* to, Tag kind, std::uint64_t length) {
+        *to = static_cast<char>(kind);
+        std::memcpy(to + 1, &length, sizeof length);
     }
+    void tag(Tag t) { *room(1) = static_cast<char>(t); }
     template <class Number>
     void number(Tag t, Number v) {
-        if (m_counted) {
-            m_counted->size += 1 + sizeof v;
-            return;
-        }
         char* const to = room(1 + sizeof v);
         *to = static_cast<char>(t);
         std::memcpy(to + 1, &v, sizeof v);
     }
-    void bytes(const char* from, std::size_t size) {
-        if (m_counted)
-            m_counted->size += size;
-        else if (size <= static_cast<std::size_t>(m_end - m_next))
-            std::memcpy(std::exchange(m_next, m_next + size), from, size);
-        else
-            piecewise(from, size);
-    }
-    /// Where so many bytes are to be written, no more than a block.
-    char* room(std::size_t size) {
-        if (size > static_cast<std::size_t>(m_end - m_next)) flush();
-        return std::exchange(m_next, m_next + size);
-    }
-    void piecewise(const char* from, std::size_t size);
-    void keep(const JsonValue& value);
-    void writeKept();
+    void longText(std::wstring_view v);
 
-    const ByteLayout* m_layout;
-    ByteLayout* m_counted = nullptr; // the same while counting
-    std::size_t m_nextLength = 0;
-    std::size_t m_nextForeign = 0;
-    Output m_output;
-    std::unique_ptr<char[]> m_block;
-    char* m_next = nullptr;
-    char* m_end = nullptr;
+    /// Where so many bytes are to be written.
+    char* room(std::size_t size) {
+        if (size > static_cast<std::size_t>(m_block.end - m_block.next)) pass();
+        return std::exchange(m_block.next, m_block.next + size);
+    }
+    void pass();
+    void mark(Mark::Kind kind) { putMark(m_block.next, kind); }
+    void putMark(const char* at, Mark::Kind kind) {
+        *m_block.nextMark++ = {kind, static_cast<std::uint32_t>(at - m_block.begin)};
+    }
+    std::uint64_t position() const {
+        return m_start + static_cast<std::uint64_t>(m_block.next - m_block.begin);
+    }
+    void closeUnlessLeftOpen(const Body& body) {
+        if (std::exchange(m_isLeftOpen, false))
+            m_leftOpen = body;
+        else
+            close(body);
+    }
+
+    BlockOutput* m_output;
+    Block m_block;
+    std::uint64_t m_start = 0; // of the block, in all that is written
+    bool m_isLeftOpen = false;
+    Body m_leftOpen{};
 };
 
-/// Counts and then writes what `write(sink)` gives.
+/// Appends to `out` what `write(sink)` gives.
 template <class Write>
-void encode(const ByteSink::Output& output, Write&& write) {
-    ByteLayout layout;
-    ByteSink counting(layout);
-    write(counting);
-    ByteSink writing(layout, output);
-    write(writing);
-    writing.flush();
+void encode(std::string& out, Write&& write) {
+    const std::size_t start = out.size();
+    PlainOutput output([&out, start](const char* bytes, std::size_t size, std::uint64_t at) {
+        out.replace(std::min(out.size(), start + at), size, bytes, size);
+    });
+    ByteSink sink(output);
+    write(sink);
+    sink.finish();
 }
 
 /// Reads the next value of a byte source, once, from front to back. Whoever visits it may leave it unread.

@@ -235,8 +235,9 @@ void writeNested(const T& object, DomSink& sink) {
 template <std::derived_from<IJsonObject> T>
 void writeNested(const T& object, ByteSink& sink) {
     if (const FormInfo* form = formOf(object)) return form->write(dynamic_cast<const void*>(&object), sink);
-    sink.foreign(
-        [&object](JsonDocument& document) { object.writeObject(document, document.GetAllocator()); });
+    JsonDocument scratch;
+    object.writeObject(scratch, scratch.GetAllocator());
+    sink.dom(scratch);
 }
 
 /// The JSON type of a document class.

@@ -122,7 +122,7 @@ struct Logged : Row {
     }
     template <class Sink>
     void write(const This& object, Sink& sink) const {
-        if (Row::write(object, sink) && sink.logs()) logValue(label, object.*(this->member));
+        if (Row::write(object, sink)) logValue(label, object.*(this->member));
     }
 };
 

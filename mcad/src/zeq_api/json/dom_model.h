@@ -125,8 +125,6 @@ class DomSink {
 public:
     DomSink(JsonValue& out, JsonAllocator& allocator) : m_out(&out), m_allocator(&allocator) {}
 
-    static constexpr bool logs() { return true; }
-
     void null() { m_out->SetNull(); }
     void value(bool v) { m_out->SetBool(v); }
     void value(int v) { m_out->SetInt(v); }

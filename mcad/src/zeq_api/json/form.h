@@ -248,7 +248,7 @@ void readMembers(typename JsonForm::This& object, Members& members) {
 
 template <class JsonForm, class Sink>
 void writeMembers(const typename JsonForm::This& object, Sink& sink) {
-    if (sink.logs()) traceWrite(JsonForm::form.head);
+    traceWrite(JsonForm::form.head);
     JsonForm::form.forEach([&]<class Row>(const Row& row) {
         if constexpr (isBase<Row>)
             [&]<class Base>(const BaseRow<Base>&) {
@@ -283,7 +283,7 @@ void readForm(typename JsonForm::This& object, const View& view) {
 template <class JsonForm, class Sink>
 void writeForm(const typename JsonForm::This& object, Sink& sink) {
     if constexpr (std::remove_cvref_t<decltype(JsonForm::form)>::isWhole) {
-        if (sink.logs()) traceWrite(JsonForm::form.head);
+        traceWrite(JsonForm::form.head);
         JsonForm::form.forEach([&](const auto& row) { writeWhole(object, sink, row); });
     } else {
         bool isNull = false;
@@ -291,7 +291,7 @@ void writeForm(const typename JsonForm::This& object, Sink& sink) {
             if constexpr (ObjectState<std::remove_cvref_t<decltype(row)>>) isNull = !(object.*row.isSet)();
         });
         if (isNull) {
-            if (sink.logs()) traceWrite(JsonForm::form.head);
+            traceWrite(JsonForm::form.head);
             sink.null();
         } else {
             sink.object([&object](auto& to) { writeMembers<JsonForm>(object, to); });

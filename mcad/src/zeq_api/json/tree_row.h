@@ -163,9 +163,9 @@ struct Tree {
         if ((object.*list).empty()) return;
         const detail::Worklist<detail::OpenArray<This>> worklist;
         auto& open = worklist.pending();
-        sink.value(key);
+        sink.name(key);
         open.push_back({&(object.*list), 0, sink.open(Tag::array), {}});
-        if (!worklist.isOutermost()) return;
+        if (!worklist.isOutermost()) return sink.leaveOpen();
         while (!open.empty()) {
             const std::size_t depth = open.size();
             auto& array = open.back();
@@ -174,9 +174,8 @@ struct Tree {
                 if (array.objectBody) sink.close(*array.objectBody);
                 open.pop_back();
             } else if (const auto& child = (*array.children)[array.next++]) {
-                const ByteSink::Body body = sink.nextBody();
                 writeNested(*child, sink);
-                if (open.size() > depth) open.back().objectBody = body; // it is not at its end yet
+                if (open.size() > depth) open.back().objectBody = sink.takeLeftOpen();
             }
         }
     }

@@ -1,0 +1,18 @@
+// Base64 of wide characters by whole blocks, for Base64 alone. Where the processor has no such instructions, nothing
+// is done, and the plain loops do it all.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace zeq::detail {
+
+/// Encodes blocks of 12 bytes, as long as 16 can be read, to wide characters at any address.
+/// @return the number of bytes encoded
+std::size_t encodeBlocks(char* units, const std::uint8_t* src, std::size_t n);
+
+/// Decodes blocks of 16 wide characters at any address, up to one with a character outside the alphabet.
+/// @return the number of characters decoded
+std::size_t decodeBlocks(std::uint8_t* dst, const char* units, std::size_t n);
+
+} // namespace zeq::detail

@@ -1,0 +1,396 @@
+// Blocks of deflate data. Base64 text has a code of its own, the same for all such text: a unit of it is a letter of 8
+// bits, the length 3 of one bit and the distance 4 of one bit, so that 16 of them are 20 bytes and can be made at once.
+#include "zeq_api/codec/deflate_writer.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "zeq_api/codec/vector_code.h"
+
+namespace zeq::detail {
+
+namespace {
+
+using Byte = unsigned char;
+
+constexpr unsigned storedBlock = 0, fixedBlock = 1, describedBlock = 2;
+constexpr unsigned longest = 258;
+// Base64 is written by so many units, which are looked at for copies from `period` units before: 60 bytes, which is a
+// multiple of the size of points, of directions and of triangles.
+constexpr std::size_t stretch = 64, period = 80, mostAtOnce = 4096;
+
+constexpr Bits startOf(unsigned kind, bool isLast = false) { return {kind << 1 | (isLast ? 1U : 0U), 3}; }
+
+const DeflateCode& base64Code() {
+    static const DeflateCode code = [] {
+        LiteralLengths literals{};
+        std::fill_n(literals.begin(), 286, std::uint8_t{10});
+        std::fill_n(literals.begin(), 32, std::uint8_t{9});
+        for (const unsigned length : {32U, 36U, 256U})
+            literals[static_cast<std::size_t>(codedLength(length).symbol)] = 9;
+        for (const char letter :
+             std::string_view("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/"))
+            literals[static_cast<Byte>(letter)] = 8;
+        literals[static_cast<std::size_t>(codedLength(3).symbol)] = 1;
+        DistanceLengths distances{};
+        distances.fill(7);
+        std::fill_n(distances.begin(), 4, std::uint8_t{6});
+        distances[static_cast<std::size_t>(codedDistance(4).symbol)] = 1;
+        distances[4] = 6;
+        distances[static_cast<std::size_t>(codedDistance(period * 4).symbol)] = 2;
+        return DeflateCode(literals, distances);
+    }();
+    return code;
+}
+
+std::uint32_t load(const char* from) {
+    std::uint32_t value;
+    std::memcpy(&value, from, sizeof value);
+    return value;
+}
+
+struct Frequencies {
+    std::array<std::uint32_t, literalCount> literals{};
+    std::array<std::uint32_t, distanceCount> distances{};
+};
+
+/// What the symbols take with code lengths.
+std::uint64_t sizeOf(const Frequencies& frequencies, const DeflateCode& code) {
+    std::uint64_t size = 0;
+    for (std::size_t i = 0; i < frequencies.literals.size(); ++i)
+        size += std::uint64_t{frequencies.literals[i]} * code.literalLengths()[i];
+    for (std::size_t i = 0; i < frequencies.distances.size(); ++i)
+        size += std::uint64_t{frequencies.distances[i]} * code.distanceLengths()[i];
+    return size;
+}
+
+} // namespace
+
+void BitWriter::bytes(const void* from, std::size_t size) {
+    std::memcpy(m_next, from, size);
+    m_next += size;
+}
+
+void BitWriter::replace(std::uint64_t at, std::uint64_t value) {
+    if (at >= m_stored)
+        std::memcpy(m_bytes.get() + (at - m_stored), &value, sizeof value);
+    else
+        m_store(reinterpret_cast<const char*>(&value), sizeof value, at);
+}
+
+void BitWriter::flush() {
+    const auto size = static_cast<std::size_t>(m_next - m_bytes.get());
+    m_store(m_bytes.get(), size, m_stored);
+    m_stored += size;
+    m_next = m_bytes.get();
+}
+
+void DeflateWriter::copy(std::size_t distance, std::size_t length) {
+    while (length > 0) {
+        // What is left is never too short for a copy.
+        const std::size_t piece = length <= longest ? length : std::min<std::size_t>(longest, length - 3);
+        add(copyBit | static_cast<std::uint32_t>(piece << 15 | (distance - 1)));
+        length -= piece;
+    }
+}
+
+void DeflateWriter::writeSymbols(const DeflateCode& code) {
+    std::uint32_t lastDistance = 1; // most are as long as the one before
+    Bits distanceBits = code.distance(lastDistance);
+    for (std::size_t i = 0; i < m_count; ++i) {
+        const std::uint32_t symbol = m_symbols[i];
+        if (i % 1024 == 0) m_out->makeRoom();
+        if (symbol & copyBit) {
+            const std::uint32_t distance = (symbol & 0x7FFF) + 1;
+            if (distance != lastDistance) distanceBits = code.distance(lastDistance = distance);
+            m_out->put(code.length(symbol >> 15 & 0x1FF) + distanceBits);
+        } else if (symbol & unitBit) {
+            m_out->put(code.unit(symbol & 0xFF));
+        } else {
+            m_out->put(code.literal(symbol));
+        }
+    }
+    m_count = 0;
+}
+
+void DeflateWriter::describe(const DeflateCode& code) {
+    m_out->makeRoom();
+    m_out->put(startOf(describedBlock));
+    constexpr unsigned literals = 286;
+    m_out->put({literals - 257, 5});
+    m_out->put({distanceCount - 1, 5});
+    m_out->put({15, 4});
+    // The code for the lengths: four bits for each, none for repetitions.
+    for (int i = 0; i < 19; ++i) m_out->put({i < 3 ? 0U : 4U, 3});
+    const auto put = [this](unsigned length) {
+        m_out->put({(length & 1) << 3 | (length & 2) << 1 | (length & 4) >> 1 | length >> 3, 4});
+    };
+    for (std::size_t i = 0; i < literals; ++i) put(code.literalLengths()[i]);
+    for (const std::uint8_t length : code.distanceLengths()) put(length);
+}
+
+void DeflateWriter::endBlock() {
+    if (m_count == 0) return;
+    if (m_isInBase64 && m_count < fewSymbols) return writeSymbols(base64Code());
+    endBase64();
+    Frequencies frequencies;
+    for (std::size_t i = 0; i < m_count; ++i) {
+        const std::uint32_t symbol = m_symbols[i];
+        if (symbol & copyBit) {
+            ++frequencies.literals[static_cast<std::size_t>(codedLength(symbol >> 15 & 0x1FF).symbol)];
+            ++frequencies.distances[static_cast<std::size_t>(codedDistance((symbol & 0x7FFF) + 1).symbol)];
+        } else {
+            ++frequencies.literals[symbol & 0xFF];
+            if (symbol & unitBit) {
+                ++frequencies.literals[static_cast<std::size_t>(codedLength(3).symbol)];
+                ++frequencies.distances[static_cast<std::size_t>(codedDistance(4).symbol)];
+            }
+        }
+    }
+    // A code needs two symbols.
+    ++frequencies.literals[endOfBlock];
+    ++frequencies.literals[0];
+    ++frequencies.distances[0];
+    ++frequencies.distances[3];
+    LiteralLengths literals;
+    DistanceLengths distances;
+    findLengths(frequencies.literals.data(), literalCount, 12, literals.data());
+    findLengths(frequencies.distances.data(), distanceCount, 10, distances.data());
+    const DeflateCode code(literals, distances);
+    constexpr std::uint64_t description = 14 + 19 * 3 + 4 * (286 + distanceCount);
+    const bool isDescribed =
+        sizeOf(frequencies, code) + description < sizeOf(frequencies, DeflateCode::fixed());
+    const DeflateCode& chosen = isDescribed ? code : DeflateCode::fixed();
+    m_out->makeRoom();
+    if (isDescribed)
+        describe(code);
+    else
+        m_out->put(startOf(fixedBlock));
+    writeSymbols(chosen);
+    m_out->put(chosen.end());
+}
+
+void DeflateWriter::endBase64() {
+    if (!m_isInBase64) return;
+    m_out->put(base64Code().end());
+    m_isInBase64 = false;
+}
+
+void DeflateWriter::base64(const char* units, std::size_t count) {
+    if (m_count >= fewSymbols) endBlock();
+    if (!m_isInBase64) {
+        describe(base64Code());
+        m_isInBase64 = true;
+    }
+    writeSymbols(base64Code());
+    while (count > 0) {
+        m_out->makeRoom();
+        const std::size_t piece = std::min(mostAtOnce, count);
+        const std::size_t done = vectors(units, piece);
+        plainUnits(units + done * 4, std::min(piece - done, stretch));
+        const std::size_t all = std::min(piece, done + stretch);
+        units += all * 4;
+        count -= all;
+    }
+}
+
+void DeflateWriter::plainUnits(const char* units, std::size_t count) {
+    const DeflateCode& code = base64Code();
+    for (; count > 0; --count, units += 4) {
+        const std::uint32_t unit = load(units);
+        if (unit < 256 && load(units - 4) >> 8 == 0) {
+            m_out->put(code.unit(unit));
+        } else {
+            for (int i = 0; i < 4; ++i) m_out->put(code.literal(static_cast<Byte>(units[i])));
+        }
+    }
+}
+
+std::uint64_t DeflateWriter::replaceable(std::uint64_t value) {
+    endBlock();
+    endBase64();
+    m_out->makeRoom();
+    m_out->put(startOf(storedBlock));
+    m_out->align();
+    constexpr std::uint16_t size = sizeof value;
+    constexpr std::uint16_t head[2] = {size, static_cast<std::uint16_t>(~size)};
+    m_out->bytes(head, sizeof head);
+    const std::uint64_t at = m_out->position();
+    m_out->bytes(&value, sizeof value);
+    return at;
+}
+
+void DeflateWriter::finish() {
+    endBlock();
+    endBase64();
+    m_out->makeRoom();
+    m_out->put(startOf(fixedBlock, true));
+    m_out->put(DeflateCode::fixed().end());
+    m_out->align();
+}
+
+#if ZEQ_VECTOR_CODE
+
+namespace {
+
+constexpr std::size_t lanes = 16; // letters in a register
+
+ZEQ_TARGET_SSE41 inline __m128i loadVector(const char* from) {
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
+}
+
+/// Eight codes with the bits of the copy, ten bits each, in the first ten bytes.
+ZEQ_TARGET_SSE41 inline __m128i packEight(__m128i codes) {
+    const __m128i low = _mm_set1_epi64x(0xFFFFF), high = _mm_set1_epi64x(0xFFFFF00000000);
+    const __m128i twos = _mm_madd_epi16(codes, _mm_set1_epi32(1 | 1024 << 16));
+    const __m128i fours =
+        _mm_or_si128(_mm_and_si128(twos, low), _mm_srli_epi64(_mm_and_si128(twos, high), 12));
+    return _mm_shuffle_epi8(fours, _mm_setr_epi8(0, 1, 2, 3, 4, 8, 9, 10, 11, 12, -1, -1, -1, -1, -1, -1));
+}
+
+/// Sixteen of them, in 160 bits.
+struct Packed {
+    std::uint64_t words[3];
+};
+ZEQ_TARGET_SSE41 inline Packed pack(__m128i codes) {
+    const __m128i zero = _mm_setzero_si128();
+    const __m128i first = packEight(_mm_unpacklo_epi8(codes, zero)),
+                  second = packEight(_mm_unpackhi_epi8(codes, zero));
+    const __m128i head = _mm_or_si128(first, _mm_slli_si128(second, 10));
+    return {{static_cast<std::uint64_t>(_mm_cvtsi128_si64(head)),
+             static_cast<std::uint64_t>(_mm_extract_epi64(head, 1)),
+             static_cast<std::uint32_t>(_mm_cvtsi128_si32(_mm_srli_si128(second, 6)))}};
+}
+
+/// Whether all are letters of Base64.
+ZEQ_TARGET_SSE41 inline bool areLetters(__m128i text) {
+    // Each bit of the tables stands for one kind of half bytes that do not go together.
+    const __m128i byLow = _mm_setr_epi8(0x15, 0x11, 0x11, 0x11, 0x11, 0x11, 0x11, 0x11, 0x11, 0x11, 0x13,
+                                        0x1A, 0x1B, 0x1B, 0x1B, 0x1A);
+    const __m128i byHigh = _mm_setr_epi8(0x10, 0x10, 0x01, 0x02, 0x04, 0x08, 0x04, 0x08, 0x10, 0x10, 0x10,
+                                         0x10, 0x10, 0x10, 0x10, 0x10);
+    const __m128i half = _mm_set1_epi8(15);
+    const __m128i low = _mm_shuffle_epi8(byLow, _mm_and_si128(text, half));
+    const __m128i high = _mm_shuffle_epi8(byHigh, _mm_and_si128(_mm_srli_epi16(text, 4), half));
+    return _mm_testz_si128(low, high) != 0;
+}
+
+/// The codes of letters: 128 and the letter's rank in ASCII, first bit lowest.
+ZEQ_TARGET_SSE41 inline __m128i codesOf(__m128i text) {
+    const __m128i half = _mm_set1_epi8(15);
+    const __m128i bases = _mm_setr_epi8(0, 0, 46 - 128, 46 - 128, 53 - 128, 53 - 128, 59 - 128, 59 - 128, 0,
+                                        0, 0, 0, 0, 0, 0, 0);
+    const __m128i base = _mm_shuffle_epi8(bases, _mm_and_si128(_mm_srli_epi16(text, 4), half));
+    const __m128i plus = _mm_and_si128(_mm_cmpeq_epi8(text, _mm_set1_epi8('+')), _mm_set1_epi8(3));
+    const __m128i code = _mm_add_epi8(_mm_sub_epi8(text, base), plus);
+    const __m128i mirrored = _mm_setr_epi8(0, 8, 4, 12, 2, 10, 6, 14, 1, 9, 5, 13, 3, 11, 7, 15);
+    const __m128i low = _mm_shuffle_epi8(mirrored, _mm_and_si128(code, half));
+    const __m128i high = _mm_shuffle_epi8(mirrored, _mm_and_si128(_mm_srli_epi16(code, 4), half));
+    return _mm_or_si128(_mm_slli_epi16(low, 4), high);
+}
+
+/// Takes the letters of a stretch out of their units.
+ZEQ_TARGET_SSE41 inline __m128i lettersOf(const char* units) {
+    return _mm_packus_epi16(_mm_packus_epi32(loadVector(units), loadVector(units + 16)),
+                            _mm_packus_epi32(loadVector(units + 32), loadVector(units + 48)));
+}
+
+/// Bits that are written where others end, up to 160 of them.
+class PackedBits {
+public:
+    explicit PackedBits(BitWriter& out)
+        : m_next(out.next()), m_open(out.openBits()), m_count(out.openCount()) {}
+
+    ZEQ_TARGET_SSE41 ZEQ_INLINE void put(__m128i codes) {
+        m_open = write(codes) >> 32;
+        m_next += 20;
+    }
+    ZEQ_TARGET_SSE41 ZEQ_INLINE void put(__m128i codes, std::size_t letters) {
+        write(codes);
+        advance(static_cast<unsigned>(letters) * 10);
+    }
+    void put(Bits code) {
+        const std::uint64_t word = m_open | code.bits << m_count;
+        std::memcpy(m_next, &word, sizeof word);
+        advance(code.count);
+    }
+    void giveBack(BitWriter& out) const { out.goOn(m_next, m_open, m_count); }
+
+private:
+    ZEQ_TARGET_SSE41 ZEQ_INLINE std::uint64_t write(__m128i codes) {
+        const Packed packed = pack(codes);
+        const std::uint64_t words[3] = {m_open | packed.words[0] << m_count,
+                                        shifted(packed.words[0], packed.words[1]),
+                                        shifted(packed.words[1], packed.words[2])};
+        std::memcpy(m_next, words, sizeof words);
+        return words[2];
+    }
+    std::uint64_t shifted(std::uint64_t low, std::uint64_t high) const {
+        return high << m_count | low >> 1 >> (63 - m_count);
+    }
+    void advance(unsigned bits) {
+        bits += m_count;
+        m_next += bits / 8;
+        m_count = bits % 8;
+        m_open = static_cast<Byte>(*m_next) & ((1U << m_count) - 1);
+    }
+
+    char* m_next;
+    std::uint64_t m_open;
+    unsigned m_count;
+};
+
+/// Where runs of at least eight ones begin, and all but the last seven places of each.
+constexpr std::uint64_t longRuns(std::uint64_t bits) {
+    bits &= bits >> 1;
+    bits &= bits >> 2;
+    return bits & bits >> 4;
+}
+
+} // namespace
+
+ZEQ_TARGET_SSE41 std::size_t DeflateWriter::vectors(const char* units, std::size_t count) {
+    if (!hasSse41() || load(units - 4) >> 8 != 0) return 0;
+    const DeflateCode& code = base64Code();
+    PackedBits out(*m_out);
+    char codes[stretch + lanes];
+    char letters[period + mostAtOnce] = {}; // none before the first
+    std::size_t done = 0;
+    for (; count - done >= stretch; done += stretch) {
+        std::uint64_t same = 0;
+        bool areAll = true;
+        for (std::size_t i = 0; i < stretch / lanes; ++i) {
+            const __m128i text = lettersOf(units + (done + i * lanes) * 4);
+            areAll = areAll && areLetters(text);
+            char* const place = letters + period + done + i * lanes;
+            const __m128i isSame = _mm_cmpeq_epi8(text, loadVector(place - period));
+            same |= static_cast<std::uint64_t>(_mm_movemask_epi8(isSame)) << (i * lanes);
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(place), text);
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(codes + i * lanes), codesOf(text));
+        }
+        if (!areAll) break;
+        std::size_t from = 0;
+        for (std::uint64_t runs = longRuns(same); runs != 0;) {
+            const auto run = static_cast<std::size_t>(std::countr_zero(runs));
+            const auto size = static_cast<std::size_t>(std::countr_one(same >> run));
+            for (; run - from > lanes; from += lanes) out.put(loadVector(codes + from));
+            out.put(loadVector(codes + from), run - from);
+            out.put(code.length(static_cast<unsigned>(size) * 4));
+            out.put(code.distance(period * 4));
+            from = run + size;
+            runs = from < stretch ? runs >> from << from : 0;
+        }
+        for (; stretch - from >= lanes; from += lanes) out.put(loadVector(codes + from));
+        if (from != stretch) out.put(loadVector(codes + from), stretch - from);
+    }
+    out.giveBack(*m_out);
+    return done;
+}
+
+#else
+
+std::size_t DeflateWriter::vectors(const char*, std::size_t) { return 0; }
+
+#endif
+
+} // namespace zeq::detail

@@ -1,0 +1,250 @@
+// The window, the choice of copies, and the frame of the member.
+#include "zeq_api/codec/gzip_output.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+#include <limits>
+#include <utility>
+
+#include "zeq_api/codec/checksum.h"
+#include "zeq_api/codec/gzip_stream.h"
+#include "zeq_api/codec/vector_code.h"
+
+namespace zeq::detail {
+
+namespace {
+
+using json::Block;
+using json::Mark;
+
+constexpr std::size_t headSize = 9; // of a text and of a container: a tag and a length
+constexpr std::size_t unitSize = 4;
+// Shorter copies cost more than what they copy.
+constexpr std::size_t shortestCopy = 8;
+// Less Base64 is text like other text.
+constexpr std::size_t shortestBase64 = 4096;
+
+template <class T>
+T load(const char* from) {
+    T value;
+    std::memcpy(&value, from, sizeof value);
+    return value;
+}
+
+/// Of the name that stands there, as far as it lies in the block.
+std::size_t nameSize(const char* name, const char* end) {
+    const auto room = static_cast<std::uint64_t>(end - name);
+    return room < headSize
+               ? room
+               : std::min(room, headSize + unitSize * std::min(room, load<std::uint64_t>(name + 1)));
+}
+
+} // namespace
+
+void GzipOutput::begin() {
+    m_window.reset(new char[historySize + blockSize]);
+    m_marks.reset(new Mark[blockSize / 4 + 1]);
+    m_begin = m_window.get() + historySize;
+    std::memset(m_window.get(), -1, historySize); // nothing to copy from
+}
+
+void GzipOutput::putHeader() {
+    constexpr char header[] = {'\x1F', '\x8B', 8, 0, 0, 0, 0, 0, 0, '\xFF'};
+    m_bits.bytes(header, sizeof header);
+}
+
+void GzipOutput::pass(Block& block) {
+    const char* taken = block.begin;
+    if (block.begin) {
+        if (m_start == 0) putHeader();
+        taken = take(block, false);
+    } else {
+        begin();
+        taken = block.begin = block.next = m_window.get() + historySize;
+        block.nextMark = m_marks.get();
+    }
+    const auto waiting = static_cast<std::size_t>(block.next - taken);
+    const auto size = static_cast<std::size_t>(taken - block.begin);
+    std::memmove(m_window.get(), taken - historySize, historySize + waiting);
+    m_start += size;
+    Mark* kept = m_marks.get();
+    for (const Mark* mark = m_marks.get(); mark != block.nextMark; ++mark)
+        if (mark->at >= size) *kept++ = {mark->kind, static_cast<std::uint32_t>(mark->at - size)};
+    char* const first = m_window.get() + historySize;
+    block = {first, first + waiting, first + blockSize, m_marks.get(), kept};
+}
+
+const char* GzipOutput::take(const Block& block, bool isLast) {
+    const char* from = block.begin;
+    const char* end = block.next;
+    *block.nextMark = {Mark::name, static_cast<std::uint32_t>(end - block.begin)}; // behind all others
+    const Mark* tokenMarks = block.marks;
+    const auto takeUntil = [&](const char* to, const Mark* mark) {
+        if (from == to) return;
+        if (m_isBase64) {
+            m_deflate.base64(from, static_cast<std::size_t>(to - from) / unitSize);
+            m_distance = 0;
+        } else {
+            tokens(from, to, tokenMarks);
+        }
+        from = to;
+        tokenMarks = mark;
+    };
+    for (const Mark* mark = block.marks; mark != block.nextMark; ++mark) {
+        const char* const at = block.begin + mark->at;
+        switch (mark->kind) {
+        case Mark::name:
+            break;
+        case Mark::container:
+            if (load<std::uint64_t>(at + 1) != json::unknownLength) break;
+            if (!isLast && static_cast<std::size_t>(end - at) <= mostWaiting) {
+                end = at;
+                takeUntil(end, mark);
+                mark = block.nextMark - 1;
+                break;
+            }
+            takeUntil(at + 1, mark);
+            m_gaps.push_back({positionOf(from), m_deflate.replaceable(json::unknownLength)});
+            from += sizeof(std::uint64_t);
+            break;
+        case Mark::base64:
+            if (mark[1].kind == Mark::base64End && std::size_t{mark[1].at} - mark->at < shortestBase64) break;
+            takeUntil(at, mark);
+            m_isBase64 = true;
+            break;
+        case Mark::base64End:
+            if (!m_isBase64) break;
+            takeUntil(at, mark);
+            m_isBase64 = false;
+        }
+    }
+    takeUntil(end, block.nextMark);
+    m_crc = addToCrc(m_crc, block.begin, static_cast<std::size_t>(end - block.begin));
+    return end;
+}
+
+/// How many bytes from `at` are the same as those at m_distance before.
+std::size_t GzipOutput::agreeing(const char* at, const char* to) const {
+    const char* const source = at - m_distance;
+    // What will stand in a gap is not known.
+    if (!m_gaps.empty()) {
+        const std::uint64_t position = positionOf(source);
+        const auto gap = std::partition_point(m_gaps.begin(), m_gaps.end(), [position](const Gap& one) {
+            return one.at + sizeof(std::uint64_t) <= position;
+        });
+        if (gap != m_gaps.end() && gap->at < positionOf(to) - m_distance)
+            to = at + std::max(gap->at, position) - position;
+    }
+    const char* next = at;
+#if ZEQ_VECTOR_CODE
+    for (; to - next >= 16; next += 16) {
+        const __m128i isSame =
+            _mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(next)),
+                           _mm_loadu_si128(reinterpret_cast<const __m128i*>(next - m_distance)));
+        if (const auto same = static_cast<unsigned>(_mm_movemask_epi8(isSame)); same != 0xFFFF)
+            return static_cast<std::size_t>(next - at) + static_cast<std::size_t>(std::countr_one(same));
+    }
+#endif
+    for (; to - next >= 8; next += 8)
+        if (const auto difference = load<std::uint64_t>(next) ^ load<std::uint64_t>(next - m_distance);
+            difference != 0)
+            return static_cast<std::size_t>(next - at) +
+                   static_cast<std::size_t>(std::countr_zero(difference)) / 8;
+    while (next != to && *next == *(next - m_distance)) ++next;
+    return static_cast<std::size_t>(next - at);
+}
+
+/// How far it is to where this name stood last; 0 if that is too far or nowhere.
+std::size_t GzipOutput::distanceToSame(const char* name, std::size_t size) {
+    const char* const text = name + headSize;
+    std::uint64_t hash = size;
+    if (size >= headSize + 2 * unitSize)
+        hash += load<std::uint64_t>(text) + 7 * load<std::uint64_t>(name + size - 2 * unitSize);
+    std::uint64_t& last = m_names[hash * 0x9E3779B97F4A7C15U >> 54];
+    const std::uint64_t distance = positionOf(name) - std::exchange(last, positionOf(name));
+    return distance <= historySize ? distance : 0;
+}
+
+/// Copies as much as agrees with what lies m_distance before, in whole names.
+/// @return how much that was
+std::size_t GzipOutput::copy(const char* from, const char* to, const Mark* names) {
+    if (m_distance == 0) return 0;
+    std::size_t size = agreeing(from, to);
+    if (size < shortestCopy) return 0;
+    const char* last = nullptr;
+    for (; m_begin + names->at < from + size; ++names)
+        if (names->kind == Mark::name) last = m_begin + names->at;
+    if (last && last + nameSize(last, to) > from + size) size = static_cast<std::size_t>(last - from);
+    if (size >= shortestCopy) m_deflate.copy(m_distance, size);
+    return size >= shortestCopy ? size : 0;
+}
+
+void GzipOutput::tokens(const char* from, const char* to, const Mark* names) {
+    const auto nextName = [&](const char* at) { // there is one at the end of the block
+        while (names->kind != Mark::name || m_begin + names->at < at) ++names;
+        return std::min(m_begin + names->at, to);
+    };
+    while (from < to) {
+        const bool isName = nextName(from) == from;
+        std::size_t copied = copy(from, to, names);
+        if (copied == 0 && isName) {
+            if (const std::size_t distance = distanceToSame(from, nameSize(from, to)); distance != 0) {
+                m_distance = distance;
+                copied = copy(from, to, names);
+            }
+        }
+        from += copied;
+        if (copied == 0) from = plain(from, nextName(from + 1), to);
+    }
+}
+
+/// Writes at least a byte, up to `stop` or to where the bytes agree again.
+const char* GzipOutput::plain(const char* from, const char* stop, const char* to) {
+    const auto agrees = [&] {
+        return m_distance != 0 && to - from >= 8 &&
+               load<std::uint64_t>(from) == load<std::uint64_t>(from - m_distance);
+    };
+    do {
+        const std::uint32_t unit = to - from >= 4 ? load<std::uint32_t>(from) : ~0U;
+        const auto byte = static_cast<unsigned char>(*from);
+        if (unit < 256 && load<std::uint32_t>(from - unitSize) >> 8 == 0) {
+            m_deflate.unit(byte);
+            from += unitSize;
+        } else {
+            m_deflate.literal(byte);
+            ++from;
+        }
+    } while (from < stop && !agrees());
+    return from;
+}
+
+void GzipOutput::setLength(std::uint64_t at, std::uint64_t length) {
+    const auto gap =
+        std::partition_point(m_gaps.begin(), m_gaps.end(), [at](const Gap& one) { return one.at < at; });
+    gap->length = length;
+    m_bits.replace(gap->inStore, length);
+}
+
+void GzipOutput::finish(Block& block) {
+    const auto size = static_cast<std::size_t>(block.next - block.begin);
+    if (m_start == 0 && size <= smallSize) {
+        const auto encoder =
+            newEncoder(-1, [this, at = std::uint64_t{0}](const char* bytes, std::size_t count) mutable {
+                m_store(bytes, count, std::exchange(at, at + count));
+            });
+        encoder->write({block.begin, size});
+        return encoder->finish();
+    }
+    if (m_start == 0) putHeader();
+    take(block, true);
+    m_deflate.finish();
+    const std::uint64_t total = m_start + size;
+    for (const Gap& gap : m_gaps)
+        m_crc ^= crcOfChange(gap.length ^ json::unknownLength, total - gap.at - sizeof gap.length);
+    const std::uint32_t trailer[2] = {m_crc, static_cast<std::uint32_t>(total)};
+    m_bits.bytes(trailer, sizeof trailer);
+    m_bits.flush();
+}
+
+} // namespace zeq::detail

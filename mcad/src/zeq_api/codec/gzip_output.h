@@ -1,0 +1,66 @@
+// Compresses the binary form of an object while it is written. Internal.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "zeq_api/codec/deflate_writer.h"
+#include "zeq_api/json/block_output.h"
+
+namespace zeq::detail {
+
+/// Makes one gzip member (RFC 1952). It searches for nothing: a copy comes from where the same member name stood last,
+/// and goes on as far as the bytes agree; text in 32-bit units and Base64 have codes of their own. Lengths that are not
+/// known when they pass are written so that they can be replaced.
+class GzipOutput : public json::BlockOutput {
+public:
+    explicit GzipOutput(json::ByteStore store) : m_store(store), m_bits(std::move(store)) {}
+    void pass(json::Block& block) override;
+    void setLength(std::uint64_t at, std::uint64_t length) override;
+    void finish(json::Block& block) override;
+
+private:
+    static constexpr std::size_t historySize = 1 << 15;
+    static constexpr std::size_t blockSize = 1 << 18;
+    // An open object or array that begins so near the end waits for the next block, where it may be complete.
+    static constexpr std::size_t mostWaiting = blockSize / 4;
+    // Less is left to the compressor for any data, which searches.
+    static constexpr std::size_t smallSize = 1 << 16;
+
+    /// A length that was not known.
+    struct Gap {
+        std::uint64_t at;
+        std::uint64_t inStore;
+        std::uint64_t length = json::unknownLength;
+    };
+
+    void begin();
+    void putHeader();
+    const char* take(const json::Block& block, bool isLast);
+    void tokens(const char* from, const char* to, const json::Mark* names);
+    std::size_t copy(const char* from, const char* to, const json::Mark* names);
+    const char* plain(const char* from, const char* stop, const char* to);
+    std::size_t distanceToSame(const char* name, std::size_t size);
+    std::size_t agreeing(const char* at, const char* to) const;
+    std::uint64_t positionOf(const char* at) const {
+        return m_start + static_cast<std::uint64_t>(at - m_begin);
+    }
+
+    json::ByteStore m_store;
+    BitWriter m_bits;
+    DeflateWriter m_deflate{m_bits};
+    std::unique_ptr<char[]> m_window;
+    std::unique_ptr<json::Mark[]> m_marks;
+    const char* m_begin = nullptr; // of the block, behind its history
+    std::uint64_t m_start = 0;     // of the block, in all that is written
+    bool m_isBase64 = false;
+    std::size_t m_distance = 0; // to what the bytes agreed with last, or 0
+    std::uint32_t m_crc = 0;
+    std::vector<Gap> m_gaps;
+    std::array<std::uint64_t, 1024> m_names{}; // where a name with this hash stood last; 0 if nowhere
+};
+
+} // namespace zeq::detail
