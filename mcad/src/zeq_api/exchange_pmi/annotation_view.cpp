@@ -1,6 +1,8 @@
 // The JSON form of annotation views, and how annotations come into them.
 #include "zeq_api/exchange_pmi/annotation_view.h"
 
+#include <utility>
+
 #include "mp/string.h"
 #include "mv_cvx/logger.h"
 #include "zeq_api/exchange_pmi/area.h"
@@ -8,18 +10,27 @@
 
 namespace zeq {
 
-/// Appends an annotation, and tells whether it can be found: whether its identifier was free.
-template <class T>
-bool ExcPMIAnnotationView::append(List<T>& list, const std::shared_ptr<T>& annotation) {
-    list.push_back(annotation);
-    return m_annotationsById.try_emplace(annotation->id(), annotation).second;
+/// The index, complete.
+ExcPMIAnnotationView::Index& ExcPMIAnnotationView::index() const {
+    if (m_read.empty()) return m_annotationsById;
+    m_annotationsById.reserve(m_annotationsById.size() + m_read.size());
+    std::size_t begin = 0;
+    for (ReadAnnotation& read : std::exchange(m_read, {}))
+        m_annotationsById.try_emplace(
+            m_idsOfRead.substr(std::exchange(begin, begin + read.idSize), read.idSize),
+            std::move(read.annotation));
+    m_idsOfRead = {};
+    return m_annotationsById;
 }
 
 template <class T>
 void ExcPMIAnnotationView::add(List<T>& list, const std::shared_ptr<T>& annotation, const char* nullWarning) {
     if (!annotation) {
         ZEQ_LOG(Warning) << nullWarning;
-    } else if (!append(list, annotation)) {
+        return;
+    }
+    list.push_back(annotation);
+    if (!index().try_emplace(annotation->id(), annotation).second) {
         ZEQ_LOG(Warning) << "Duplicated PMI annotation id: " << mp::toUtf8String(annotation->id());
     }
 }
@@ -27,7 +38,11 @@ void ExcPMIAnnotationView::add(List<T>& list, const std::shared_ptr<T>& annotati
 struct ExcPMIAnnotationView::JsonForm {
     using This = ExcPMIAnnotationView;
 
-    static constexpr auto indexed = [](This& view, auto& list, const auto& read) { view.append(list, read); };
+    static constexpr auto indexed = [](This& view, auto& list, const auto& read) {
+        list.push_back(read);
+        view.m_read.push_back({read, read->id().size()});
+        view.m_idsOfRead += read->id();
+    };
 
     static constexpr json::Form form{
         json::Head{"ExcPMIAnnotationView", area::exchangePmi},
@@ -71,8 +86,9 @@ void ExcPMIAnnotationView::addRoughness(const ExcPMIRoughnessPtr& roughness) {
 }
 
 ExcPMIAnnotationPtr ExcPMIAnnotationView::getAnnotationById(const std::wstring& id) const {
-    const auto found = m_annotationsById.find(id);
-    return found == m_annotationsById.end() ? nullptr : found->second;
+    const Index& known = index();
+    const auto found = known.find(id);
+    return found == known.end() ? nullptr : found->second;
 }
 
 } // namespace zeq

@@ -2,9 +2,9 @@
 // time.
 #pragma once
 
-#include <map>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "zeq_api/exchange_pmi/datum.h"
@@ -63,8 +63,12 @@ private:
 
     template <class T>
     using List = std::vector<std::shared_ptr<T>>;
-    template <class T>
-    bool append(List<T>& list, const std::shared_ptr<T>& annotation);
+    using Index = std::unordered_map<std::wstring, ExcPMIAnnotationPtr>;
+    struct ReadAnnotation {
+        ExcPMIAnnotationPtr annotation;
+        std::size_t idSize;
+    };
+    Index& index() const;
     template <class T>
     void add(List<T>& list, const std::shared_ptr<T>& annotation, const char* nullWarning);
 
@@ -77,7 +81,10 @@ private:
     std::vector<ExcPMIGDTPtr> m_gdts;
     std::vector<ExcPMIDimensionPtr> m_dimensions;
     std::vector<ExcPMIRoughnessPtr> m_roughness;
-    std::map<std::wstring, ExcPMIAnnotationPtr> m_annotationsById;
+    // Of what was read, few ever ask for an identifier: it enters the index when somebody does.
+    mutable Index m_annotationsById;
+    mutable std::vector<ReadAnnotation> m_read;
+    mutable std::wstring m_idsOfRead; // one behind the other
 };
 using ExcPMIAnnotationViewPtr = std::shared_ptr<ExcPMIAnnotationView>;
 
