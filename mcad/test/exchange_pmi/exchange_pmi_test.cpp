@@ -407,6 +407,7 @@ TEST(Pmi, AViewFindsTheFirstAnnotationWithAnIdentifier) {
 
     // The identifiers of all kinds are compared, those of annotations that were read too.
     test::readFrom(view, LR"({"datum":[{"id":"D"}],"GDTs":[{"id":"N1"}]})");
+    view.datums().front()->setId(L"changed since");
     view.addDimension(withId<ExcPMIDimension>(L"D"));
     view.addDatumTarget(withId<ExcPMIDatumTarget>(L"T"));
     view.addRoughness(withId<ExcPMIRoughness>(L"T"));
