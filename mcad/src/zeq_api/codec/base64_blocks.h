@@ -7,11 +7,11 @@
 
 namespace zeq::detail {
 
-/// Encodes blocks of 12 bytes, as long as 16 can be read, to wide characters at any address.
+/// Encodes blocks of 24 bytes, as long as 28 can be read, to wide characters at any address.
 /// @return the number of bytes encoded
 std::size_t encodeBlocks(char* units, const std::uint8_t* src, std::size_t n);
 
-/// Decodes blocks of 16 wide characters at any address, up to one with a character outside the alphabet.
+/// Decodes blocks of 32 wide characters at any address, up to one with a character outside the alphabet or to the last.
 /// @return the number of characters decoded
 std::size_t decodeBlocks(std::uint8_t* dst, const char* units, std::size_t n);
 

@@ -235,12 +235,12 @@ namespace {
 
 constexpr std::size_t lanes = 16; // letters in a register
 
-ZEQ_TARGET_SSE41 inline __m128i loadVector(const char* from) {
+ZEQ_VECTOR_INLINE __m128i loadLanes(const char* from) {
     return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
 }
 
 /// Eight codes with the bits of the copy, ten bits each, in the first ten bytes.
-ZEQ_TARGET_SSE41 inline __m128i packEight(__m128i codes) {
+ZEQ_VECTOR_INLINE __m128i packEight(__m128i codes) {
     const __m128i low = _mm_set1_epi64x(0xFFFFF), high = _mm_set1_epi64x(0xFFFFF00000000);
     const __m128i twos = _mm_madd_epi16(codes, _mm_set1_epi32(1 | 1024 << 16));
     const __m128i fours =
@@ -252,7 +252,7 @@ ZEQ_TARGET_SSE41 inline __m128i packEight(__m128i codes) {
 struct Packed {
     std::uint64_t words[3];
 };
-ZEQ_TARGET_SSE41 inline Packed pack(__m128i codes) {
+ZEQ_VECTOR_INLINE Packed pack(__m128i codes) {
     const __m128i zero = _mm_setzero_si128();
     const __m128i first = packEight(_mm_unpacklo_epi8(codes, zero)),
                   second = packEight(_mm_unpackhi_epi8(codes, zero));
@@ -262,37 +262,12 @@ ZEQ_TARGET_SSE41 inline Packed pack(__m128i codes) {
              static_cast<std::uint32_t>(_mm_cvtsi128_si32(_mm_srli_si128(second, 6)))}};
 }
 
-/// Whether all are letters of Base64.
-ZEQ_TARGET_SSE41 inline bool areLetters(__m128i text) {
-    // Each bit of the tables stands for one kind of half bytes that do not go together.
-    const __m128i byLow = _mm_setr_epi8(0x15, 0x11, 0x11, 0x11, 0x11, 0x11, 0x11, 0x11, 0x11, 0x11, 0x13,
-                                        0x1A, 0x1B, 0x1B, 0x1B, 0x1A);
-    const __m128i byHigh = _mm_setr_epi8(0x10, 0x10, 0x01, 0x02, 0x04, 0x08, 0x04, 0x08, 0x10, 0x10, 0x10,
-                                         0x10, 0x10, 0x10, 0x10, 0x10);
-    const __m128i half = _mm_set1_epi8(15);
-    const __m128i low = _mm_shuffle_epi8(byLow, _mm_and_si128(text, half));
-    const __m128i high = _mm_shuffle_epi8(byHigh, _mm_and_si128(_mm_srli_epi16(text, 4), half));
-    return _mm_testz_si128(low, high) != 0;
-}
-
 /// The codes of letters: 128 and the letter's rank in ASCII, first bit lowest.
-ZEQ_TARGET_SSE41 inline __m128i codesOf(__m128i text) {
-    const __m128i half = _mm_set1_epi8(15);
-    const __m128i bases = _mm_setr_epi8(0, 0, 46 - 128, 46 - 128, 53 - 128, 53 - 128, 59 - 128, 59 - 128, 0,
-                                        0, 0, 0, 0, 0, 0, 0);
-    const __m128i base = _mm_shuffle_epi8(bases, _mm_and_si128(_mm_srli_epi16(text, 4), half));
-    const __m128i plus = _mm_and_si128(_mm_cmpeq_epi8(text, _mm_set1_epi8('+')), _mm_set1_epi8(3));
-    const __m128i code = _mm_add_epi8(_mm_sub_epi8(text, base), plus);
-    const __m128i mirrored = _mm_setr_epi8(0, 8, 4, 12, 2, 10, 6, 14, 1, 9, 5, 13, 3, 11, 7, 15);
-    const __m128i low = _mm_shuffle_epi8(mirrored, _mm_and_si128(code, half));
-    const __m128i high = _mm_shuffle_epi8(mirrored, _mm_and_si128(_mm_srli_epi16(code, 4), half));
-    return _mm_or_si128(_mm_slli_epi16(low, 4), high);
-}
-
-/// Takes the letters of a stretch out of their units.
-ZEQ_TARGET_SSE41 inline __m128i lettersOf(const char* units) {
-    return _mm_packus_epi16(_mm_packus_epi32(loadVector(units), loadVector(units + 16)),
-                            _mm_packus_epi32(loadVector(units + 32), loadVector(units + 48)));
+ZEQ_VECTOR_INLINE __m256i codesOf(__m256i text) {
+    const __m256i code = addByRow(text, 129 - '/', 130 - '0', 140 - 'A', 166 - 'a');
+    const __m256i mirrored = table(_mm_setr_epi8(0, 8, 4, 12, 2, 10, 6, 14, 1, 9, 5, 13, 3, 11, 7, 15));
+    return _mm256_or_si256(_mm256_slli_epi16(_mm256_shuffle_epi8(mirrored, lowHalves(code)), 4),
+                           _mm256_shuffle_epi8(mirrored, highHalves(code)));
 }
 
 /// Bits that are written where others end, up to 160 of them.
@@ -301,11 +276,11 @@ public:
     explicit PackedBits(BitWriter& out)
         : m_next(out.next()), m_open(out.openBits()), m_count(out.openCount()) {}
 
-    ZEQ_TARGET_SSE41 ZEQ_INLINE void put(__m128i codes) {
+    ZEQ_VECTOR_INLINE void put(__m128i codes) {
         m_open = write(codes) >> 32;
         m_next += 20;
     }
-    ZEQ_TARGET_SSE41 ZEQ_INLINE void put(__m128i codes, std::size_t letters) {
+    ZEQ_VECTOR_INLINE void put(__m128i codes, std::size_t letters) {
         write(codes);
         advance(static_cast<unsigned>(letters) * 10);
     }
@@ -317,7 +292,7 @@ public:
     void giveBack(BitWriter& out) const { out.goOn(m_next, m_open, m_count); }
 
 private:
-    ZEQ_TARGET_SSE41 ZEQ_INLINE std::uint64_t write(__m128i codes) {
+    ZEQ_VECTOR_INLINE std::uint64_t write(__m128i codes) {
         const Packed packed = pack(codes);
         const std::uint64_t words[3] = {m_open | packed.words[0] << m_count,
                                         shifted(packed.words[0], packed.words[1]),
@@ -349,8 +324,8 @@ constexpr std::uint64_t longRuns(std::uint64_t bits) {
 
 } // namespace
 
-ZEQ_TARGET_SSE41 std::size_t DeflateWriter::vectors(const char* units, std::size_t count) {
-    if (!hasSse41() || load(units - 4) >> 8 != 0) return 0;
+ZEQ_TARGET_VECTORS std::size_t DeflateWriter::vectors(const char* units, std::size_t count) {
+    if (!hasVectors() || load(units - 4) >> 8 != 0) return 0;
     const DeflateCode& code = base64Code();
     PackedBits out(*m_out);
     char codes[stretch + lanes];
@@ -359,29 +334,30 @@ ZEQ_TARGET_SSE41 std::size_t DeflateWriter::vectors(const char* units, std::size
     for (; count - done >= stretch; done += stretch) {
         std::uint64_t same = 0;
         bool areAll = true;
-        for (std::size_t i = 0; i < stretch / lanes; ++i) {
-            const __m128i text = lettersOf(units + (done + i * lanes) * 4);
+        for (std::size_t i = 0; i < stretch; i += 2 * lanes) {
+            const __m256i text = narrowed(units + (done + i) * 4);
             areAll = areAll && areLetters(text);
-            char* const place = letters + period + done + i * lanes;
-            const __m128i isSame = _mm_cmpeq_epi8(text, loadVector(place - period));
-            same |= static_cast<std::uint64_t>(_mm_movemask_epi8(isSame)) << (i * lanes);
-            _mm_storeu_si128(reinterpret_cast<__m128i*>(place), text);
-            _mm_storeu_si128(reinterpret_cast<__m128i*>(codes + i * lanes), codesOf(text));
+            char* const place = letters + period + done + i;
+            const auto isSame = static_cast<unsigned>(
+                _mm256_movemask_epi8(_mm256_cmpeq_epi8(text, loadVector(place - period))));
+            same |= std::uint64_t{isSame} << i;
+            _mm256_storeu_si256(reinterpret_cast<__m256i*>(place), text);
+            _mm256_storeu_si256(reinterpret_cast<__m256i*>(codes + i), codesOf(text));
         }
         if (!areAll) break;
         std::size_t from = 0;
         for (std::uint64_t runs = longRuns(same); runs != 0;) {
             const auto run = static_cast<std::size_t>(std::countr_zero(runs));
             const auto size = static_cast<std::size_t>(std::countr_one(same >> run));
-            for (; run - from > lanes; from += lanes) out.put(loadVector(codes + from));
-            out.put(loadVector(codes + from), run - from);
+            for (; run - from > lanes; from += lanes) out.put(loadLanes(codes + from));
+            out.put(loadLanes(codes + from), run - from);
             out.put(code.length(static_cast<unsigned>(size) * 4));
             out.put(code.distance(period * 4));
             from = run + size;
             runs = from < stretch ? runs >> from << from : 0;
         }
-        for (; stretch - from >= lanes; from += lanes) out.put(loadVector(codes + from));
-        if (from != stretch) out.put(loadVector(codes + from), stretch - from);
+        for (; stretch - from >= lanes; from += lanes) out.put(loadLanes(codes + from));
+        if (from != stretch) out.put(loadLanes(codes + from), stretch - from);
     }
     out.giveBack(*m_out);
     return done;
