@@ -3,6 +3,7 @@
 #include "zeq_api/codec/deflate_writer.h"
 
 #include <algorithm>
+#include <numeric>
 #include <string_view>
 
 #include "zeq_api/codec/vector_code.h"
@@ -49,26 +50,28 @@ std::uint32_t load(const char* from) {
     return value;
 }
 
-struct Frequencies {
+constexpr unsigned describedLiterals = 286;
+constexpr std::uint64_t descriptionSize = 14 + 19 * 3 + 4 * (describedLiterals + distanceCount);
+
+} // namespace
+
+struct DeflateWriter::Frequencies {
     std::array<std::uint32_t, literalCount> literals{};
     std::array<std::uint32_t, distanceCount> distances{};
 };
 
-/// What the symbols take with code lengths.
-std::uint64_t sizeOf(const Frequencies& frequencies, const DeflateCode& code) {
-    std::uint64_t size = 0;
-    for (std::size_t i = 0; i < frequencies.literals.size(); ++i)
-        size += std::uint64_t{frequencies.literals[i]} * code.literalLengths()[i];
-    for (std::size_t i = 0; i < frequencies.distances.size(); ++i)
-        size += std::uint64_t{frequencies.distances[i]} * code.distanceLengths()[i];
-    return size;
+/// What the symbols take with a code.
+std::uint64_t DeflateWriter::sizeOf(const Frequencies& frequencies, const DeflateCode& code) {
+    const auto sum = [](const auto& counts, const auto& lengths) {
+        return std::inner_product(counts.begin(), counts.end(), lengths.begin(), std::uint64_t{0});
+    };
+    return sum(frequencies.literals, code.literalLengths()) +
+           sum(frequencies.distances, code.distanceLengths());
 }
 
-} // namespace
-
 void BitWriter::bytes(const void* from, std::size_t size) {
-    std::memcpy(m_next, from, size);
-    m_next += size;
+    std::memcpy(m_cursor.m_next, from, size);
+    m_cursor.m_next += size;
 }
 
 void BitWriter::replace(std::uint64_t at, std::uint64_t value) {
@@ -79,10 +82,10 @@ void BitWriter::replace(std::uint64_t at, std::uint64_t value) {
 }
 
 void BitWriter::flush() {
-    const auto size = static_cast<std::size_t>(m_next - m_bytes.get());
+    const auto size = static_cast<std::size_t>(m_cursor.m_next - m_bytes.get());
     m_store(m_bytes.get(), size, m_stored);
     m_stored += size;
-    m_next = m_bytes.get();
+    m_cursor.m_next = m_bytes.get();
 }
 
 void DeflateWriter::copy(std::size_t distance, std::size_t length) {
@@ -97,27 +100,29 @@ void DeflateWriter::copy(std::size_t distance, std::size_t length) {
 void DeflateWriter::writeSymbols(const DeflateCode& code) {
     std::uint32_t lastDistance = 1; // most are as long as the one before
     Bits distanceBits = code.distance(lastDistance);
-    for (std::size_t i = 0; i < m_count; ++i) {
-        const std::uint32_t symbol = m_symbols[i];
-        if (i % 1024 == 0) m_out->makeRoom();
-        if (symbol & copyBit) {
-            const std::uint32_t distance = (symbol & 0x7FFF) + 1;
-            if (distance != lastDistance) distanceBits = code.distance(lastDistance = distance);
-            m_out->put(code.length(symbol >> 15 & 0x1FF) + distanceBits);
-        } else if (symbol & unitBit) {
-            m_out->put(code.unit(symbol & 0xFF));
-        } else {
-            m_out->put(code.literal(symbol));
+    constexpr std::size_t most = 2048; // of at most eight bytes each
+    for (std::size_t first = 0; first < m_count; first += most) {
+        BitCursor out = m_out->cursor();
+        for (std::size_t i = first; i < std::min(m_count, first + most); ++i) {
+            const std::uint32_t symbol = m_symbols[i];
+            if (symbol & copyBit) {
+                const std::uint32_t distance = (symbol & 0x7FFF) + 1;
+                if (distance != lastDistance) distanceBits = code.distance(lastDistance = distance);
+                out.put(code.length(symbol >> 15 & 0x1FF) + distanceBits);
+            } else if (symbol & unitBit) {
+                out.put(code.unit(symbol & 0xFF));
+            } else {
+                out.put(code.literal(symbol));
+            }
         }
+        m_out->cursor() = out;
     }
     m_count = 0;
 }
 
 void DeflateWriter::describe(const DeflateCode& code) {
-    m_out->makeRoom();
-    m_out->put(startOf(describedBlock));
-    constexpr unsigned literals = 286;
-    m_out->put({literals - 257, 5});
+    m_out->cursor().put(startOf(describedBlock));
+    m_out->put({describedLiterals - 257, 5});
     m_out->put({distanceCount - 1, 5});
     m_out->put({15, 4});
     // The code for the lengths: four bits for each, none for repetitions.
@@ -125,7 +130,7 @@ void DeflateWriter::describe(const DeflateCode& code) {
     const auto put = [this](unsigned length) {
         m_out->put({(length & 1) << 3 | (length & 2) << 1 | (length & 4) >> 1 | length >> 3, 4});
     };
-    for (std::size_t i = 0; i < literals; ++i) put(code.literalLengths()[i]);
+    for (std::size_t i = 0; i < describedLiterals; ++i) put(code.literalLengths()[i]);
     for (const std::uint8_t length : code.distanceLengths()) put(length);
 }
 
@@ -133,41 +138,47 @@ void DeflateWriter::endBlock() {
     if (m_count == 0) return;
     if (m_isInBase64 && m_count < fewSymbols) return writeSymbols(base64Code());
     endBase64();
-    Frequencies frequencies;
+    const DeflateCode& fixed = DeflateCode::fixed();
+    constexpr std::size_t tooFew = 60; // to save as much as the description of a code takes
+    if (m_count >= tooFew) {
+        const Frequencies frequencies = countSymbols();
+        LiteralLengths literals;
+        DistanceLengths distances;
+        findLengths(frequencies.literals.data(), literalCount, 12, literals.data());
+        findLengths(frequencies.distances.data(), distanceCount, 10, distances.data());
+        const DeflateCode code(literals, distances);
+        if (sizeOf(frequencies, code) + descriptionSize < sizeOf(frequencies, fixed)) {
+            describe(code);
+            writeSymbols(code);
+            return m_out->put(code.end());
+        }
+    }
+    m_out->cursor().put(startOf(fixedBlock));
+    writeSymbols(fixed);
+    m_out->put(fixed.end());
+}
+
+DeflateWriter::Frequencies DeflateWriter::countSymbols() const {
+    Frequencies all;
     for (std::size_t i = 0; i < m_count; ++i) {
         const std::uint32_t symbol = m_symbols[i];
         if (symbol & copyBit) {
-            ++frequencies.literals[static_cast<std::size_t>(codedLength(symbol >> 15 & 0x1FF).symbol)];
-            ++frequencies.distances[static_cast<std::size_t>(codedDistance((symbol & 0x7FFF) + 1).symbol)];
+            ++all.literals[static_cast<std::size_t>(codedLength(symbol >> 15 & 0x1FF).symbol)];
+            ++all.distances[static_cast<std::size_t>(codedDistance((symbol & 0x7FFF) + 1).symbol)];
         } else {
-            ++frequencies.literals[symbol & 0xFF];
+            ++all.literals[symbol & 0xFF];
             if (symbol & unitBit) {
-                ++frequencies.literals[static_cast<std::size_t>(codedLength(3).symbol)];
-                ++frequencies.distances[static_cast<std::size_t>(codedDistance(4).symbol)];
+                ++all.literals[static_cast<std::size_t>(codedLength(3).symbol)];
+                ++all.distances[static_cast<std::size_t>(codedDistance(4).symbol)];
             }
         }
     }
     // A code needs two symbols.
-    ++frequencies.literals[endOfBlock];
-    ++frequencies.literals[0];
-    ++frequencies.distances[0];
-    ++frequencies.distances[3];
-    LiteralLengths literals;
-    DistanceLengths distances;
-    findLengths(frequencies.literals.data(), literalCount, 12, literals.data());
-    findLengths(frequencies.distances.data(), distanceCount, 10, distances.data());
-    const DeflateCode code(literals, distances);
-    constexpr std::uint64_t description = 14 + 19 * 3 + 4 * (286 + distanceCount);
-    const bool isDescribed =
-        sizeOf(frequencies, code) + description < sizeOf(frequencies, DeflateCode::fixed());
-    const DeflateCode& chosen = isDescribed ? code : DeflateCode::fixed();
-    m_out->makeRoom();
-    if (isDescribed)
-        describe(code);
-    else
-        m_out->put(startOf(fixedBlock));
-    writeSymbols(chosen);
-    m_out->put(chosen.end());
+    ++all.literals[endOfBlock];
+    ++all.literals[0];
+    ++all.distances[0];
+    ++all.distances[3];
+    return all;
 }
 
 void DeflateWriter::endBase64() {
@@ -184,7 +195,6 @@ void DeflateWriter::base64(const char* units, std::size_t count) {
     }
     writeSymbols(base64Code());
     while (count > 0) {
-        m_out->makeRoom();
         const std::size_t piece = std::min(mostAtOnce, count);
         const std::size_t done = vectors(units, piece);
         plainUnits(units + done * 4, std::min(piece - done, stretch));
@@ -196,12 +206,13 @@ void DeflateWriter::base64(const char* units, std::size_t count) {
 
 void DeflateWriter::plainUnits(const char* units, std::size_t count) {
     const DeflateCode& code = base64Code();
+    BitCursor& out = m_out->cursor();
     for (; count > 0; --count, units += 4) {
         const std::uint32_t unit = load(units);
         if (unit < 256 && load(units - 4) >> 8 == 0) {
-            m_out->put(code.unit(unit));
+            out.put(code.unit(unit));
         } else {
-            for (int i = 0; i < 4; ++i) m_out->put(code.literal(static_cast<Byte>(units[i])));
+            for (int i = 0; i < 4; ++i) out.put(code.literal(static_cast<Byte>(units[i])));
         }
     }
 }
@@ -209,8 +220,7 @@ void DeflateWriter::plainUnits(const char* units, std::size_t count) {
 std::uint64_t DeflateWriter::replaceable(std::uint64_t value) {
     endBlock();
     endBase64();
-    m_out->makeRoom();
-    m_out->put(startOf(storedBlock));
+    m_out->cursor().put(startOf(storedBlock));
     m_out->align();
     constexpr std::uint16_t size = sizeof value;
     constexpr std::uint16_t head[2] = {size, static_cast<std::uint16_t>(~size)};
@@ -223,8 +233,7 @@ std::uint64_t DeflateWriter::replaceable(std::uint64_t value) {
 void DeflateWriter::finish() {
     endBlock();
     endBase64();
-    m_out->makeRoom();
-    m_out->put(startOf(fixedBlock, true));
+    m_out->cursor().put(startOf(fixedBlock, true));
     m_out->put(DeflateCode::fixed().end());
     m_out->align();
 }
@@ -234,10 +243,6 @@ void DeflateWriter::finish() {
 namespace {
 
 constexpr std::size_t lanes = 16; // letters in a register
-
-ZEQ_VECTOR_INLINE __m128i loadLanes(const char* from) {
-    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
-}
 
 /// Eight codes with the bits of the copy, ten bits each, in the first ten bytes.
 ZEQ_VECTOR_INLINE __m128i packEight(__m128i codes) {
@@ -270,30 +275,27 @@ ZEQ_VECTOR_INLINE __m256i codesOf(__m256i text) {
                            _mm256_shuffle_epi8(mirrored, highHalves(code)));
 }
 
-/// Bits that are written where others end, up to 160 of them.
-class PackedBits {
+/// Writes up to sixteen letters at once.
+class LetterCursor : public BitCursor {
 public:
-    explicit PackedBits(BitWriter& out)
-        : m_next(out.next()), m_open(out.openBits()), m_count(out.openCount()) {}
+    explicit LetterCursor(const BitCursor& at) : BitCursor(at) {}
 
-    ZEQ_VECTOR_INLINE void put(__m128i codes) {
+    using BitCursor::put;
+    ZEQ_VECTOR_INLINE void put(const char* codes) {
         m_open = write(codes) >> 32;
         m_next += 20;
     }
-    ZEQ_VECTOR_INLINE void put(__m128i codes, std::size_t letters) {
+    ZEQ_VECTOR_INLINE void put(const char* codes, std::size_t letters) {
         write(codes);
-        advance(static_cast<unsigned>(letters) * 10);
+        m_count += static_cast<unsigned>(letters) * 10;
+        m_next += m_count / 8;
+        m_count %= 8;
+        m_open = static_cast<Byte>(*m_next) & ((1U << m_count) - 1);
     }
-    void put(Bits code) {
-        const std::uint64_t word = m_open | code.bits << m_count;
-        std::memcpy(m_next, &word, sizeof word);
-        advance(code.count);
-    }
-    void giveBack(BitWriter& out) const { out.goOn(m_next, m_open, m_count); }
 
 private:
-    ZEQ_VECTOR_INLINE std::uint64_t write(__m128i codes) {
-        const Packed packed = pack(codes);
+    ZEQ_VECTOR_INLINE std::uint64_t write(const char* codes) {
+        const Packed packed = pack(_mm_loadu_si128(reinterpret_cast<const __m128i*>(codes)));
         const std::uint64_t words[3] = {m_open | packed.words[0] << m_count,
                                         shifted(packed.words[0], packed.words[1]),
                                         shifted(packed.words[1], packed.words[2])};
@@ -303,16 +305,6 @@ private:
     std::uint64_t shifted(std::uint64_t low, std::uint64_t high) const {
         return high << m_count | low >> 1 >> (63 - m_count);
     }
-    void advance(unsigned bits) {
-        bits += m_count;
-        m_next += bits / 8;
-        m_count = bits % 8;
-        m_open = static_cast<Byte>(*m_next) & ((1U << m_count) - 1);
-    }
-
-    char* m_next;
-    std::uint64_t m_open;
-    unsigned m_count;
 };
 
 /// Where runs of at least eight ones begin, and all but the last seven places of each.
@@ -327,7 +319,7 @@ constexpr std::uint64_t longRuns(std::uint64_t bits) {
 ZEQ_TARGET_VECTORS std::size_t DeflateWriter::vectors(const char* units, std::size_t count) {
     if (!hasVectors() || load(units - 4) >> 8 != 0) return 0;
     const DeflateCode& code = base64Code();
-    PackedBits out(*m_out);
+    LetterCursor out(m_out->cursor());
     char codes[stretch + lanes];
     char letters[period + mostAtOnce] = {}; // none before the first
     std::size_t done = 0;
@@ -349,17 +341,17 @@ ZEQ_TARGET_VECTORS std::size_t DeflateWriter::vectors(const char* units, std::si
         for (std::uint64_t runs = longRuns(same); runs != 0;) {
             const auto run = static_cast<std::size_t>(std::countr_zero(runs));
             const auto size = static_cast<std::size_t>(std::countr_one(same >> run));
-            for (; run - from > lanes; from += lanes) out.put(loadLanes(codes + from));
-            out.put(loadLanes(codes + from), run - from);
+            for (; run - from > lanes; from += lanes) out.put(codes + from);
+            out.put(codes + from, run - from);
             out.put(code.length(static_cast<unsigned>(size) * 4));
             out.put(code.distance(period * 4));
             from = run + size;
             runs = from < stretch ? runs >> from << from : 0;
         }
-        for (; stretch - from >= lanes; from += lanes) out.put(loadLanes(codes + from));
-        if (from != stretch) out.put(loadLanes(codes + from), stretch - from);
+        for (; stretch - from >= lanes; from += lanes) out.put(codes + from);
+        if (from != stretch) out.put(codes + from, stretch - from);
     }
-    out.giveBack(*m_out);
+    m_out->cursor() = out;
     return done;
 }
 

@@ -12,55 +12,63 @@
 
 namespace zeq::detail {
 
+/// Where bits are written, the first one lowest. Up to eight bytes behind the last whole one are overwritten.
+class BitCursor {
+public:
+    explicit BitCursor(char* next) : m_next(next) {}
+
+    /// At most 56 bits.
+    void put(Bits code) {
+        m_open |= code.bits << m_count;
+        m_count += code.count;
+        std::memcpy(m_next, &m_open, sizeof m_open);
+        m_next += m_count / 8;
+        m_open >>= m_count & ~7U;
+        m_count %= 8;
+    }
+    char* next() const { return m_next; }
+
+protected:
+    char* m_next;
+    std::uint64_t m_open = 0; ///< the bits that do not fill a byte yet
+    unsigned m_count = 0;     ///< how many
+
+    friend class BitWriter;
+};
+
 /// Bits on their way to a store.
 class BitWriter {
 public:
     explicit BitWriter(json::ByteStore store) : m_store(std::move(store)) {}
 
-    /// At most 56 bits. Between two calls of makeRoom() there may be `room` bytes of them.
-    void put(Bits code) {
-        m_bits |= code.bits << m_count;
-        m_count += code.count;
-        std::memcpy(m_next, &m_bits, sizeof m_bits);
-        m_next += m_count >> 3;
-        m_bits >>= m_count & ~7U;
-        m_count &= 7;
-    }
+    /// So many bytes can be written with the cursor, or a copy of it that is put back, after a call of this.
     static constexpr std::size_t room = 1 << 14;
-    void makeRoom() {
-        if (m_next > m_bytes.get() + blockSize) flush();
+    BitCursor& cursor() {
+        if (m_cursor.next() > m_bytes.get() + blockSize) flush();
+        return m_cursor;
     }
+    void put(Bits code) { m_cursor.put(code); }
     /// Fills the last byte with zeros.
     void align() {
-        if (m_count != 0) put({0, 8 - m_count});
+        if (m_cursor.m_count != 0) put({0, 8 - m_cursor.m_count});
     }
     /// Whole bytes, after align().
     void bytes(const void* from, std::size_t size);
     /// Where the next whole byte will lie in the store.
-    std::uint64_t position() const { return m_stored + static_cast<std::uint64_t>(m_next - m_bytes.get()); }
+    std::uint64_t position() const {
+        return m_stored + static_cast<std::uint64_t>(m_cursor.next() - m_bytes.get());
+    }
     /// Replaces eight bytes.
     void replace(std::uint64_t at, std::uint64_t value);
     void flush();
-
-    /// For a faster writer: the bits that do not fill a byte yet, and the place of that byte.
-    std::uint64_t openBits() const { return m_bits; }
-    unsigned openCount() const { return m_count; }
-    char* next() const { return m_next; }
-    void goOn(char* next, std::uint64_t openBits, unsigned openCount) {
-        m_next = next;
-        m_bits = openBits;
-        m_count = openCount;
-    }
 
 private:
     static constexpr std::size_t blockSize = 1 << 17;
 
     json::ByteStore m_store;
     std::uint64_t m_stored = 0;
-    std::uint64_t m_bits = 0;
-    unsigned m_count = 0;
-    std::unique_ptr<char[]> m_bytes{new char[blockSize + room + sizeof m_bits]};
-    char* m_next = m_bytes.get();
+    std::unique_ptr<char[]> m_bytes{new char[blockSize + room + sizeof(std::uint64_t)]};
+    BitCursor m_cursor{m_bytes.get()};
 };
 
 class DeflateWriter {
@@ -72,8 +80,7 @@ public:
     void unit(unsigned char byte) { add(unitBit | byte); }
     void copy(std::size_t distance, std::size_t length);
 
-    /// 32-bit units that are mostly letters of Base64. The four bytes before them were written, too; of the first
-    /// letter's three last bytes and of those four, none is zero by chance: they are what the decoder will see.
+    /// 32-bit units that are mostly letters of Base64. Before them lie the four bytes that were written before.
     void base64(const char* units, std::size_t count);
 
     /// Eight bytes that can be replaced afterwards, because they lie in the data as they are.
@@ -83,6 +90,7 @@ public:
     void finish();
 
 private:
+    // A literal or a unit, or a copy: its length above its distance less one.
     static constexpr std::uint32_t unitBit = 1U << 8, copyBit = 1U << 31;
     static constexpr std::size_t mostSymbols = 1 << 15;
     // Fewer are not worth a code of their own when one for Base64 is in force.
@@ -92,6 +100,9 @@ private:
         if (m_count == mostSymbols) endBlock();
         m_symbols[m_count++] = symbol;
     }
+    struct Frequencies;
+    Frequencies countSymbols() const;
+    static std::uint64_t sizeOf(const Frequencies& frequencies, const DeflateCode& code);
     void writeSymbols(const DeflateCode& code);
     void describe(const DeflateCode& code);
     void endBlock();
