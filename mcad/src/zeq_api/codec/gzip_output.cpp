@@ -40,6 +40,37 @@ std::size_t nameSize(const char* name, const char* end) {
                : std::min(room, headSize + unitSize * std::min(room, load<std::uint64_t>(name + 1)));
 }
 
+std::size_t agreeingPlainly(const char* a, const char* b, std::size_t size) {
+    std::size_t done = 0;
+    for (; size - done >= 8; done += 8)
+        if (const auto difference = load<std::uint64_t>(a + done) ^ load<std::uint64_t>(b + done);
+            difference != 0)
+            return done + static_cast<std::size_t>(std::countr_zero(difference)) / 8;
+    while (done != size && a[done] == b[done]) ++done;
+    return done;
+}
+
+#if ZEQ_VECTOR_CODE
+ZEQ_TARGET_VECTORS std::size_t agreeingVectors(const char* a, const char* b, std::size_t size) {
+    constexpr std::size_t step = 32;
+    std::size_t done = 0;
+    for (; size - done >= step; done += step) {
+        const auto same = static_cast<unsigned>(
+            _mm256_movemask_epi8(_mm256_cmpeq_epi8(loadVector(a + done), loadVector(b + done))));
+        if (same != ~0U) return done + static_cast<std::size_t>(std::countr_one(same));
+    }
+    return done + agreeingPlainly(a + done, b + done, size - done);
+}
+#endif
+
+/// How many of the bytes are the same in both places.
+std::size_t agreeingBytes(const char* a, const char* b, std::size_t size) {
+#if ZEQ_VECTOR_CODE
+    if (hasVectors()) return agreeingVectors(a, b, size);
+#endif
+    return agreeingPlainly(a, b, size);
+}
+
 } // namespace
 
 void GzipOutput::begin() {
@@ -69,8 +100,10 @@ void GzipOutput::pass(Block& block) {
     std::memmove(m_window.get(), taken - historySize, historySize + waiting);
     m_start += size;
     Mark* kept = m_marks.get();
-    for (const Mark* mark = m_marks.get(); mark != block.nextMark; ++mark)
-        if (mark->at >= size) *kept++ = {mark->kind, static_cast<std::uint32_t>(mark->at - size)};
+    const Mark* mark =
+        std::partition_point(m_marks.get(), block.nextMark, [size](Mark one) { return one.at < size; });
+    for (; mark != block.nextMark; ++mark)
+        *kept++ = {mark->kind, static_cast<std::uint32_t>(mark->at - size)};
     char* const first = m_window.get() + historySize;
     block = {first, first + waiting, first + blockSize, m_marks.get(), kept};
 }
@@ -136,23 +169,7 @@ std::size_t GzipOutput::agreeing(const char* at, const char* to) const {
         if (gap != m_gaps.end() && gap->at < positionOf(to) - m_distance)
             to = at + std::max(gap->at, position) - position;
     }
-    const char* next = at;
-#if ZEQ_VECTOR_CODE
-    for (; to - next >= 16; next += 16) {
-        const __m128i isSame =
-            _mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(next)),
-                           _mm_loadu_si128(reinterpret_cast<const __m128i*>(next - m_distance)));
-        if (const auto same = static_cast<unsigned>(_mm_movemask_epi8(isSame)); same != 0xFFFF)
-            return static_cast<std::size_t>(next - at) + static_cast<std::size_t>(std::countr_one(same));
-    }
-#endif
-    for (; to - next >= 8; next += 8)
-        if (const auto difference = load<std::uint64_t>(next) ^ load<std::uint64_t>(next - m_distance);
-            difference != 0)
-            return static_cast<std::size_t>(next - at) +
-                   static_cast<std::size_t>(std::countr_zero(difference)) / 8;
-    while (next != to && *next == *(next - m_distance)) ++next;
-    return static_cast<std::size_t>(next - at);
+    return agreeingBytes(at, at - m_distance, static_cast<std::size_t>(to - at));
 }
 
 /// How far it is to where this name stood last; 0 if that is too far or nowhere.
