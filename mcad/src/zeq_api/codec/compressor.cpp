@@ -2,6 +2,7 @@
 #include "zeq_api/codec/compressor.h"
 
 #include <algorithm>
+#include <cstring>
 #include <memory>
 #include <stdexcept>
 #include <string_view>
@@ -31,12 +32,14 @@ void compressInto(Out& out, std::string_view data, int level) {
 /// would fill it with zeros first.
 template <class Out>
 void drain(Out& out, detail::GzipDecoder& decoder) {
-    constexpr std::size_t blockSize = 1 << 18;
-    const auto block = std::make_unique_for_overwrite<char[]>(blockSize);
+    constexpr std::size_t blockSize = 1 << 18, historySize = detail::GzipDecoder::historySize;
+    const auto history = std::make_unique_for_overwrite<char[]>(historySize + blockSize);
+    char* const block = history.get() + historySize;
     std::size_t size;
     do {
-        size = decoder.read(block.get(), blockSize);
-        out.insert(out.end(), block.get(), block.get() + size);
+        size = decoder.read(block, blockSize);
+        out.insert(out.end(), block, block + size);
+        std::memcpy(history.get(), block + blockSize - historySize, historySize);
     } while (size == blockSize);
 }
 

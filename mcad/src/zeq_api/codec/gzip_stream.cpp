@@ -1,5 +1,4 @@
-// zlib behind one loop each way; where it is built in, ISA-L serves the default level and undamaged input on the same
-// loops.
+// zlib behind one loop each way; where it is built in, ISA-L serves the default level on the same loop.
 #define ZLIB_CONST
 #include "zeq_api/codec/gzip_stream.h"
 
@@ -15,7 +14,7 @@
 #include <isa-l/igzip_lib.h>
 #endif
 
-#include "zeq_api/codec/compressor.h"
+#include "zeq_api/codec/inflater.h"
 
 namespace zeq::detail {
 
@@ -70,18 +69,24 @@ public:
     bool step(bool isLast) { return deflate(&m_stream, isLast ? Z_FINISH : Z_NO_FLUSH) == Z_STREAM_END; }
 };
 
-/// `Stream` needs `End step()`.
-template <class Derived, class Stream>
-class DecoderLoop : public GzipDecoder {
+class ZlibDecoder : public GzipDecoder {
 public:
+    explicit ZlibDecoder(ByteInput input) : m_input(std::move(input)) {
+        m_stream = {};
+        if (inflateInit2(&m_stream, 47) != Z_OK) throw std::runtime_error("inflate init failed");
+    }
+    ~ZlibDecoder() override { inflateEnd(&m_stream); }
+    ZlibDecoder(const ZlibDecoder&) = delete;
+    ZlibDecoder& operator=(const ZlibDecoder&) = delete;
+
     std::size_t read(char* out, std::size_t size) override {
         std::size_t done = 0;
         while (done != size && m_end == End::none) {
             if (m_stream.avail_in == 0 && !m_inputEnds) fill();
             const std::size_t wanted = std::min(size - done, mostAtOnce);
-            m_stream.next_out = reinterpret_cast<ByteOf<Stream>*>(out + done);
+            m_stream.next_out = reinterpret_cast<Bytef*>(out + done);
             m_stream.avail_out = static_cast<std::uint32_t>(wanted);
-            m_end = static_cast<Derived*>(this)->step();
+            step();
             done += wanted - m_stream.avail_out;
             if (m_end == End::none && m_inputEnds && m_stream.avail_in == 0 && m_stream.avail_out != 0)
                 m_end = End::early;
@@ -90,53 +95,32 @@ public:
     }
     bool isWhole() const override { return m_end == End::clean; }
 
-protected:
+private:
     enum class End {
         none,
         clean,
         early
     };
 
-    explicit DecoderLoop(ByteInput input) : m_input(std::move(input)) {}
-    /// What there is of the input before the first step.
-    std::string_view head() {
-        if (m_stream.avail_in == 0 && !m_inputEnds) fill();
-        return {reinterpret_cast<const char*>(m_stream.next_in), m_stream.avail_in};
+    void step() {
+        const int result = inflate(&m_stream, Z_NO_FLUSH);
+        if (result == Z_STREAM_END)
+            m_end = End::clean;
+        else if (result != Z_OK && result != Z_BUF_ERROR)
+            throw std::runtime_error(m_stream.msg ? m_stream.msg : "inflate failed");
     }
-    void fail() { m_end = End::early; }
-    Stream m_stream;
-
-private:
     void fill() {
         const std::size_t size = m_input(m_block.get(), blockSize);
         m_inputEnds = size < blockSize;
-        m_stream.next_in = reinterpret_cast<decltype(m_stream.next_in)>(m_block.get());
+        m_stream.next_in = reinterpret_cast<const Bytef*>(m_block.get());
         m_stream.avail_in = static_cast<std::uint32_t>(size);
     }
 
+    z_stream m_stream;
     ByteInput m_input;
     bool m_inputEnds = false;
     End m_end = End::none;
     std::unique_ptr<char[]> m_block{new char[blockSize]};
-};
-
-class ZlibDecoder : public DecoderLoop<ZlibDecoder, z_stream> {
-public:
-    explicit ZlibDecoder(ByteInput input) : DecoderLoop(std::move(input)) {
-        m_stream = {};
-        if (inflateInit2(&m_stream, 47) != Z_OK) throw std::runtime_error("inflate init failed");
-    }
-    ~ZlibDecoder() override { inflateEnd(&m_stream); }
-    ZlibDecoder(const ZlibDecoder&) = delete;
-    ZlibDecoder& operator=(const ZlibDecoder&) = delete;
-
-    End step() {
-        const int result = inflate(&m_stream, Z_NO_FLUSH);
-        if (result == Z_STREAM_END) return End::clean;
-        if (result != Z_OK && result != Z_BUF_ERROR)
-            throw std::runtime_error(m_stream.msg ? m_stream.msg : "inflate failed");
-        return End::none;
-    }
 };
 
 #if ZEQ_WITH_ISAL
@@ -160,26 +144,6 @@ private:
     std::unique_ptr<std::uint8_t[]> m_levelBuffer{new std::uint8_t[ISAL_DEF_LVL1_DEFAULT]};
 };
 
-class IsalDecoder : public DecoderLoop<IsalDecoder, inflate_state> {
-public:
-    explicit IsalDecoder(ByteInput input) : DecoderLoop(std::move(input)) {
-        isal_inflate_init(&m_stream);
-        const std::string_view data = head();
-        // Anything but a plain header is left to zlib, which checks more of it.
-        using namespace std::string_view_literals;
-        if (data.starts_with("\x1F\x8B\x08\0"sv))
-            m_stream.crc_flag = ISAL_GZIP;
-        else if (data.starts_with('\x78') && Compressor::isCompressed(data.data(), data.size()))
-            m_stream.crc_flag = ISAL_ZLIB;
-        else
-            fail();
-    }
-    End step() {
-        if (isal_inflate(&m_stream) != ISAL_DECOMP_OK) return End::early;
-        return m_stream.block_state == ISAL_BLOCK_FINISH ? End::clean : End::none;
-    }
-};
-
 #endif
 
 } // namespace
@@ -196,11 +160,7 @@ std::unique_ptr<GzipDecoder> newDecoder(ByteInput input) {
 }
 
 std::unique_ptr<GzipDecoder> newFastDecoder(ByteInput input) {
-#if ZEQ_WITH_ISAL
-    return std::make_unique<IsalDecoder>(std::move(input));
-#else
-    return newDecoder(std::move(input));
-#endif
+    return std::make_unique<Inflater>(std::move(input));
 }
 
 } // namespace zeq::detail

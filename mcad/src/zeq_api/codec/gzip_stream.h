@@ -33,10 +33,13 @@ std::unique_ptr<GzipEncoder> newEncoder(int level, ByteOutput output);
 class GzipDecoder {
 public:
     virtual ~GzipDecoder() = default;
-    /// Fills `out` with the next bytes and says how many there were: fewer than `size` only at the end.
+    /// Fills `out` with the next bytes and says how many there were: fewer than `size` only at the end. The last
+    /// `historySize` bytes that it gave before, or as many as there were, must stand right before `out`.
     virtual std::size_t read(char* out, std::size_t size) = 0;
     /// Whether the end that read() came to is that of undamaged data.
     virtual bool isWhole() const = 0;
+
+    static constexpr std::size_t historySize = 1 << 15;
 };
 
 /// zlib: of data that end too early it gives what could be decoded; read() throws std::runtime_error with zlib's

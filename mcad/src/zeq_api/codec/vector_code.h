@@ -59,4 +59,11 @@ ZEQ_VECTOR_INLINE __m256i addByRow(__m256i text, int slash, int digits, int uppe
 } // namespace zeq::detail
 #else
 #define ZEQ_VECTOR_CODE 0
+#define ZEQ_TARGET_VECTORS
+
+namespace zeq::detail {
+
+inline bool hasVectors() { return false; }
+
+} // namespace zeq::detail
 #endif

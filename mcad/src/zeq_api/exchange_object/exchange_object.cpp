@@ -21,6 +21,8 @@ StreamedContent::StreamedContent(const mp::SharedBuffer<char>& buffer)
     if (m_isCompressed) traceDecompression();
 }
 
+static_assert(json::ByteSource::historySize >= GzipDecoder::historySize);
+
 void StreamedContent::open() {
     constexpr std::size_t windowSize = 1 << 20;
     constexpr std::uint64_t largestRatio = 1032; // that deflate can reach

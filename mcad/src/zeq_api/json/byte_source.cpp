@@ -12,22 +12,31 @@ constexpr std::size_t headSize = 1 + sizeof(std::uint64_t);
 
 } // namespace
 
+/// Moves what is left, and the history before it, to the front of a window of that capacity. Whether more could be
+/// filled.
+bool ByteSource::fill(std::size_t capacity) {
+    const std::size_t left = available();
+    const std::size_t kept =
+        std::min(static_cast<std::size_t>(m_end - m_window.get()), std::max(left, historySize));
+    std::unique_ptr<char[]> larger;
+    if (capacity > m_capacity) larger.reset(new char[historySize + capacity]);
+    char* const window = larger ? larger.get() : m_window.get();
+    std::memmove(window, m_end - kept, kept);
+    if (larger) m_window = std::move(larger);
+    m_capacity = capacity;
+
+    const std::size_t room = historySize + capacity - kept;
+    const std::size_t count = m_input(window + kept, room);
+    m_end = window + kept + count;
+    m_next = m_end - count - left;
+    m_endPosition += count;
+    return count == room;
+}
+
 void ByteSource::fetch(std::size_t size) {
     if (!m_input || size > mostLeft()) throw NotInOnePass{};
-    const std::size_t left = available();
-    if (size > m_capacity) {
-        m_capacity = std::max(size, 2 * m_capacity);
-        std::unique_ptr<char[]> larger(new char[m_capacity]);
-        std::memcpy(larger.get(), m_next, left);
-        m_window = std::move(larger);
-    } else {
-        std::memmove(m_window.get(), m_next, left);
-    }
-    const std::size_t count = m_input(m_window.get() + left, m_capacity - left);
-    m_next = m_window.get();
-    m_end = m_next + left + count;
-    m_endPosition += count;
-    if (size > left + count) throw NotInOnePass{};
+    fill(size > m_capacity ? std::max(size, 2 * m_capacity) : m_capacity);
+    if (size > available()) throw NotInOnePass{};
 }
 
 void ByteSource::pass(std::uint64_t size) {
@@ -87,9 +96,10 @@ void ByteSource::passValue() {
 }
 
 void ByteSource::drain() {
+    if (!m_input) return;
+    do m_next = m_end;
+    while (fill(m_capacity));
     m_next = m_end;
-    while (m_input && m_input(m_window.get(), m_capacity) == m_capacity) {
-    }
 }
 
 } // namespace zeq::json

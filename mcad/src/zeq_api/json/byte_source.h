@@ -19,15 +19,18 @@ struct NotInOnePass {};
 
 class ByteSource {
 public:
-    /// Fills `out` with the next bytes and says how many there were: fewer than `size` only at the end.
+    /// Fills `out` with the next bytes and says how many there were: fewer than `size` only at the end. The last
+    /// `historySize` bytes that it gave before, or as many as there were, stand right before `out`.
     using Input = std::function<std::size_t(char* out, std::size_t size)>;
+    static constexpr std::size_t historySize = 1 << 15;
 
     /// Bytes that lie in memory and stay there.
     ByteSource(const char* data, std::size_t size)
         : m_next(data), m_end(data + size), m_endPosition(size), m_most(size) {}
     /// At most `most` bytes of the input, which nothing larger is believed to hold.
     ByteSource(Input input, std::uint64_t most, std::size_t windowSize)
-        : m_input(std::move(input)), m_most(most), m_capacity(windowSize), m_window(new char[windowSize]) {
+        : m_input(std::move(input)), m_most(most), m_capacity(windowSize),
+          m_window(new char[historySize + windowSize]) {
         m_next = m_end = m_window.get();
     }
 
@@ -82,13 +85,14 @@ public:
 
 private:
     void fetch(std::size_t size);
+    bool fill(std::size_t capacity);
 
     const char* m_next = nullptr;
     const char* m_end = nullptr;
     std::uint64_t m_endPosition = 0;
     Input m_input;
     std::uint64_t m_most;
-    std::size_t m_capacity = 0;
+    std::size_t m_capacity = 0; // besides history
     std::unique_ptr<char[]> m_window;
 };
 
