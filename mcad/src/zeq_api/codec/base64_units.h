@@ -10,11 +10,10 @@
 namespace zeq::detail {
 
 #if ZEQ_VECTOR_CODE
-/// Decodes units of such codes, each to a letter and three zero bytes, as long as sixteen of them come together, `in`
-/// is below `inEnd` and `out` below `outEnd`. 32 bytes can be read from `inEnd`, and 64 be written to `outEnd`.
-/// Only if hasVectors().
+/// Decodes units of such codes, each of ten bits to a letter and three zero bytes, up to something else, or until `in`
+/// reaches `inEnd` or `out` reaches `outEnd`. 32 bytes can be read from `inEnd`, and 64 be written to `outEnd`.
 /// @param shift the bits of the first byte that do not count, 0 to 7
-/// @return how many times sixteen units there were: each are 20 bytes of input and 64 of output
+/// @return how many units there were
 std::size_t decodeBase64Units(const Base64Codes& codes, const std::uint8_t* in, unsigned shift,
                               const std::uint8_t* inEnd, std::uint8_t* out, const std::uint8_t* outEnd);
 #endif

@@ -269,10 +269,7 @@ ZEQ_VECTOR_INLINE Packed pack(__m128i codes) {
 
 /// The codes of letters: 128 and the letter's rank in ASCII, first bit lowest.
 ZEQ_VECTOR_INLINE __m256i codesOf(__m256i text) {
-    const __m256i code = addByRow(text, 129 - '/', 130 - '0', 140 - 'A', 166 - 'a');
-    const __m256i mirrored = table(_mm_setr_epi8(0, 8, 4, 12, 2, 10, 6, 14, 1, 9, 5, 13, 3, 11, 7, 15));
-    return _mm256_or_si256(_mm256_slli_epi16(_mm256_shuffle_epi8(mirrored, lowHalves(code)), 4),
-                           _mm256_shuffle_epi8(mirrored, highHalves(code)));
+    return mirrored(addByRow(text, 129 - '/', 130 - '0', 140 - 'A', 166 - 'a'));
 }
 
 /// Writes up to sixteen letters at once.

@@ -331,14 +331,15 @@ template <bool withVectors>
                 if (m_tables.base64.areThere) {
                     const std::uint8_t* const from = in - (count + 7) / 8;
                     const unsigned shift = (0 - count) % 8;
-                    const std::size_t groups =
+                    const std::size_t units =
                         decodeBase64Units(m_tables.base64, from, shift, inEnd, out, outEnd);
-                    if (groups != 0) {
-                        out += 64 * groups;
-                        in = from + 20 * groups;
-                        bits = load<std::uint64_t>(in) >> shift;
+                    if (units != 0) {
+                        const std::size_t end = shift + 10 * units;
+                        out += 4 * units;
+                        in = from + end / 8;
+                        bits = load<std::uint64_t>(in) >> end % 8;
                         in += 7;
-                        count = 56 - shift;
+                        count = 56 - static_cast<unsigned>(end % 8);
                         more();
                         next();
                         continue;

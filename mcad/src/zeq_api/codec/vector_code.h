@@ -46,6 +46,13 @@ ZEQ_VECTOR_INLINE bool areLetters(__m256i text) {
                               _mm256_shuffle_epi8(byHigh, highHalves(text))) != 0;
 }
 
+/// The bits of each byte in the other order.
+ZEQ_VECTOR_INLINE __m256i mirrored(__m256i bytes) {
+    const __m256i halves = table(_mm_setr_epi8(0, 8, 4, 12, 2, 10, 6, 14, 1, 9, 5, 13, 3, 11, 7, 15));
+    return _mm256_or_si256(_mm256_slli_epi16(_mm256_shuffle_epi8(halves, lowHalves(bytes)), 4),
+                           _mm256_shuffle_epi8(halves, highHalves(bytes)));
+}
+
 /// Adds to letters what belongs to their row of ASCII, '/' with the row of digits below it, and three to '+' besides.
 ZEQ_VECTOR_INLINE __m256i addByRow(__m256i text, int slash, int digits, int upper, int lower) {
     const auto byte = [](int n) { return static_cast<char>(n); };
