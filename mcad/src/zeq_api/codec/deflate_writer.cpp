@@ -18,7 +18,7 @@ constexpr unsigned storedBlock = 0, fixedBlock = 1, describedBlock = 2;
 constexpr unsigned longest = 258;
 // Base64 is written by so many units, which are looked at for copies from `period` units before: 60 bytes, which is a
 // multiple of the size of points, of directions and of triangles.
-constexpr std::size_t stretch = 64, period = 80, mostAtOnce = 4096;
+constexpr std::size_t stretch = 64, period = 80, shortestRun = 8, mostAtOnce = 4096;
 
 constexpr Bits startOf(unsigned kind, bool isLast = false) { return {kind << 1 | (isLast ? 1U : 0U), 3}; }
 
@@ -194,26 +194,35 @@ void DeflateWriter::base64(const char* units, std::size_t count) {
         m_isInBase64 = true;
     }
     writeSymbols(base64Code());
-    while (count > 0) {
+    for (const char* const begin = units; count > 0;) {
         const std::size_t piece = std::min(mostAtOnce, count);
         const std::size_t done = vectors(units, piece);
-        plainUnits(units + done * 4, std::min(piece - done, stretch));
+        plainUnits(begin, units + done * 4, std::min(piece - done, stretch));
         const std::size_t all = std::min(piece, done + stretch);
         units += all * 4;
         count -= all;
     }
 }
 
-void DeflateWriter::plainUnits(const char* units, std::size_t count) {
+/// The text begins at `begin`.
+void DeflateWriter::plainUnits(const char* begin, const char* units, std::size_t count) {
     const DeflateCode& code = base64Code();
     BitCursor& out = m_out->cursor();
-    for (; count > 0; --count, units += 4) {
-        const std::uint32_t unit = load(units);
-        if (unit < 256 && load(units - 4) >> 8 == 0) {
+    while (count > 0) {
+        std::size_t same = 0;
+        if (units - begin >= static_cast<std::ptrdiff_t>(period * 4))
+            while (same < count && load(units + same * 4) == load(units + (same - period) * 4)) ++same;
+        std::size_t taken = 1;
+        if (const std::uint32_t unit = load(units); same >= shortestRun) {
+            out.put(code.length(static_cast<unsigned>(same) * 4) + code.distance(period * 4));
+            taken = same;
+        } else if (unit < 256 && load(units - 4) >> 8 == 0) {
             out.put(code.unit(unit));
         } else {
             for (int i = 0; i < 4; ++i) out.put(code.literal(static_cast<Byte>(units[i])));
         }
+        units += taken * 4;
+        count -= taken;
     }
 }
 
@@ -306,6 +315,7 @@ private:
 
 /// Where runs of at least eight ones begin, and all but the last seven places of each.
 constexpr std::uint64_t longRuns(std::uint64_t bits) {
+    static_assert(shortestRun == 8);
     bits &= bits >> 1;
     bits &= bits >> 2;
     return bits & bits >> 4;

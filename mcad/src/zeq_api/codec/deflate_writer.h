@@ -107,7 +107,7 @@ private:
     void describe(const DeflateCode& code);
     void endBlock();
     void endBase64();
-    void plainUnits(const char* units, std::size_t count);
+    void plainUnits(const char* begin, const char* units, std::size_t count);
     std::size_t vectors(const char* units, std::size_t count);
 
     BitWriter* m_out;

@@ -1,7 +1,11 @@
 // Code for vector registers, which is chosen at run time: characters of Base64, 32 at a time. Internal.
 #pragma once
 
-#if defined(__x86_64__)
+#ifndef ZEQ_WITH_VECTORS
+#define ZEQ_WITH_VECTORS 1
+#endif
+
+#if ZEQ_WITH_VECTORS && defined(__x86_64__)
 #define ZEQ_VECTOR_CODE 1
 
 #include <immintrin.h>
