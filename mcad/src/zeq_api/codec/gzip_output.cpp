@@ -73,28 +73,33 @@ std::size_t agreeingBytes(const char* a, const char* b, std::size_t size) {
 
 } // namespace
 
-void GzipOutput::begin() {
-    m_window.reset(new char[historySize + blockSize]);
-    m_marks.reset(new Mark[blockSize / 4 + 1]);
-    m_begin = m_window.get() + historySize;
-    std::memset(m_window.get(), -1, historySize); // nothing to copy from
+/// Makes room for a window of that size behind the history, with what the block holds.
+void GzipOutput::makeWindow(Block& block, std::size_t size) {
+    std::unique_ptr<char[]> window(new char[historySize + size]);
+    std::unique_ptr<Mark[]> marks(new Mark[size / 4 + 1]);
+    char* const begin = window.get() + historySize;
+    std::memset(begin - sizeof json::unknownLength, -1, sizeof json::unknownLength); // no unit is behind it
+    block = {begin, std::copy(block.begin, block.next, begin), begin + size, marks.get(),
+             std::copy(block.marks, block.nextMark, marks.get())};
+    m_window = std::move(window);
+    m_marks = std::move(marks);
+    m_begin = begin;
 }
 
-void GzipOutput::putHeader() {
+void GzipOutput::startCompressing() {
+    m_bits.emplace(m_store);
+    m_deflate.emplace(*m_bits);
     constexpr char header[] = {'\x1F', '\x8B', 8, 0, 0, 0, 0, 0, 0, '\xFF'};
-    m_bits.bytes(header, sizeof header);
+    m_bits->bytes(header, sizeof header);
 }
 
 void GzipOutput::pass(Block& block) {
-    const char* taken = block.begin;
-    if (block.begin) {
-        if (m_start == 0) putHeader();
-        taken = take(block, false);
-    } else {
-        begin();
-        taken = block.begin = block.next = m_window.get() + historySize;
-        block.nextMark = m_marks.get();
+    if (!m_window) return makeWindow(block, smallSize);
+    if (!m_deflate) {
+        startCompressing();
+        return makeWindow(block, blockSize);
     }
+    const char* const taken = take(block, false);
     const auto waiting = static_cast<std::size_t>(block.next - taken);
     const auto size = static_cast<std::size_t>(taken - block.begin);
     std::memmove(m_window.get(), taken - historySize, historySize + waiting);
@@ -104,8 +109,8 @@ void GzipOutput::pass(Block& block) {
         std::partition_point(m_marks.get(), block.nextMark, [size](Mark one) { return one.at < size; });
     for (; mark != block.nextMark; ++mark)
         *kept++ = {mark->kind, static_cast<std::uint32_t>(mark->at - size)};
-    char* const first = m_window.get() + historySize;
-    block = {first, first + waiting, first + blockSize, m_marks.get(), kept};
+    block.next = block.begin + waiting;
+    block.nextMark = kept;
 }
 
 const char* GzipOutput::take(const Block& block, bool isLast) {
@@ -116,7 +121,7 @@ const char* GzipOutput::take(const Block& block, bool isLast) {
     const auto takeUntil = [&](const char* to, const Mark* mark) {
         if (from == to) return;
         if (m_isBase64) {
-            m_deflate.base64(from, static_cast<std::size_t>(to - from) / unitSize);
+            m_deflate->base64(from, static_cast<std::size_t>(to - from) / unitSize);
             m_distance = 0;
         } else {
             tokens(from, to, tokenMarks);
@@ -138,7 +143,7 @@ const char* GzipOutput::take(const Block& block, bool isLast) {
                 break;
             }
             takeUntil(at + 1, mark);
-            m_gaps.push_back({positionOf(from), m_deflate.replaceable(json::unknownLength)});
+            m_gaps.push_back({positionOf(from), m_deflate->replaceable(json::unknownLength)});
             from += sizeof(std::uint64_t);
             break;
         case Mark::base64:
@@ -193,7 +198,7 @@ std::size_t GzipOutput::copy(const char* from, const char* to, const Mark* names
     for (; m_begin + names->at < from + size; ++names)
         if (names->kind == Mark::name) last = m_begin + names->at;
     if (last && last + nameSize(last, to) > from + size) size = static_cast<std::size_t>(last - from);
-    if (size >= shortestCopy) m_deflate.copy(m_distance, size);
+    if (size >= shortestCopy) m_deflate->copy(m_distance, size);
     return size >= shortestCopy ? size : 0;
 }
 
@@ -226,10 +231,10 @@ const char* GzipOutput::plain(const char* from, const char* stop, const char* to
         const std::uint32_t unit = to - from >= 4 ? load<std::uint32_t>(from) : ~0U;
         const auto byte = static_cast<unsigned char>(*from);
         if (unit < 256 && load<std::uint32_t>(from - unitSize) >> 8 == 0) {
-            m_deflate.unit(byte);
+            m_deflate->unit(byte);
             from += unitSize;
         } else {
-            m_deflate.literal(byte);
+            m_deflate->literal(byte);
             ++from;
         }
     } while (from < stop && !agrees());
@@ -240,12 +245,12 @@ void GzipOutput::setLength(std::uint64_t at, std::uint64_t length) {
     const auto gap =
         std::partition_point(m_gaps.begin(), m_gaps.end(), [at](const Gap& one) { return one.at < at; });
     gap->length = length;
-    m_bits.replace(gap->inStore, length);
+    m_bits->replace(gap->inStore, length);
 }
 
 void GzipOutput::finish(Block& block) {
     const auto size = static_cast<std::size_t>(block.next - block.begin);
-    if (m_start == 0 && size <= smallSize) {
+    if (!m_deflate) { // it is small
         const auto encoder =
             newEncoder(-1, [this, at = std::uint64_t{0}](const char* bytes, std::size_t count) mutable {
                 m_store(bytes, count, std::exchange(at, at + count));
@@ -253,15 +258,14 @@ void GzipOutput::finish(Block& block) {
         encoder->write({block.begin, size});
         return encoder->finish();
     }
-    if (m_start == 0) putHeader();
     take(block, true);
-    m_deflate.finish();
+    m_deflate->finish();
     const std::uint64_t total = m_start + size;
     for (const Gap& gap : m_gaps)
         m_crc ^= crcOfChange(gap.length ^ json::unknownLength, total - gap.at - sizeof gap.length);
     const std::uint32_t trailer[2] = {m_crc, static_cast<std::uint32_t>(total)};
-    m_bits.bytes(trailer, sizeof trailer);
-    m_bits.flush();
+    m_bits->bytes(trailer, sizeof trailer);
+    m_bits->flush();
 }
 
 } // namespace zeq::detail

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "zeq_api/codec/deflate_writer.h"
@@ -17,7 +18,7 @@ namespace zeq::detail {
 /// known when they pass are written so that they can be replaced.
 class GzipOutput : public json::BlockOutput {
 public:
-    explicit GzipOutput(json::ByteStore store) : m_store(store), m_bits(std::move(store)) {}
+    explicit GzipOutput(json::ByteStore store) : m_store(std::move(store)) {}
     void pass(json::Block& block) override;
     void setLength(std::uint64_t at, std::uint64_t length) override;
     void finish(json::Block& block) override;
@@ -37,8 +38,8 @@ private:
         std::uint64_t length = json::unknownLength;
     };
 
-    void begin();
-    void putHeader();
+    void makeWindow(json::Block& block, std::size_t size);
+    void startCompressing();
     const char* take(const json::Block& block, bool isLast);
     void tokens(const char* from, const char* to, const json::Mark* names);
     std::size_t copy(const char* from, const char* to, const json::Mark* names);
@@ -50,8 +51,8 @@ private:
     }
 
     json::ByteStore m_store;
-    BitWriter m_bits;
-    DeflateWriter m_deflate{m_bits};
+    std::optional<BitWriter> m_bits;
+    std::optional<DeflateWriter> m_deflate;
     std::unique_ptr<char[]> m_window;
     std::unique_ptr<json::Mark[]> m_marks;
     const char* m_begin = nullptr; // of the block, behind its history
