@@ -180,8 +180,9 @@ void InflateTables::combine() {
 void InflateTables::findBase64(unsigned copy) {
     constexpr std::string_view letters = "+/0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
     const auto symbols = literals.symbols(8);
-    const auto literalOf = [](InflateEntry e) { return static_cast<char>(ie::value(e)); };
-    const auto at = std::ranges::search(symbols, letters, {}, literalOf).begin();
+    const auto at =
+        std::search(symbols.begin(), symbols.end(), letters.begin(), letters.end(),
+                    [](InflateEntry e, char letter) { return static_cast<char>(ie::value(e)) == letter; });
     if (at == symbols.end()) return;
     base64 = {true,
               static_cast<std::uint8_t>(literals.firstCode(8) + static_cast<unsigned>(at - symbols.begin())),

@@ -9,13 +9,6 @@
 
 namespace zeq::json {
 
-namespace {
-
-using Length = unsigned long long;
-constexpr std::size_t headSize = 1 + sizeof(Length);
-
-} // namespace
-
 void ByteSink::value(long long v) {
     if (v >= 0) return value(static_cast<unsigned long long>(v));
     if (v >= std::numeric_limits<int>::min()) return value(static_cast<int>(v));
