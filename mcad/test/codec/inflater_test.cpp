@@ -149,6 +149,8 @@ Lengths lengthsOf(std::size_t count, std::initializer_list<std::pair<std::size_t
 TEST(Inflater, CodeSetsAreRefusedAsZlibRefusesThem) {
     const Lengths literals = lengthsOf(257, {{'a', 1}, {256, 1}}), distances = lengthsOf(2, {{0, 1}, {1, 1}});
     const Lengths some = lengthsOf(258, {{'a', 1}, {256, 2}, {257, 2}});
+    const Lengths farther =
+        lengthsOf(6, {{4, 1}, {5, 1}}); // with a bit behind the code, which is that of 'a'
     using Symbols = std::vector<unsigned>;
     const struct {
         const char* name;
@@ -173,6 +175,8 @@ TEST(Inflater, CodeSetsAreRefusedAsZlibRefusesThem) {
         {"287 literals", lengthsOf(287, {{256, 1}, {286, 1}}), distances, {256}, false},
         {"30 distances", literals, lengthsOf(30, {{0, 1}, {29, 1}}), {256}, true},
         {"31 distances", literals, lengthsOf(31, {{0, 1}, {30, 1}}), {256}, false},
+        {"the whole copied", some, farther, {'a', 'a', 'a', 'a', 'a', 257, 1004, 'a', 256}, true},
+        {"more than the whole", some, farther, {'a', 'a', 'a', 'a', 257, 1004, 'a', 256}, false},
         {"a copy of nothing", some, distances, {257, 1000, 256}, false},
         {"a copy from before", some, distances, {'a', 257, 1001, 256}, false},
     };

@@ -251,8 +251,9 @@ private:
     void unit(unsigned s) {
         if (!has(m_literals, s)) return;
         literal(s);
+        const unsigned other = m_distances.used[below(static_cast<unsigned>(m_distances.used.size()))];
         symbol(m_literals, 257);
-        symbol(m_distances, 3);
+        symbol(m_distances, other < 3 && other < m_size && chance(40) ? other : 3); // nearly a unit
         m_size += 3;
     }
     void copy(unsigned s) {
