@@ -20,8 +20,7 @@ using Numbers = std::vector<std::uint64_t>;
 /// In ascending order, each once.
 Numbers sorted(Numbers numbers) {
     std::ranges::sort(numbers);
-    const auto rest = std::ranges::unique(numbers);
-    numbers.erase(rest.begin(), rest.end());
+    numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
     return numbers;
 }
 
