@@ -13,6 +13,8 @@
 #include <IGESData_IGESModel.hxx>
 #include <Interface_Check.hxx>
 #include <Interface_CheckIterator.hxx>
+#include <Interface_CheckTool.hxx>
+#include <Interface_HGraph.hxx>
 #include <Interface_InterfaceModel.hxx>
 #include <Interface_Static.hxx>
 #include <Message.hxx>
@@ -198,8 +200,10 @@ Model read(Reader& reader, BasicReader& basicReader, const InputFile& input, Rep
     const Handle(XSControl_WorkSession) session = basicReader.WS();
     const Handle(Transfer_TransientProcess) process = session->TransferReader()->TransientProcess();
     reporter.watch().begin(L"Checking the file");
-    model.errors += reportChecks(session->ModelCheckList(), session->Model(), reporter) +
-                    reportChecks(process->CheckList(Standard_False), session->Model(), reporter);
+    // As session->ModelCheckList() does, which makes another graph of all entities for it.
+    model.errors +=
+        reportChecks(Interface_CheckTool(session->HGraph()).CompleteCheckList(), session->Model(), reporter) +
+        reportChecks(process->CheckList(Standard_False), session->Model(), reporter);
     reporter.watch().begin(L"Relating shapes to the file");
     if (!isTransferred) cannotRead(input.path(), "none of its shapes could be translated");
     return model;

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <optional>
 
 #include "brep/parts.h"
@@ -14,7 +15,14 @@ namespace zeq::host {
 
 namespace {
 
-using NumberSet = std::unordered_set<std::uint64_t>;
+using Numbers = std::vector<std::uint64_t>;
+
+/// In ascending order, each once.
+Numbers sorted(Numbers numbers) {
+    std::ranges::sort(numbers);
+    numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
+    return numbers;
+}
 
 /// The number that an identifier is; none for other texts.
 std::optional<std::uint64_t> numberIn(const std::wstring& id) {
@@ -25,13 +33,11 @@ std::optional<std::uint64_t> numberIn(const std::wstring& id) {
 }
 
 /// "2 faces (12, 15)": what is named and not there; empty when all is there.
-std::string absent(const NumberSet& named, const NumberSet& there, const char* one, const char* several) {
+std::string absent(const Numbers& named, const Numbers& there, const char* one, const char* several) {
     constexpr std::size_t mostShown = 5;
-    std::vector<std::uint64_t> numbers;
-    for (const std::uint64_t number : named)
-        if (!there.contains(number)) numbers.push_back(number);
+    Numbers numbers;
+    std::ranges::set_difference(sorted(named), sorted(there), std::back_inserter(numbers));
     if (numbers.empty()) return "";
-    std::ranges::sort(numbers);
     std::string text = text::counted(numbers.size(), one, several) + " (";
     for (std::size_t i = 0; i < std::min(numbers.size(), mostShown); ++i)
         text += (i == 0 ? "" : ", ") + std::to_string(numbers[i]);
@@ -40,25 +46,27 @@ std::string absent(const NumberSet& named, const NumberSet& there, const char* o
 
 } // namespace
 
-void EntityLinks::Numbers::add(const ExcEntity* entity) {
+void EntityLinks::Entities::add(const ExcEntity* entity) {
     if (!entity || entity->type() != ExcEntity::EType::fsp || !entity->fsp()) return;
     using EKind = ExcFullSubentPath::ESubentType;
-    if (entity->fsp()->subentType() == EKind::face) faces.insert(entity->fsp()->subentId());
-    if (entity->fsp()->subentType() == EKind::edge) edges.insert(entity->fsp()->subentId());
+    if (entity->fsp()->subentType() == EKind::face) faces.push_back(entity->fsp()->subentId());
+    if (entity->fsp()->subentType() == EKind::edge) edges.push_back(entity->fsp()->subentId());
 }
 
 void EntityLinks::addGeometry(std::uint64_t blockId, const ENTITY_LIST& entities) {
     Block& block = m_blocks[blockId];
     block.hasGeometry = true;
     const brep::Parts parts(entities);
+    block.geometry.faces.reserve(parts.faces());
+    block.geometry.edges.reserve(parts.edges());
     for (std::size_t i = 0; i < parts.faces(); ++i)
-        block.geometry.faces.insert(static_cast<std::uint64_t>(parts.number(parts.face(i))));
+        block.geometry.faces.push_back(static_cast<std::uint64_t>(parts.number(parts.face(i))));
     for (std::size_t i = 0; i < parts.edges(); ++i)
-        block.geometry.edges.insert(static_cast<std::uint64_t>(parts.number(parts.edge(i))));
+        block.geometry.edges.push_back(static_cast<std::uint64_t>(parts.number(parts.edge(i))));
 }
 
 void EntityLinks::add(const ExcBlockMechanicalData& data) {
-    Numbers& linked = m_blocks[data.blockId()].linked;
+    Entities& linked = m_blocks[data.blockId()].linked;
     const auto addAll = [&linked](const std::vector<ExcEntityPtr>& entities) {
         for (const ExcEntityPtr& entity : entities) linked.add(entity.get());
     };
@@ -77,9 +85,9 @@ void EntityLinks::add(const ExcBlockMechanicalData& data) {
 
 void EntityLinks::add(const ExcBlockVisualization& data) {
     if (!data.visualizationData()) return;
-    Numbers& shown = m_blocks[data.blockId()].shown;
-    const auto note = [](NumberSet& numbers, const std::wstring& id) {
-        if (const auto number = numberIn(id)) numbers.insert(*number);
+    Entities& shown = m_blocks[data.blockId()].shown;
+    const auto note = [](Numbers& numbers, const std::wstring& id) {
+        if (const auto number = numberIn(id)) numbers.push_back(*number);
     };
     forEachNode(*data.visualizationData(), [&](const ExcVisuNode& node, bool isAnnotation) {
         if (isAnnotation || !node.mesh()) return;
@@ -90,7 +98,7 @@ void EntityLinks::add(const ExcBlockVisualization& data) {
 
 std::vector<std::string> EntityLinks::faults() const {
     std::vector<std::string> faults;
-    const auto compare = [&faults](const Numbers& named, const Numbers& there, const std::string& subject) {
+    const auto compare = [&faults](const Entities& named, const Entities& there, const std::string& subject) {
         const std::string faces = absent(named.faces, there.faces, "face", "faces"),
                           edges = absent(named.edges, there.edges, "edge", "edges");
         if (faces.empty() && edges.empty()) return;

@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <map>
 #include <string>
-#include <unordered_set>
 #include <vector>
 
 #include "platform/acis/acis.h"
@@ -27,17 +26,18 @@ public:
     std::vector<std::string> faults() const;
 
 private:
-    struct Numbers {
-        std::unordered_set<std::uint64_t> faces;
-        std::unordered_set<std::uint64_t> edges;
+    /// Their numbers, in any order and as often as they were told: there may be millions.
+    struct Entities {
+        std::vector<std::uint64_t> faces;
+        std::vector<std::uint64_t> edges;
 
         void add(const ExcEntity* entity);
     };
     struct Block {
         bool hasGeometry = false;
-        Numbers geometry;
-        Numbers linked;
-        Numbers shown;
+        Entities geometry;
+        Entities linked;
+        Entities shown;
     };
 
     std::map<std::uint64_t, Block> m_blocks;
