@@ -137,9 +137,31 @@ TEST(EntityLists, HoldEachEntityOnce) {
     int walked = 0;
     for (list.init(); list.next();) ++walked;
     EXPECT_EQ(walked, list.iteration_count());
-    bodies[7]->lose();
+    ENTITY_LIST copy = list;
+    EXPECT_EQ(copy.add(bodies[999]), 999);
+    EXPECT_EQ(copy.add(bodies[7]), 1000);
+    EXPECT_EQ(list.lookup(bodies[7]), -1);
+    list.add(copy);
+    EXPECT_EQ(list.lookup(bodies[7]), 1000);
     api_del_entity_list(list);
     EXPECT_EQ(list.count(), 0);
+}
+
+TEST(EntityLists, TellEntitiesFromThoseBeforeThemInTheirMemory) {
+    alignas(32) char memory[4096];
+    auto at = [&](std::size_t offset) { return reinterpret_cast<ENTITY*>(memory + offset); };
+    for (const int others : {0, 100}) {
+        ENTITY_LIST list;
+        for (int i = 0; i < others; ++i) list.add(at(std::size_t(32 * (i + 1))));
+        EXPECT_EQ(list.add(at(0)), others);
+        EXPECT_EQ(list.add(at(16)), others + 1);
+        EXPECT_EQ(list.lookup(at(16)), others + 1);
+        EXPECT_EQ(list.remove(at(0)), others);
+        EXPECT_EQ(list.add(at(16)), others + 1);
+        EXPECT_EQ(list.remove(at(16)), others + 1);
+        EXPECT_EQ(list.lookup(at(16)), -1);
+        EXPECT_EQ(list.iteration_count(), others);
+    }
 }
 
 /// A closed shell of one face on a sphere: one loop, two coedges along one tolerant edge; and a wire.

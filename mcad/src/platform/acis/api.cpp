@@ -86,8 +86,8 @@ std::size_t restore(const char* bytes, std::size_t size, ENTITY_LIST& entities) 
             continue;
         }
         infos_by_thread::current().restored = reader.info();
-        entities.reserve(std::size_t(entities.count()) + reader.top_count());
-        for (ENTITY* entity : reader.release()) entities.add(entity);
+        entities.add(reader.top());
+        reader.release();
         return reader.length();
     }
     std::rethrow_exception(first);

@@ -3,8 +3,11 @@
 
 #include "platform/acis/attrib.h"
 #include "platform/acis/fields.h"
+#include "platform/acis/place_table.h"
+#include <algorithm>
 #include <atomic>
 #include <cstdint>
+#include <utility>
 
 using acis_detail::image_reader;
 using acis_detail::image_writer;
@@ -149,62 +152,85 @@ void ENTITY::lose() {
 int ENTITY::call_method(const METHOD_ID&, const METHOD_ARGS&) { return 0; }
 
 namespace {
-std::size_t hash_of(const ENTITY* entity) {
-    // Entities lie 16 bytes apart at least; the multiplication spreads what is left over the upper half.
-    return (reinterpret_cast<std::uintptr_t>(entity) >> 4) * 0x9e3779b97f4a7c15u >> 32;
-}
+constexpr std::size_t short_list = 8; ///< as long as it is quicker to look at every entity
+static_assert(sizeof(ENTITY) >= 32, "two entities never share a place in the table");
 } // namespace
 
-std::size_t ENTITY_LIST::slot_of(const ENTITY* entity) const {
-    std::size_t mask = m_slots.size() - 1;
-    std::size_t at = hash_of(entity) & mask;
-    while (m_slots[at] != 0 && m_entities[m_slots[at] - 1] != entity) at = (at + 1) & mask;
-    return at;
+ENTITY_LIST::ENTITY_LIST() = default;
+ENTITY_LIST::ENTITY_LIST(const ENTITY_LIST& other)
+    : m_entities(other.m_entities), m_gaps(other.m_gaps), m_next(other.m_next) {
+    make_places(m_entities.size());
 }
+ENTITY_LIST::ENTITY_LIST(ENTITY_LIST&& other) noexcept = default;
+ENTITY_LIST& ENTITY_LIST::operator=(ENTITY_LIST other) noexcept {
+    m_entities.swap(other.m_entities);
+    m_places.swap(other.m_places);
+    m_gaps = other.m_gaps;
+    m_next = other.m_next;
+    return *this;
+}
+ENTITY_LIST::~ENTITY_LIST() = default;
 
-void ENTITY_LIST::rehash(std::size_t slots) {
-    m_slots.assign(slots, 0);
-    for (int i = 0; i < count(); ++i)
-        if (m_entities[i]) m_slots[slot_of(m_entities[i])] = i + 1;
+void ENTITY_LIST::make_places(std::size_t count) {
+    if (m_places || count <= short_list) return;
+    auto places = std::make_unique<acis_detail::place_table>();
+    for (std::size_t i = 0; i < m_entities.size(); ++i)
+        if (m_entities[i]) places->at(m_entities[i]) = int(i) + 1;
+    m_places = std::move(places);
 }
 
 int ENTITY_LIST::add(ENTITY* entity) {
     if (!entity) return -1;
-    if (2 * (m_entities.size() + 1) > m_slots.size()) rehash(m_slots.empty() ? 16 : 2 * m_slots.size());
-    int& index = m_slots[slot_of(entity)];
-    if (index == 0) {
+    make_places(m_entities.size() + 1);
+    if (!m_places) {
+        int index = lookup(entity);
+        if (index >= 0) return index;
         m_entities.push_back(entity);
-        index = count();
+        return count() - 1;
     }
-    return index - 1;
+    // A place that another entity has is free: that one must have ended, and its memory been used again.
+    int& place = m_places->at(entity);
+    if (place == 0 || m_entities[place - 1] != entity) {
+        m_entities.push_back(entity);
+        place = count();
+    }
+    return place - 1;
 }
 
 void ENTITY_LIST::add(const ENTITY_LIST& entities) {
+    // What may throw comes first.
+    reserve(m_entities.size() + entities.m_entities.size());
+    make_places(m_entities.size() + entities.m_entities.size());
+    if (m_places)
+        for (ENTITY* entity : entities.m_entities) m_places->at(entity);
     for (ENTITY* entity : entities.m_entities) add(entity);
 }
 
 int ENTITY_LIST::lookup(const ENTITY* entity) const {
-    if (!entity || m_slots.empty()) return -1;
-    return m_slots[slot_of(entity)] - 1;
+    if (!entity) return -1;
+    if (!m_places) {
+        auto found = std::find(m_entities.begin(), m_entities.end(), entity);
+        return found == m_entities.end() ? -1 : int(found - m_entities.begin());
+    }
+    int index = m_places->find(entity) - 1;
+    return index >= 0 && m_entities[index] == entity ? index : -1;
 }
 
 int ENTITY_LIST::remove(const ENTITY* entity) {
-    int index = lookup(entity);
-    if (index < 0) return -1;
-    m_entities[index] = nullptr;
+    if (!entity) return -1;
+    // Not by lookup(): an entity that has ended may have lost its place.
+    auto found = std::find(m_entities.begin(), m_entities.end(), entity);
+    if (found == m_entities.end()) return -1;
+    int index = int(found - m_entities.begin());
+    *found = nullptr;
     ++m_gaps;
-    rehash(m_slots.size()); // removals are rare, and open addressing knows no simple one
+    if (m_places && m_places->find(entity) == index + 1) m_places->at(entity) = 0;
     return index;
 }
 
 void ENTITY_LIST::clear() { *this = ENTITY_LIST(); }
 
-void ENTITY_LIST::reserve(std::size_t count) {
-    m_entities.reserve(count);
-    std::size_t slots = 16;
-    while (slots < 2 * (count + 1)) slots *= 2;
-    if (slots > m_slots.size()) rehash(slots);
-}
+void ENTITY_LIST::reserve(std::size_t count) { m_entities.reserve(count); }
 
 ENTITY* ENTITY_LIST::next() const {
     while (m_next < count())

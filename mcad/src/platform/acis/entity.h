@@ -182,11 +182,22 @@ logical is_entity(const ENTITY* entity) {
 }
 inline logical is_ENTITY(const ENTITY* entity) { return entity != nullptr; }
 
+namespace acis_detail {
+class place_table;
+}
+
 /// A list of entities, in the order in which they came, each once. It does not own them.
 class ENTITY_LIST {
 public:
+    ENTITY_LIST();
+    ENTITY_LIST(const ENTITY_LIST& other);
+    ENTITY_LIST(ENTITY_LIST&& other) noexcept;
+    ENTITY_LIST& operator=(ENTITY_LIST other) noexcept;
+    ~ENTITY_LIST();
+
     /// The index of an entity, which is put at the end unless it is listed already; -1 for null.
     int add(ENTITY* entity);
+    /// Adds all of them; if an exception is thrown, none.
     void add(const ENTITY_LIST& entities);
     /// The index of an entity, or -1.
     int lookup(const ENTITY* entity) const;
@@ -210,11 +221,10 @@ public:
     }
 
 private:
-    std::size_t slot_of(const ENTITY* entity) const;
-    void rehash(std::size_t slots);
+    void make_places(std::size_t count);
 
     std::vector<ENTITY*> m_entities;
-    std::vector<int> m_slots; ///< open addressing: an index plus one, or 0
+    std::unique_ptr<acis_detail::place_table> m_places; ///< an index plus one; null for a short list
     int m_gaps = 0;
     mutable int m_next = 0;
 };

@@ -38,8 +38,6 @@ public:
 
 private:
     void header(const FileInfo& info);
-    /// The version that the records kept from other images call for.
-    int version_for(const ENTITY_LIST& entities) const;
 
     record_writer m_records;
     std::size_t m_countsAt = 0;
@@ -80,9 +78,9 @@ public:
     int version() const { return m_header.info.file_version(); }
     const FileInfo& info() const { return m_header.info; }
     void restore();
-    std::size_t top_count() const { return m_top.size(); }
-    /// The top entities; the caller owns everything from now on.
-    std::vector<ENTITY*> release();
+    ENTITY_LIST top() const;
+    /// The caller owns everything from now on.
+    void release() { m_entities.clear(); }
     /// Number of bytes that the image takes.
     std::size_t length() const { return m_length; }
 

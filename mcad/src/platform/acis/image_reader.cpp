@@ -85,10 +85,9 @@ bool image_reader::is_reading(const ENTITY* entity) {
                              the_reader->m_pending.end();
 }
 
-std::vector<ENTITY*> image_reader::release() {
-    std::vector<ENTITY*> top;
-    for (long index : m_top) top.push_back(m_entities[std::size_t(index)]);
-    m_entities.clear();
+ENTITY_LIST image_reader::top() const {
+    ENTITY_LIST top;
+    for (long index : m_top) top.add(m_entities[std::size_t(index)]);
     return top;
 }
 

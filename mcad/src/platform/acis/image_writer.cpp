@@ -9,6 +9,9 @@ namespace acis_detail {
 namespace {
 thread_local image_writer* the_writer = nullptr;
 
+/// How many entities ahead of the one being saved are fetched.
+constexpr int prefetch_distance = 8;
+
 std::string date_now() {
     std::time_t now = std::time(nullptr);
     std::tm parts{};
@@ -49,35 +52,61 @@ void image_writer::header(const FileInfo& info) {
     m_records.real(info.tol_nor());
 }
 
-int image_writer::version_for(const ENTITY_LIST& entities) const {
-    int kept = 0;
-    bool any = false;
-    for (const ENTITY* entity = entities.first(); entity; entity = entities.next()) {
-        auto& unknown = entity_access::unknown(*entity);
+namespace {
+/// Finds the version that records kept from other images call for.
+class kept_version {
+public:
+    void see(const ENTITY& entity) {
+        auto& unknown = entity_access::unknown(entity);
         if (!unknown)
-            any = true;
-        else if (kept == 0)
-            kept = unknown->version;
-        else if (kept != unknown->version)
-            throw failure("records kept from an image of version " + std::to_string(kept) +
-                          " cannot go with others of version " + std::to_string(unknown->version));
+            m_any = true;
+        else if (m_kept == 0)
+            m_kept = unknown->version;
+        else if (m_kept != unknown->version && m_other == 0)
+            m_other = unknown->version;
     }
-    if (any && kept != 0 && kept < format_version)
-        throw failure("records kept from an image of version " + std::to_string(kept) +
-                      " cannot go with entities of version " + std::to_string(format_version));
-    return kept != 0 ? kept : format_version;
+    /// Of the image with everything that has been seen.
+    int version() const {
+        if (m_other != 0) fail("others of version " + std::to_string(m_other));
+        if (m_any && m_kept != 0 && m_kept < format_version)
+            fail("entities of version " + std::to_string(format_version));
+        return m_kept != 0 ? m_kept : format_version;
+    }
+
+private:
+    [[noreturn]] void fail(const std::string& others) const {
+        throw failure("records kept from an image of version " + std::to_string(m_kept) + " cannot go with " +
+                      others);
+    }
+
+    int m_kept = 0;
+    int m_other = 0;
+    bool m_any = false;
+};
+
+/// Where an entity is to be saved soon, begins to fetch it into the processor's cache.
+void prefetch(const ENTITY* entity) {
+    const char* at = reinterpret_cast<const char*>(entity);
+    __builtin_prefetch(at);
+    __builtin_prefetch(at + 64);
 }
+} // namespace
 
 void image_writer::save(const ENTITY_LIST& entities) {
     ENTITY_LIST list;
     list.add(entities);
     long top = list.count();
-    for (int i = 0; i < list.count(); ++i) list[i]->save(list);
+    kept_version kept;
+    for (int i = 0; i < list.count(); ++i) {
+        if (i + prefetch_distance < list.count()) prefetch(list[i + prefetch_distance]);
+        kept.see(*list[i]);
+        list[i]->save(list);
+    }
     for (const char* part : {"End", "of", "ACIS"}) m_records.name(part, false);
     m_records.name("data", true);
 
     std::size_t at = m_countsAt;
-    for (long value : {long(version_for(list)), long(list.count()), top, 0L}) {
+    for (long value : {long(kept.version()), long(list.count()), top, 0L}) {
         m_records.patch_plain_integer(at, value);
         at += std::size_t(m_records.integers());
     }
