@@ -14,13 +14,13 @@ constexpr long rational_both_ways = 2;
 
 /// What follows the fit tolerance where there is nothing to say: no surfaces that the curve is the
 /// intersection of and no curves on them, no range, no discontinuities.
-void write_default_rest(record_writer& writer, const bs3_curve*) {
+void write_default_rest(token_writer& writer, const bs3_curve*) {
     for (const char* none : {"null_surface", "null_surface", "nullbs", "nullbs"}) writer.name(none, true);
     for (int i = 0; i < 2; ++i) writer.logical_value(false);
     for (int i = 0; i < 3; ++i) writer.integer(0);
 }
-void write_default_rest(record_writer& writer, const bs2_curve*) { writer.name("null_surface", true); }
-void write_default_rest(record_writer& writer, const bs3_surface*) {
+void write_default_rest(token_writer& writer, const bs2_curve*) { writer.name("null_surface", true); }
+void write_default_rest(token_writer& writer, const bs3_surface*) {
     for (int i = 0; i < 6; ++i) writer.integer(0);
 }
 
@@ -39,17 +39,17 @@ long different_knots(const bs_knots& u) {
     each_knot(u, [&](double, long) { ++count; });
     return count;
 }
-void write_knots(record_writer& writer, const bs_knots& u) {
+void write_knots(token_writer& writer, const bs_knots& u) {
     each_knot(u, [&](double knot, long multiplicity) {
         writer.real(knot);
         writer.integer(multiplicity);
     });
 }
 
-void write_control(record_writer& writer, const SPAposition& p) {
+void write_control(token_writer& writer, const SPAposition& p) {
     for (int i = 0; i < 3; ++i) writer.real(p.coordinate(i));
 }
-void write_control(record_writer& writer, const SPApar_pos& p) {
+void write_control(token_writer& writer, const SPApar_pos& p) {
     writer.real(p.u);
     writer.real(p.v);
 }
@@ -138,8 +138,10 @@ void read_full(record_reader& reader, Spline& spline, double& tolerance) {
 } // namespace
 
 template <class Spline>
-void write_bspline(record_writer& writer, ENTITY_LIST& list, const char* name, const Spline* spline,
-                   double tolerance, const std::unique_ptr<unknown_tokens>& rest) {
+[[gnu::flatten]] void write_bspline(record_writer& records, ENTITY_LIST& list, const char* name,
+                                    const Spline* spline, double tolerance,
+                                    const std::unique_ptr<unknown_tokens>& rest) {
+    token_writer writer(records);
     writer.single(tag::open);
     if (spline) {
         writer.name(name, true);
@@ -182,7 +184,10 @@ bool read_bspline(record_reader& reader, const char* name, Spline& spline, doubl
     reader.expect(tag::close);
     if (known) {
         record_writer usual(width::wide);
-        write_default_rest(usual, &spline);
+        {
+            token_writer writer(usual);
+            write_default_rest(writer, &spline);
+        }
         if (rest->equals(usual)) rest.reset();
     }
     return known;

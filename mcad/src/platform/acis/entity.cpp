@@ -78,32 +78,27 @@ void ENTITY::save(ENTITY_LIST& list) const {
 }
 
 void ENTITY::save_begin() const {
+    if (!m_unknown) return;
     bool wholeChain = identity() == ENTITY::staticType();
-    if (!m_unknown) {
-        if (wholeChain) throw acis_detail::failure("an entity without a class cannot be saved");
-        return;
-    }
+    acis_detail::token_writer writer(image_writer::current().records());
     for (const std::string& name : m_unknown->names)
-        image_writer::current().records().name(name, wholeChain && &name == &m_unknown->names.back());
+        writer.name(name, wholeChain && &name == &m_unknown->names.back());
 }
 
 void ENTITY::save_common(ENTITY_LIST& list) const {
+    if (!m_unknown && identity() == ENTITY::staticType())
+        throw acis_detail::failure("an entity without a class cannot be saved");
     if (m_unknown && m_unknown->whole) return;
-    write_ptr(m_attrib, list);
-    write_long(m_id);
+    acis_detail::field_writer(image_writer::current().records(), list).entity(*this);
 }
 
 void ENTITY::save_end(ENTITY_LIST& list) const {
-    acis_detail::record_writer& records = image_writer::current().records();
-    if (m_unknown) m_unknown->write(records, list);
-    records.single(acis_detail::tag::end);
+    acis_detail::token_writer writer(image_writer::current().records());
+    if (m_unknown) m_unknown->write(writer, list);
+    writer.single(acis_detail::tag::end);
 }
 
-void ENTITY::restore_common() {
-    acis_detail::field_reader visitor(image_reader::current_records());
-    visitor.up(m_attrib);
-    visitor.data(m_id);
-}
+void ENTITY::restore_common() { acis_detail::field_reader(image_reader::current_records()).entity(*this); }
 
 ENTITY* ENTITY::copy_data(ENTITY_LIST& list, pointer_map* map, logical dpcpy_skip, SCAN_TYPE reason) const {
     auto* copy = ACIS_NEW ENTITY;
@@ -129,11 +124,7 @@ void ENTITY::copy_scan(ENTITY_LIST& list, SCAN_TYPE reason, logical) const {
 
 void ENTITY::fix_pointers(ENTITY* array[], SCAN_TYPE reason) { fix_common(array, reason); }
 
-void ENTITY::fix_common(ENTITY* array[], SCAN_TYPE) {
-    acis_detail::pointer_fixer fixer(array);
-    fixer.down(m_attrib);
-    if (m_unknown) m_unknown->each_pointer([&](ENTITY*& pointer) { fixer.down(pointer); });
-}
+void ENTITY::fix_common(ENTITY* array[], SCAN_TYPE) { acis_detail::pointer_fixer(array).entity(*this); }
 
 void ENTITY::fixup_copy(ENTITY*) const {}
 

@@ -148,6 +148,11 @@ private:
     std::unique_ptr<unknown_tokens> m_unknown;
 };
 
+namespace acis_detail {
+struct name_chain;
+class place_table;
+} // namespace acis_detail
+
 /// Fills in the virtual functions of a bundled entity class from its one description, a static
 /// `walk(visitor, object...)` that names its members in the order of the record. `Self::external_name` is its
 /// name.
@@ -170,6 +175,12 @@ public:
                    logical dpcpy_skip = false) const override;
     void fix_common(ENTITY* array[], SCAN_TYPE reason = SCAN_COPY) override;
 
+protected:
+    /// All members, from those of ENTITY to those of Self.
+    template <class Visitor, class Object>
+    static void visit(Visitor& visitor, Object& object);
+    static constexpr void add_names(acis_detail::name_chain& chain);
+
 private:
     static const bool s_registered;
 };
@@ -181,10 +192,6 @@ logical is_entity(const ENTITY* entity) {
     return entity != nullptr && entity->identity(definition.level()) == definition.type();
 }
 inline logical is_ENTITY(const ENTITY* entity) { return entity != nullptr; }
-
-namespace acis_detail {
-class place_table;
-}
 
 /// A list of entities, in the order in which they came, each once. It does not own them.
 class ENTITY_LIST {

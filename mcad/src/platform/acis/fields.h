@@ -14,6 +14,7 @@
 #include "platform/acis/geometry.h"
 #include "platform/acis/image.h"
 #include "platform/acis/unknown_tokens.h"
+#include <array>
 #include <charconv>
 #include <optional>
 #include <string>
@@ -29,10 +30,27 @@ struct no_data {
     void bspline(const char*, T&&...) {}
 };
 
+/// The external names of a record, as they stand in it.
+struct name_chain {
+    std::array<char, 64> bytes{};
+    std::size_t size = 0;
+
+    constexpr void add(std::string_view name, bool last) {
+        bytes[size++] = char(last ? tag::ident : tag::subident);
+        bytes[size++] = char(name.size());
+        for (char c : name) bytes[size++] = c;
+    }
+};
+
 class field_writer {
 public:
-    field_writer(record_writer& writer, ENTITY_LIST& list) : m_writer(writer), m_list(list) {}
+    field_writer(record_writer& records, ENTITY_LIST& list) : m_writer(records), m_list(list) {}
 
+    void names(const name_chain& chain) { m_writer.raw(chain.bytes.data(), chain.size); }
+    void entity(const ENTITY& entity) {
+        up(entity.attrib());
+        data(entity.id());
+    }
     template <class T>
     void down(T* pointer) {
         m_writer.integer(m_list.add(pointer), tag::pointer);
@@ -71,8 +89,10 @@ public:
     template <class Spline>
     void bspline(const char* name, bool exact, const Spline& spline, double tolerance,
                  const kept_tokens& rest) {
-        write_bspline(m_writer, m_list, name, exact ? &spline : nullptr, tolerance,
+        m_writer.pause();
+        write_bspline(m_writer.records(), m_list, name, exact ? &spline : nullptr, tolerance,
                       entity_access::tokens(rest));
+        m_writer.resume();
     }
 
 private:
@@ -81,13 +101,22 @@ private:
         if (bounded) m_writer.real(value);
     }
 
-    record_writer& m_writer;
+    token_writer m_writer;
     ENTITY_LIST& m_list;
 };
 
 class field_reader {
 public:
     explicit field_reader(record_reader& reader) : m_reader(reader) {}
+
+    void entity(ENTITY& entity) {
+        ATTRIB* attribute = nullptr;
+        long id = 0;
+        up(attribute);
+        data(id);
+        entity.set_attrib(attribute);
+        entity.set_id(id);
+    }
 
     template <class T>
     void down(T*& pointer) {
@@ -195,6 +224,14 @@ private:
 class pointer_fixer : public no_data {
 public:
     explicit pointer_fixer(ENTITY* array[]) : m_array(array), m_restoring(image_reader::current()) {}
+
+    void entity(ENTITY& entity) {
+        ATTRIB* attribute = entity.attrib();
+        down(attribute);
+        entity.set_attrib(attribute);
+        if (auto& unknown = entity_access::unknown(entity))
+            unknown->each_pointer([&](ENTITY*& pointer) { down(pointer); });
+    }
 
     template <class T>
     void down(T*& pointer) {
@@ -321,18 +358,39 @@ unsigned entity_of<Self, Base>::size() const {
 }
 
 template <class Self, class Base>
-void entity_of<Self, Base>::save_common(ENTITY_LIST& list) const {
-    write_id_level(Self::external_name, definition().level());
-    Base::save_common(list);
-    acis_detail::field_writer visitor(acis_detail::image_writer::current().records(), list);
-    Self::walk(visitor, static_cast<const Self&>(*this));
+template <class Visitor, class Object>
+void entity_of<Self, Base>::visit(Visitor& visitor, Object& object) {
+    if constexpr (std::is_same_v<Base, ENTITY>)
+        visitor.entity(object);
+    else
+        Base::visit(visitor,
+                    static_cast<std::conditional_t<std::is_const_v<Object>, const Base, Base>&>(object));
+    Self::walk(visitor, object);
 }
 
 template <class Self, class Base>
-void entity_of<Self, Base>::restore_common() {
-    Base::restore_common();
+constexpr void entity_of<Self, Base>::add_names(acis_detail::name_chain& chain) {
+    constexpr bool last = std::is_same_v<Base, ENTITY>;
+    chain.add(Self::external_name, last);
+    if constexpr (!last) Base::add_names(chain);
+}
+
+template <class Self, class Base>
+[[gnu::flatten]] void entity_of<Self, Base>::save_common(ENTITY_LIST& list) const {
+    static constexpr acis_detail::name_chain names = [] {
+        acis_detail::name_chain chain;
+        Self::add_names(chain);
+        return chain;
+    }();
+    acis_detail::field_writer visitor(acis_detail::image_writer::current().records(), list);
+    visitor.names(names);
+    visit(visitor, static_cast<const Self&>(*this));
+}
+
+template <class Self, class Base>
+[[gnu::flatten]] void entity_of<Self, Base>::restore_common() {
     acis_detail::field_reader visitor(acis_detail::image_reader::current_records());
-    Self::walk(visitor, static_cast<Self&>(*this));
+    visit(visitor, static_cast<Self&>(*this));
 }
 
 template <class Self, class Base>
@@ -359,10 +417,9 @@ void entity_of<Self, Base>::copy_scan(ENTITY_LIST& list, SCAN_TYPE reason, logic
 }
 
 template <class Self, class Base>
-void entity_of<Self, Base>::fix_common(ENTITY* array[], SCAN_TYPE reason) {
-    Base::fix_common(array, reason);
+[[gnu::flatten]] void entity_of<Self, Base>::fix_common(ENTITY* array[], SCAN_TYPE) {
     acis_detail::pointer_fixer visitor(array);
-    Self::walk(visitor, static_cast<Self&>(*this));
+    visit(visitor, static_cast<Self&>(*this));
 }
 
 // Their walks are known in one source file each, while classes in others derive from them.

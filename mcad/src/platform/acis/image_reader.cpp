@@ -7,7 +7,7 @@
 
 namespace acis_detail {
 namespace {
-thread_local image_reader* the_reader = nullptr;
+[[gnu::tls_model("initial-exec")]] thread_local image_reader* the_reader = nullptr;
 
 bool has(unsigned char uses, image_reader::use how) { return (uses & how) != 0; }
 } // namespace

@@ -7,7 +7,7 @@
 
 namespace acis_detail {
 namespace {
-thread_local image_writer* the_writer = nullptr;
+[[gnu::tls_model("initial-exec")]] thread_local image_writer* the_writer = nullptr;
 
 /// How many entities ahead of the one being saved are fetched.
 constexpr int prefetch_distance = 8;
@@ -41,15 +41,16 @@ image_writer& image_writer::current() {
 void image_writer::header(const FileInfo& info) {
     std::string_view signature = "ACIS BinaryFile8";
     if (m_records.integers() == width::narrow) signature.remove_suffix(1);
-    m_records.raw(signature.data(), signature.size());
-    m_countsAt = m_records.size();
-    for (int i = 0; i < 4; ++i) m_records.plain_integer(0); // version, records, top entities, flags
-    m_records.string(info.product_id());
-    m_records.string("ACIS 7.0 NT");
-    m_records.string(date_now());
-    m_records.real(info.units());
-    m_records.real(info.tol_abs());
-    m_records.real(info.tol_nor());
+    m_countsAt = signature.size();
+    token_writer writer(m_records);
+    writer.raw(signature.data(), signature.size());
+    for (int i = 0; i < 4; ++i) writer.plain_integer(0); // version, records, top entities, flags
+    writer.string(info.product_id());
+    writer.string("ACIS 7.0 NT");
+    writer.string(date_now());
+    writer.real(info.units());
+    writer.real(info.tol_abs());
+    writer.real(info.tol_nor());
 }
 
 namespace {
@@ -102,8 +103,11 @@ void image_writer::save(const ENTITY_LIST& entities) {
         kept.see(*list[i]);
         list[i]->save(list);
     }
-    for (const char* part : {"End", "of", "ACIS"}) m_records.name(part, false);
-    m_records.name("data", true);
+    {
+        token_writer writer(m_records);
+        for (const char* part : {"End", "of", "ACIS"}) writer.name(part, false);
+        writer.name("data", true);
+    }
 
     std::size_t at = m_countsAt;
     for (long value : {long(kept.version()), long(list.count()), top, 0L}) {
@@ -114,19 +118,24 @@ void image_writer::save(const ENTITY_LIST& entities) {
 } // namespace acis_detail
 
 using acis_detail::image_writer;
+using acis_detail::token_writer;
 
-void write_id_level(const char* name, int level) { image_writer::current().records().name(name, level <= 1); }
-void write_int(int value) { write_long(value); }
-void write_long(long value) { image_writer::current().records().integer(value); }
-void write_real(double value) { image_writer::current().records().real(value); }
-void write_logical(logical value) { image_writer::current().records().logical_value(value); }
-void write_enum(int value) {
-    image_writer::current().records().integer(value, acis_detail::tag::enumeration);
+void write_id_level(const char* name, int level) {
+    token_writer(image_writer::current().records()).name(name, level <= 1);
 }
-void write_string(std::string_view text) { image_writer::current().records().string(text); }
-void write_position(const SPAposition& position) { image_writer::current().records().position(position); }
-void write_vector(const SPAvector& vector) { image_writer::current().records().vector(vector); }
+void write_int(int value) { write_long(value); }
+void write_long(long value) { token_writer(image_writer::current().records()).integer(value); }
+void write_real(double value) { token_writer(image_writer::current().records()).real(value); }
+void write_logical(logical value) { token_writer(image_writer::current().records()).logical_value(value); }
+void write_enum(int value) {
+    token_writer(image_writer::current().records()).integer(value, acis_detail::tag::enumeration);
+}
+void write_string(std::string_view text) { token_writer(image_writer::current().records()).string(text); }
+void write_position(const SPAposition& position) {
+    token_writer(image_writer::current().records()).position(position);
+}
+void write_vector(const SPAvector& vector) { token_writer(image_writer::current().records()).vector(vector); }
 void write_ptr(const ENTITY* entity, ENTITY_LIST& list) {
-    image_writer::current().records().integer(list.add(const_cast<ENTITY*>(entity)),
-                                              acis_detail::tag::pointer);
+    token_writer(image_writer::current().records())
+        .integer(list.add(const_cast<ENTITY*>(entity)), acis_detail::tag::pointer);
 }

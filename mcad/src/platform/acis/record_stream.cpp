@@ -56,6 +56,12 @@ std::string text_of(double value) {
     return {text, std::to_chars(text, text + sizeof(text), value).ptr};
 }
 
+token_writer::place token_writer::grown(record_writer& records, std::size_t used, std::size_t length) {
+    byte_block& bytes = records.m_bytes;
+    bytes.grow(std::max(2 * bytes.size(), used + length + 4096));
+    return {bytes.data() + used, bytes.data() + bytes.size()};
+}
+
 std::size_t record_reader::skip() {
     tag kind = peek();
     const tag_fact* fact = fact_of(kind);
@@ -125,7 +131,7 @@ void unknown_tokens::take(acis_detail::record_reader& reader, tag last) {
     }
 }
 
-void unknown_tokens::write(acis_detail::record_writer& writer, ENTITY_LIST& list) const {
+void unknown_tokens::write(acis_detail::token_writer& writer, ENTITY_LIST& list) const {
     acis_detail::record_reader reader(m_bytes.data(), m_bytes.size());
     reader.set_integers(acis_detail::width::wide);
     std::size_t pointer = 0;

@@ -63,9 +63,50 @@ T* index_as_pointer(long index) {
 }
 inline long pointer_as_index(const void* pointer) { return reinterpret_cast<std::intptr_t>(pointer) - 1; }
 
+/// The bytes of an image while it grows. token_writer puts them there.
 class record_writer {
 public:
     explicit record_writer(width integers) : m_width(integers) {}
+
+    /// Of the header only: no tag.
+    void patch_plain_integer(std::size_t offset, long value) {
+        std::memcpy(m_bytes.data() + offset, &value, std::size_t(m_width));
+    }
+    width integers() const { return m_width; }
+    /// Whether an integer came that the narrow variant cannot hold.
+    bool overflowed() const { return m_overflowed; }
+    const char* data() const { return m_bytes.data(); }
+    std::size_t size() const { return m_size; }
+
+private:
+    friend class token_writer;
+
+    byte_block m_bytes;
+    std::size_t m_size = 0;
+    width m_width;
+    bool m_overflowed = false;
+};
+
+/// Appends tokens to a record_writer, which has them when this object ends; there is one at a time. A local
+/// object that nobody else knows of stays in registers, while every byte written may change what lies in
+/// memory, as far as the compiler knows.
+class token_writer {
+public:
+    explicit token_writer(record_writer& records)
+        : m_records(records), m_at(records.m_bytes.data() + records.m_size),
+          m_end(records.m_bytes.data() + records.m_bytes.size()), m_width(records.m_width) {}
+    token_writer(const token_writer&) = delete;
+    ~token_writer() { pause(); }
+    /// Hands over what has been written, so that another one can write until resume().
+    void pause() {
+        m_records.m_size = std::size_t(m_at - m_records.m_bytes.data());
+        if (m_overflowed) m_records.m_overflowed = true;
+    }
+    record_writer& records() { return m_records; }
+    void resume() {
+        m_at = m_records.m_bytes.data() + m_records.m_size;
+        m_end = m_records.m_bytes.data() + m_records.m_bytes.size();
+    }
 
     void name(std::string_view text, bool last) {
         if (text.size() > 255)
@@ -73,9 +114,9 @@ public:
         counted(last ? tag::ident : tag::subident, text.size(), 1, text);
     }
     void integer(long value, tag kind = tag::integer) {
-        char* at = room(9);
-        *at++ = char(kind);
-        put_integer(at, value);
+        make_room(9);
+        *m_at++ = char(kind);
+        put_integer(value);
     }
     void real(double value) { reals(tag::real, &value, 1); }
     void logical_value(bool value) { single(value ? tag::logical_true : tag::logical_false); }
@@ -97,55 +138,64 @@ public:
         real(v.du);
         real(v.dv);
     }
-    void single(tag kind) { *room(1) = char(kind), m_size += 1; }
+    void single(tag kind) {
+        make_room(1);
+        *m_at++ = char(kind);
+    }
     void raw(const void* data, std::size_t length) {
         if (length == 0) return;
-        std::memcpy(room(length), data, length);
-        m_size += length;
+        make_room(length);
+        std::memcpy(m_at, data, length);
+        m_at += length;
     }
     /// Of the header only: no tag.
-    void plain_integer(long value) { put_integer(room(8), value, 0); }
-    void patch_plain_integer(std::size_t offset, long value) {
-        std::memcpy(m_bytes.data() + offset, &value, std::size_t(m_width));
+    void plain_integer(long value) {
+        make_room(8);
+        put_integer(value);
     }
-
-    width integers() const { return m_width; }
-    /// Whether an integer came that the narrow variant cannot hold.
-    bool overflowed() const { return m_overflowed; }
-    const char* data() const { return m_bytes.data(); }
-    std::size_t size() const { return m_size; }
 
 private:
-    char* room(std::size_t length) {
-        if (m_bytes.size() - m_size < length)
-            m_bytes.grow(std::max(2 * m_bytes.size(), m_size + length + 4096));
-        return m_bytes.data() + m_size;
+    struct place {
+        char* at;
+        char* end;
+    };
+    /// Grows the bytes, with so many of them in use. Static, so that no object has to lie in memory for it.
+    static place grown(record_writer& records, std::size_t used, std::size_t length);
+
+    void make_room(std::size_t length) {
+        if (std::size_t(m_end - m_at) >= length) return;
+        place more = grown(m_records, std::size_t(m_at - m_records.m_bytes.data()), length);
+        m_at = more.at;
+        m_end = more.end;
     }
-    void put_integer(char* at, long value, std::size_t tagBytes = 1) {
+    /// Room for 8 bytes has to be there.
+    void put_integer(long value) {
         if (m_width == width::narrow && value != static_cast<std::int32_t>(value)) m_overflowed = true;
-        std::memcpy(at, &value, std::size_t(m_width)); // little-endian: the low bytes come first
-        m_size += tagBytes + std::size_t(m_width);
+        std::memcpy(m_at, &value, sizeof(value)); // little-endian: the low bytes come first
+        m_at += std::size_t(m_width);
     }
     void reals(tag kind, const double* values, std::size_t count) {
-        char* at = room(1 + count * sizeof(double));
-        *at = char(kind);
-        std::memcpy(at + 1, values, count * sizeof(double));
-        m_size += 1 + count * sizeof(double);
+        make_room(1 + count * sizeof(double));
+        *m_at++ = char(kind);
+        std::memcpy(m_at, values, count * sizeof(double));
+        m_at += count * sizeof(double);
     }
     void counted(tag kind, std::uint64_t length, std::size_t lengthBytes, std::string_view text) {
-        char* at = room(1 + lengthBytes + text.size());
-        *at++ = char(kind);
-        std::memcpy(at, &length, lengthBytes);
-        if (!text.empty()) std::memcpy(at + lengthBytes, text.data(), text.size());
-        m_size += 1 + lengthBytes + text.size();
+        make_room(1 + sizeof(length) + text.size());
+        *m_at++ = char(kind);
+        std::memcpy(m_at, &length, sizeof(length));
+        m_at += lengthBytes;
+        if (!text.empty()) std::memcpy(m_at, text.data(), text.size());
+        m_at += text.size();
     }
     void long_string(tag kind, std::string_view text) {
         if (text.size() > 0xffffffff) throw failure("a string is longer than 4 GiB");
         counted(kind, text.size(), 4, text);
     }
 
-    byte_block m_bytes;
-    std::size_t m_size = 0;
+    record_writer& m_records;
+    char* m_at;
+    char* m_end;
     width m_width;
     bool m_overflowed = false;
 };
