@@ -24,6 +24,25 @@ void write_default_rest(token_writer& writer, const bs3_surface*) {
     for (int i = 0; i < 6; ++i) writer.integer(0);
 }
 
+/// Passes over that, if it is what stands up to the end of the block.
+template <class Spline>
+bool passes_default_rest(record_reader& reader) {
+    auto written = [](width integers) {
+        record_writer records(integers);
+        {
+            token_writer writer(records);
+            write_default_rest(writer, static_cast<const Spline*>(nullptr));
+            writer.single(tag::close);
+        }
+        return std::string(records.data(), records.size());
+    };
+    static const std::string usual[] = {written(width::narrow), written(width::wide)};
+    std::string_view expected = usual[reader.integers() == width::wide];
+    if (!std::string_view(reader.at(), reader.left()).starts_with(expected)) return false;
+    reader.go_to(reader.at() + expected.size() - 1);
+    return true;
+}
+
 /// Calls with each different knot and how often it is written.
 template <class Function>
 void each_knot(const bs_knots& u, Function&& function) {
@@ -179,17 +198,11 @@ bool read_bspline(record_reader& reader, const char* name, Spline& spline, doubl
         read_full(reader, spline, tolerance);
     else
         reader.go_to(start);
-    rest = std::make_unique<unknown_tokens>();
-    rest->take(reader, tag::close);
-    reader.expect(tag::close);
-    if (known) {
-        record_writer usual(width::wide);
-        {
-            token_writer writer(usual);
-            write_default_rest(writer, &spline);
-        }
-        if (rest->equals(usual)) rest.reset();
+    if (!known || !passes_default_rest<Spline>(reader)) {
+        rest = std::make_unique<unknown_tokens>();
+        rest->take(reader, tag::close);
     }
+    reader.expect(tag::close);
     return known;
 }
 

@@ -269,7 +269,8 @@ private:
         if (m_restoring) m_restoring->check_index(index);
         ENTITY* entity = m_array[index];
         if constexpr (!std::is_same_v<T, ENTITY>)
-            if (!is_entity<T>(entity)) image_reader::fail_wrong_class(index, T::definition().name());
+            if (m_restoring ? !m_restoring->is_a(index, T::definition()) : !is_entity<T>(entity))
+                image_reader::fail_wrong_class(index, T::definition().name());
         pointer = static_cast<T*>(entity);
         return index;
     }

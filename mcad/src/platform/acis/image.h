@@ -4,6 +4,7 @@
 #include "platform/acis/attrib.h"
 #include "platform/acis/geometry.h"
 #include "platform/acis/record_stream.h"
+#include <array>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -21,6 +22,15 @@ struct entity_access {
 namespace acis_detail {
 /// The most derived name of a record of unknown class, or null.
 const char* unknown_name(const ENTITY& entity);
+
+/// Who walks a list of entities fetches those so many places behind into the processor's cache: they lie about
+/// in memory, and waiting for them one by one would take longer than what is done with them.
+inline constexpr int prefetch_distance = 8;
+inline void prefetch(const ENTITY* entity) {
+    const auto* at = reinterpret_cast<const char*>(entity);
+    __builtin_prefetch(at);
+    __builtin_prefetch(at + 64);
+}
 
 /// The version of the format that is written.
 inline constexpr int format_version = 700;
@@ -102,7 +112,12 @@ public:
         in_list = 1,
         in_ring = 2
     };
-    void check_index(long index) const;
+    void check_index(long index);
+    bool is_a(long index, const restore_def& kind) const {
+        const restore_def* own = m_kinds[std::size_t(index)];
+        while (own->level() > kind.level()) own = own->parent();
+        return own == &kind;
+    }
     /// A record may be used once in each of these ways, so lists end and rings close.
     void take(long index, use how);
     [[noreturn]] static void fail_wrong_class(long index, const char* expected);
@@ -116,14 +131,22 @@ private:
         bool ends_image = false;
     };
 
+    /// An entity of a walk through all of them.
+    ENTITY* walked(std::size_t index) const {
+        if (index + prefetch_distance < m_entities.size()) prefetch(m_entities[index + prefetch_distance]);
+        return m_entities[index];
+    }
     void choose_top();
     /// False at the end of the image.
     bool record();
     const record_class& class_at_hand();
+    record_class class_of(std::string_view chain) const;
     void fix_pointers();
     void drop_unreachable();
     void check_structure();
     void check_attributes();
+    /// With the place of a record, which nobody has kept.
+    [[noreturn]] void fail_in(std::size_t record, const std::string& message);
     [[noreturn]] void fail_at(const ENTITY* entity, const char* message);
     void destroy_all();
 
@@ -132,11 +155,14 @@ private:
     image_header m_header;
     std::vector<long> m_top; ///< indexes of the top entities
     std::vector<ENTITY*> m_entities;
-    std::vector<std::size_t> m_offsets;   ///< of records
-    std::vector<std::size_t> m_firstLink; ///< of a record, in m_records.links()
+    std::vector<const restore_def*> m_kinds; ///< the classes of the entities
+    std::size_t m_start = 0;                 ///< of the first record
+    bool m_allNamed = true;                  ///< each record that is not at the top, by one before it
     std::vector<unsigned char> m_uses;
+    std::size_t m_fixed = 0; ///< the record whose indexes are being made pointers
     std::vector<ENTITY*> m_pending;
-    std::unordered_map<std::string_view, record_class> m_classes; ///< by the bytes of the chain
+    std::unordered_map<std::string_view, record_class> m_classes;       ///< by the bytes of the chain
+    std::array<const decltype(m_classes)::value_type*, 256> m_latest{}; ///< by a hash of its first bytes
     std::size_t m_length = 0;
     image_reader* m_outer;
 };

@@ -3,6 +3,7 @@
 #include "platform/acis/image.h"
 #include "platform/acis/topology.h"
 #include "platform/acis/unknown_tokens.h"
+#include <cstring>
 #include <limits>
 
 namespace acis_detail {
@@ -93,7 +94,12 @@ ENTITY_LIST image_reader::top() const {
 
 void image_reader::restore() {
     m_header = read_header(m_records);
-    m_entities.reserve(std::min(std::size_t(m_header.records), m_records.left() / 8));
+    std::size_t expected = std::min(std::size_t(m_header.records), m_records.left() / 8);
+    m_entities.reserve(expected);
+    m_kinds.reserve(expected);
+    m_records.note_named(expected);
+    m_allNamed = m_header.entities > 0;
+    m_start = m_records.offset();
     if (version() < format_version) m_level = restore_level::nothing; // no such layout is known
     while (record()) {
     }
@@ -121,13 +127,25 @@ void image_reader::choose_top() {
 
 const image_reader::record_class& image_reader::class_at_hand() {
     const char* start = m_records.at();
+    std::uint64_t begin = 0;
+    if (m_records.left() >= sizeof(begin)) std::memcpy(&begin, start, sizeof(begin));
+    auto& latest = m_latest[begin * 0x9e3779b97f4a7c15u >> 56];
+    // No chain begins with another one: the tags tell where it ends.
+    if (latest && std::string_view(start, m_records.left()).starts_with(latest->first)) {
+        m_records.go_to(start + latest->first.size());
+        return latest->second;
+    }
     while (m_records.next_is(tag::subident)) m_records.name(tag::subident);
     m_records.name(tag::ident);
     std::string_view chain(start, std::size_t(m_records.at() - start));
     auto [found, isNew] = m_classes.try_emplace(chain);
-    record_class& result = found->second;
-    if (!isNew) return result;
+    if (isNew) found->second = class_of(chain);
+    latest = &*found;
+    return found->second;
+}
 
+image_reader::record_class image_reader::class_of(std::string_view chain) const {
+    record_class result;
     std::vector<std::string_view> names;
     std::string joined;
     record_reader again(chain.data(), chain.size());
@@ -155,12 +173,11 @@ const image_reader::record_class& image_reader::class_at_hand() {
 
 bool image_reader::record() {
     m_records.set_record(long(m_entities.size()));
-    std::size_t offset = m_records.offset();
     const record_class& kind = class_at_hand();
     if (kind.ends_image) return false;
     if (m_entities.size() >= std::size_t(std::numeric_limits<int>::max())) m_records.fail("too many records");
-    m_offsets.push_back(offset);
-    m_firstLink.push_back(m_records.links().size());
+    auto index = m_entities.size();
+    if (index >= std::size_t(m_header.entities) && !m_records.named(index)) m_allNamed = false;
 
     // A record without a known class still begins like all others, as far as its version is known.
     const char* start = m_records.at();
@@ -175,6 +192,7 @@ bool image_reader::record() {
     }
     ENTITY* entity = whole ? ACIS_NEW ENTITY : kind.definition->restore();
     m_entities.push_back(entity);
+    m_kinds.push_back(whole ? &ENTITY::definition() : kind.definition);
     m_pending.clear();
     if (!kind.unknown_names.empty()) {
         auto unknown = std::make_unique<unknown_tokens>();
@@ -188,16 +206,16 @@ bool image_reader::record() {
     return true;
 }
 
-void image_reader::check_index(long index) const {
+void image_reader::check_index(long index) {
     if (std::size_t(index) >= m_entities.size())
-        m_records.fail("expected a record index below " + std::to_string(m_entities.size()) + ", found " +
-                       std::to_string(index));
+        fail_in(m_fixed, "expected a record index below " + std::to_string(m_entities.size()) + ", found " +
+                             std::to_string(index));
 }
 
 void image_reader::take(long index, use how) {
     if (index < 0) return;
     if (has(m_uses[std::size_t(index)], how))
-        m_records.fail("expected record " + std::to_string(index) + " to be in one list and one ring only");
+        fail_in(m_fixed, "expected record " + std::to_string(index) + " to be in one list and one ring only");
     m_uses[std::size_t(index)] |= how;
 }
 
@@ -205,33 +223,40 @@ void image_reader::fail_wrong_class(long index, const char* expected) {
     std::string message =
         "expected a pointer to a " + std::string(expected) + ", found record " + std::to_string(index);
     if (!the_reader) throw failure(message);
-    the_reader->m_records.fail(message + ", a " + the_reader->m_entities[std::size_t(index)]->type_name());
+    the_reader->fail_in(the_reader->m_fixed,
+                        message + ", a " + the_reader->m_entities[std::size_t(index)]->type_name());
 }
 
 void image_reader::fix_pointers() {
     m_uses.assign(m_entities.size(), 0);
-    for (std::size_t i = 0; i < m_entities.size(); ++i) {
-        m_records.set_record(long(i));
-        m_records.go_to_offset(m_offsets[i]);
-        m_entities[i]->fix_pointers(m_entities.data());
-    }
+    for (m_fixed = 0; m_fixed < m_entities.size(); ++m_fixed)
+        walked(m_fixed)->fix_pointers(m_entities.data());
 }
 
 void image_reader::drop_unreachable() {
-    const std::vector<long>& links = m_records.links();
-    std::vector<unsigned char> reached(m_entities.size(), 0);
+    if (m_allNamed) return;
+    std::vector<std::int32_t> links;
+    std::vector<std::size_t> firstLink;
+    m_records.go_to_offset(m_start);
+    for (std::size_t i = 0; i < m_entities.size(); ++i) {
+        firstLink.push_back(links.size());
+        m_records.skip_record([&](long index) {
+            if (index >= 0 && std::size_t(index) < m_entities.size()) links.push_back(std::int32_t(index));
+        });
+    }
+    firstLink.push_back(links.size());
+    std::vector<char> reached(m_entities.size(), false);
     std::vector<long> work;
     auto reach = [&](long index) {
         if (reached[std::size_t(index)]) return;
-        reached[std::size_t(index)] = 1;
+        reached[std::size_t(index)] = true;
         work.push_back(index);
     };
     for (long index : m_top) reach(index);
-    m_firstLink.push_back(links.size());
     while (!work.empty()) {
         auto index = std::size_t(work.back());
         work.pop_back();
-        for (std::size_t link = m_firstLink[index]; link < m_firstLink[index + 1]; ++link) reach(links[link]);
+        for (std::size_t link = firstLink[index]; link < firstLink[index + 1]; ++link) reach(links[link]);
     }
     for (std::size_t i = 0; i < m_entities.size(); ++i) {
         if (reached[i]) continue;
@@ -240,11 +265,16 @@ void image_reader::drop_unreachable() {
     }
 }
 
-void image_reader::fail_at(const ENTITY* entity, const char* message) {
-    auto index = std::size_t(std::find(m_entities.begin(), m_entities.end(), entity) - m_entities.begin());
-    m_records.set_record(long(index));
-    m_records.go_to_offset(m_offsets[index]);
+void image_reader::fail_in(std::size_t record, const std::string& message) {
+    m_records.go_to_offset(m_start);
+    for (std::size_t i = 0; i < record; ++i) m_records.skip_record([](long) {});
+    m_records.set_record(long(record));
     m_records.fail(message);
+}
+
+void image_reader::fail_at(const ENTITY* entity, const char* message) {
+    fail_in(std::size_t(std::find(m_entities.begin(), m_entities.end(), entity) - m_entities.begin()),
+            message);
 }
 
 void image_reader::check_structure() {
@@ -253,9 +283,10 @@ void image_reader::check_structure() {
         for (auto* item = first; item; item = item->next())
             if ((item->*ownerOf)() != owner) fail_at(item, "expected it to belong to the owner of its list");
     };
-    for (ENTITY* entity : m_entities) {
+    for (std::size_t i = 0; i < m_entities.size(); ++i) {
+        ENTITY* entity = walked(i);
         if (!entity) continue;
-        int type = entity->identity(1);
+        int type = m_kinds[i]->identity(1);
         if (type == COEDGE::staticType()) {
             auto* coedge = static_cast<COEDGE*>(entity);
             if (LOOP* loop = coedge->loop()) {
@@ -298,9 +329,10 @@ void image_reader::check_attributes() {
     // nesting of them is endless.
     std::vector<ENTITY*> owners;
     std::size_t owned = 0;
-    for (ENTITY* entity : m_entities) {
+    for (std::size_t i = 0; i < m_entities.size(); ++i) {
+        ENTITY* entity = walked(i);
         if (!entity) continue;
-        if (!is_ATTRIB(entity)) {
+        if (m_kinds[i]->identity(1) != ATTRIB::staticType()) {
             if (entity->attrib()) owners.push_back(entity);
             continue;
         }

@@ -9,9 +9,6 @@ namespace acis_detail {
 namespace {
 [[gnu::tls_model("initial-exec")]] thread_local image_writer* the_writer = nullptr;
 
-/// How many entities ahead of the one being saved are fetched.
-constexpr int prefetch_distance = 8;
-
 std::string date_now() {
     std::time_t now = std::time(nullptr);
     std::tm parts{};
@@ -84,13 +81,6 @@ private:
     int m_other = 0;
     bool m_any = false;
 };
-
-/// Where an entity is to be saved soon, begins to fetch it into the processor's cache.
-void prefetch(const ENTITY* entity) {
-    const char* at = reinterpret_cast<const char*>(entity);
-    __builtin_prefetch(at);
-    __builtin_prefetch(at + 64);
-}
 } // namespace
 
 void image_writer::save(const ENTITY_LIST& entities) {

@@ -118,7 +118,7 @@ void unknown_tokens::take(acis_detail::record_reader& reader, tag last) {
             reader.go_to(start + 1);
             long value = reader.plain_integer();
             if (isPointer) {
-                reader.note_link(value);
+                reader.note_pointer(value);
                 ++value; // index_as_pointer
                 m_pointers.push_back(m_bytes.size() + 1);
             }
@@ -152,8 +152,4 @@ void unknown_tokens::write(acis_detail::token_writer& writer, ENTITY_LIST& list)
             writer.raw(start, 1 + length);
         }
     }
-}
-
-bool unknown_tokens::equals(const acis_detail::record_writer& wide) const {
-    return std::string_view(m_bytes.data(), m_bytes.size()) == std::string_view(wide.data(), wide.size());
 }

@@ -276,23 +276,37 @@ public:
         if (m_width == width::narrow) return plain<std::int32_t>();
         return plain<std::int64_t>();
     }
-    /// A record index, noted in links().
+    /// A record index.
     long pointer() {
         expect(tag::pointer);
         long index = plain_integer();
-        note_link(index);
+        note_pointer(index);
         return index;
     }
-    void note_link(long index) {
+    void note_pointer(long index) {
         if (index < -1 || index > std::numeric_limits<std::int32_t>::max())
             fail("expected a record index, found " + std::to_string(index));
-        if (index >= 0) m_links.push_back(index);
+        if (std::size_t(index) < m_named.size()) m_named[std::size_t(index)] = true;
     }
-    /// Every record index read so far.
-    const std::vector<long>& links() const { return m_links; }
+    /// Of how many records to note whether a pointer names them.
+    void note_named(std::size_t records) { m_named.assign(records, false); }
+    /// Whether a pointer read so far is known to name a record.
+    bool named(std::size_t record) const { return record < m_named.size() && m_named[record]; }
 
     /// Passes over a token of any kind and says how long it was without its tag.
     std::size_t skip();
+    /// Passes over the rest of the record and calls with each record index in it.
+    template <class Function>
+    void skip_record(Function&& with_pointer) {
+        for (tag kind = peek(); kind != tag::end; kind = peek()) {
+            const char* start = m_at + 1;
+            skip();
+            if (kind != tag::pointer) continue;
+            m_at = start;
+            with_pointer(plain_integer());
+        }
+        ++m_at;
+    }
 
     /// `what` is what should be at the current place.
     [[noreturn]] void fail_expected(const char* what) const;
@@ -326,6 +340,6 @@ private:
     const char* m_end;
     width m_width = width::narrow;
     long m_record = -1;
-    std::vector<long> m_links;
+    std::vector<char> m_named;
 };
 } // namespace acis_detail

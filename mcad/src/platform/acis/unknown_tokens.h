@@ -18,7 +18,6 @@ public:
     /// Takes the tokens up to one of the given kind that no opening token precedes, without it.
     void take(acis_detail::record_reader& reader, acis_detail::tag last);
     void write(acis_detail::token_writer& writer, ENTITY_LIST& list) const;
-    bool equals(const acis_detail::record_writer& wide) const;
     /// Calls with each entity pointer, by reference.
     template <class Function>
     void each_pointer(Function&& function) {
