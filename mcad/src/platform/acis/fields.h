@@ -53,7 +53,7 @@ public:
     }
     template <class T>
     void down(T* pointer) {
-        m_writer.integer(m_list.add(pointer), tag::pointer);
+        m_writer.integer(pointer ? m_list.add(pointer) : -1, tag::pointer);
     }
     template <class T, class Object>
     void sibling(T* Object::*member, const Object& object) {
