@@ -140,7 +140,7 @@ public:
     }
     void single(tag kind) {
         make_room(1);
-        *m_at++ = char(kind);
+        *m_at++ = char(kind); // NOLINT(clang-analyzer-core.NullDereference): without bytes there was no room
     }
     void raw(const void* data, std::size_t length) {
         if (length == 0) return;
