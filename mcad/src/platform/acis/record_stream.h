@@ -140,7 +140,7 @@ public:
     }
     void single(tag kind) {
         make_room(1);
-        *m_at++ = char(kind); // NOLINT(clang-analyzer-core.NullDereference): without bytes there was no room
+        *m_at++ = char(kind);
     }
     void raw(const void* data, std::size_t length) {
         if (length == 0) return;
@@ -163,7 +163,7 @@ private:
     static place grown(record_writer& records, std::size_t used, std::size_t length);
 
     void make_room(std::size_t length) {
-        if (std::size_t(m_end - m_at) >= length) return;
+        if (m_at && std::size_t(m_end - m_at) >= length) return;
         place more = grown(m_records, std::size_t(m_at - m_records.m_bytes.data()), length);
         m_at = more.at;
         m_end = more.end;
