@@ -8,8 +8,7 @@
 
 namespace acis_detail {
 namespace {
-// Asked for with every entity; so near at hand, it takes no call to find it.
-[[gnu::tls_model("initial-exec")]] thread_local image_reader* the_reader = nullptr;
+thread_local image_reader* the_reader = nullptr;
 
 bool has(unsigned char uses, image_reader::use how) { return (uses & how) != 0; }
 } // namespace

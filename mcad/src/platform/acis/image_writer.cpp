@@ -7,8 +7,7 @@
 
 namespace acis_detail {
 namespace {
-// Asked for with every entity; so near at hand, it takes no call to find it.
-[[gnu::tls_model("initial-exec")]] thread_local image_writer* the_writer = nullptr;
+thread_local image_writer* the_writer = nullptr;
 
 std::string date_now() {
     std::time_t now = std::time(nullptr);

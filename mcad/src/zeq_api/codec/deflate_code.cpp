@@ -89,14 +89,19 @@ void findLengths(const std::uint32_t* frequencies, int count, int longest, std::
 
 DeflateCode::DeflateCode(const LiteralLengths& literals, const DistanceLengths& distances)
     : m_literalLengths(literals), m_distanceLengths(distances) {
-    assignCodes(literals, m_symbols);
+    std::array<Bits, literalCount> codes{};
+    assignCodes(literals, codes);
     assignCodes(distances, m_distances);
-    for (unsigned length = 3; length < m_lengths.size(); ++length) {
-        const Coded coded = codedLength(length);
-        m_lengths[length] = m_symbols[static_cast<std::size_t>(coded.symbol)] + coded.extra;
+    m_end = codes[endOfBlock];
+    for (unsigned size = 3; size <= 258; ++size) {
+        const Coded coded = codedLength(size);
+        m_symbols[length(size)] = codes[static_cast<std::size_t>(coded.symbol)] + coded.extra;
     }
-    for (std::size_t byte = 0; byte < m_units.size(); ++byte)
-        m_units[byte] = m_symbols[byte] + length(3) + distance(4);
+    const Bits zeros = m_symbols[length(3)] + distance(4);
+    for (unsigned byte = 0; byte < 256; ++byte) {
+        m_symbols[literal(byte)] = codes[byte];
+        m_symbols[unit(byte)] = codes[byte] + zeros;
+    }
 }
 
 const DeflateCode& DeflateCode::fixed() {

@@ -55,15 +55,18 @@ public:
     /// The code that needs no description (RFC 1951, 3.2.6).
     static const DeflateCode& fixed();
 
-    Bits end() const { return m_symbols[endOfBlock]; }
-    Bits literal(unsigned byte) const { return m_symbols[byte]; }
-    /// A literal and a copy of the three bytes behind the one that lies four bytes before it.
-    Bits unit(unsigned byte) const { return m_units[byte]; }
-    Bits length(unsigned length) const { return m_lengths[length]; }
+    /// What a block is made of, in one row: a literal; a unit, which is a literal and a copy of the three bytes behind
+    /// the one that lies four bytes before it; a length, whose distance is to follow.
+    static constexpr unsigned literal(unsigned byte) { return byte; }
+    static constexpr unsigned unit(unsigned byte) { return 256 + byte; }
+    static constexpr unsigned length(unsigned length) { return firstLength + length; }
+    static constexpr unsigned firstLength = 512, count = firstLength + 259;
+    Bits operator[](unsigned symbol) const { return m_symbols[symbol]; }
     Bits distance(unsigned distance) const {
         const Coded coded = codedDistance(distance);
         return m_distances[static_cast<std::size_t>(coded.symbol)] + coded.extra;
     }
+    Bits end() const { return m_end; }
 
     const LiteralLengths& literalLengths() const { return m_literalLengths; }
     const DistanceLengths& distanceLengths() const { return m_distanceLengths; }
@@ -71,10 +74,9 @@ public:
 private:
     LiteralLengths m_literalLengths;
     DistanceLengths m_distanceLengths;
-    std::array<Bits, literalCount> m_symbols{};
+    std::array<Bits, count> m_symbols{};
     std::array<Bits, distanceCount> m_distances{};
-    std::array<Bits, 256> m_units{};
-    std::array<Bits, 259> m_lengths{};
+    Bits m_end;
 };
 
 } // namespace zeq::detail

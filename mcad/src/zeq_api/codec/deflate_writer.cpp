@@ -90,34 +90,35 @@ void BitWriter::flush() {
 
 void DeflateWriter::copy(std::size_t distance, std::size_t length) {
     while (length > 0) {
+        if (m_count + 2 > mostSymbols) endBlock();
+        if (m_distance != distance) add(distanceBit | static_cast<std::uint32_t>(distance - 1));
+        m_distance = distance;
         // What is left is never too short for a copy.
         const std::size_t piece = length <= longest ? length : std::min<std::size_t>(longest, length - 3);
-        add(copyBit | static_cast<std::uint32_t>(piece << 15 | (distance - 1)));
+        add(DeflateCode::length(static_cast<unsigned>(piece)));
         length -= piece;
     }
 }
 
 void DeflateWriter::writeSymbols(const DeflateCode& code) {
-    std::uint32_t lastDistance = 1; // most are as long as the one before
-    Bits distanceBits = code.distance(lastDistance);
+    Bits distance;
     constexpr std::size_t most = 2048; // of at most eight bytes each
     for (std::size_t first = 0; first < m_count; first += most) {
         BitCursor out = m_out->cursor();
         for (std::size_t i = first; i < std::min(m_count, first + most); ++i) {
             const std::uint32_t symbol = m_symbols[i];
-            if (symbol & copyBit) {
-                const std::uint32_t distance = (symbol & 0x7FFF) + 1;
-                if (distance != lastDistance) distanceBits = code.distance(lastDistance = distance);
-                out.put(code.length(symbol >> 15 & 0x1FF) + distanceBits);
-            } else if (symbol & unitBit) {
-                out.put(code.unit(symbol & 0xFF));
-            } else {
-                out.put(code.literal(symbol));
+            if (symbol & distanceBit) {
+                distance = code.distance((symbol & ~distanceBit) + 1);
+            } else { // without a branch, which nothing could foresee
+                const std::uint64_t isCopy = symbol >= DeflateCode::firstLength;
+                out.put(code[symbol] +
+                        Bits{distance.bits & -isCopy, distance.count & static_cast<unsigned>(-isCopy)});
             }
         }
         m_out->cursor() = out;
     }
     m_count = 0;
+    m_distance = 0;
 }
 
 void DeflateWriter::describe(const DeflateCode& code) {
@@ -159,19 +160,26 @@ void DeflateWriter::endBlock() {
 }
 
 DeflateWriter::Frequencies DeflateWriter::countSymbols() const {
+    std::array<std::uint32_t, DeflateCode::count> counts{};
     Frequencies all;
+    std::uint32_t* copies = &all.distances[0];
     for (std::size_t i = 0; i < m_count; ++i) {
         const std::uint32_t symbol = m_symbols[i];
-        if (symbol & copyBit) {
-            ++all.literals[static_cast<std::size_t>(codedLength(symbol >> 15 & 0x1FF).symbol)];
-            ++all.distances[static_cast<std::size_t>(codedDistance((symbol & 0x7FFF) + 1).symbol)];
+        if (symbol & distanceBit) {
+            copies =
+                &all.distances[static_cast<std::size_t>(codedDistance((symbol & ~distanceBit) + 1).symbol)];
         } else {
-            ++all.literals[symbol & 0xFF];
-            if (symbol & unitBit) {
-                ++all.literals[static_cast<std::size_t>(codedLength(3).symbol)];
-                ++all.distances[static_cast<std::size_t>(codedDistance(4).symbol)];
-            }
+            ++counts[symbol];
+            *copies += symbol >= DeflateCode::firstLength;
         }
+    }
+    for (unsigned size = 3; size <= longest; ++size)
+        all.literals[static_cast<std::size_t>(codedLength(size).symbol)] += counts[DeflateCode::length(size)];
+    for (unsigned byte = 0; byte < 256; ++byte) {
+        const std::uint32_t units = counts[DeflateCode::unit(byte)];
+        all.literals[byte] += counts[DeflateCode::literal(byte)] + units;
+        all.literals[static_cast<std::size_t>(codedLength(3).symbol)] += units;
+        all.distances[static_cast<std::size_t>(codedDistance(4).symbol)] += units;
     }
     // A code needs two symbols.
     ++all.literals[endOfBlock];
@@ -214,12 +222,12 @@ void DeflateWriter::plainUnits(const char* begin, const char* units, std::size_t
             while (same < count && load(units + same * 4) == load(units + (same - period) * 4)) ++same;
         std::size_t taken = 1;
         if (const std::uint32_t unit = load(units); same >= shortestRun) {
-            out.put(code.length(static_cast<unsigned>(same) * 4) + code.distance(period * 4));
+            out.put(code[DeflateCode::length(static_cast<unsigned>(same) * 4)] + code.distance(period * 4));
             taken = same;
         } else if (unit < 256 && load(units - 4) >> 8 == 0) {
-            out.put(code.unit(unit));
+            out.put(code[DeflateCode::unit(unit)]);
         } else {
-            for (int i = 0; i < 4; ++i) out.put(code.literal(static_cast<Byte>(units[i])));
+            for (int i = 0; i < 4; ++i) out.put(code[DeflateCode::literal(static_cast<Byte>(units[i]))]);
         }
         units += taken * 4;
         count -= taken;
@@ -326,6 +334,7 @@ constexpr std::uint64_t longRuns(std::uint64_t bits) {
 ZEQ_TARGET_VECTORS std::size_t DeflateWriter::vectors(const char* units, std::size_t count) {
     if (!hasVectors() || load(units - 4) >> 8 != 0) return 0;
     const DeflateCode& code = base64Code();
+    const Bits distance = code.distance(period * 4);
     LetterCursor out(m_out->cursor());
     char codes[stretch + lanes];
     char letters[period + mostAtOnce] = {}; // none before the first
@@ -350,8 +359,7 @@ ZEQ_TARGET_VECTORS std::size_t DeflateWriter::vectors(const char* units, std::si
             const auto size = static_cast<std::size_t>(std::countr_one(same >> run));
             for (; run - from > lanes; from += lanes) out.put(codes + from);
             out.put(codes + from, run - from);
-            out.put(code.length(static_cast<unsigned>(size) * 4));
-            out.put(code.distance(period * 4));
+            out.put(code[DeflateCode::length(static_cast<unsigned>(size) * 4)] + distance);
             from = run + size;
             runs = from < stretch ? runs >> from << from : 0;
         }

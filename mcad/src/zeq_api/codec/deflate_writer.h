@@ -75,9 +75,9 @@ class DeflateWriter {
 public:
     explicit DeflateWriter(BitWriter& out) : m_out(&out) {}
 
-    void literal(unsigned char byte) { add(byte); }
+    void literal(unsigned char byte) { add(DeflateCode::literal(byte)); }
     /// A literal and the three bytes that follow the one four bytes before it.
-    void unit(unsigned char byte) { add(unitBit | byte); }
+    void unit(unsigned char byte) { add(DeflateCode::unit(byte)); }
     void copy(std::size_t distance, std::size_t length);
 
     /// 32-bit units that are mostly letters of Base64. Before them lie the four bytes that were written before.
@@ -90,15 +90,15 @@ public:
     void finish();
 
 private:
-    // A literal or a unit, or a copy: its length above its distance less one.
-    static constexpr std::uint32_t unitBit = 1U << 8, copyBit = 1U << 31;
+    // Marks the distance of the lengths from here on, less one: it seldom changes.
+    static constexpr std::uint32_t distanceBit = 1U << 15;
     static constexpr std::size_t mostSymbols = 1 << 15;
     // Fewer are not worth a code of their own when one for Base64 is in force.
     static constexpr std::size_t fewSymbols = 400;
 
     void add(std::uint32_t symbol) {
         if (m_count == mostSymbols) endBlock();
-        m_symbols[m_count++] = symbol;
+        m_symbols[m_count++] = static_cast<std::uint16_t>(symbol);
     }
     struct Frequencies;
     Frequencies countSymbols() const;
@@ -113,7 +113,8 @@ private:
     BitWriter* m_out;
     bool m_isInBase64 = false; // a block with the code for Base64 is open
     std::size_t m_count = 0;
-    std::unique_ptr<std::uint32_t[]> m_symbols{new std::uint32_t[mostSymbols]};
+    std::size_t m_distance = 0; // the last one that was marked since there are symbols
+    std::unique_ptr<std::uint16_t[]> m_symbols{new std::uint16_t[mostSymbols]};
 };
 
 } // namespace zeq::detail
