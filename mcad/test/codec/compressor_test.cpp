@@ -13,11 +13,13 @@
 #include <sys/mman.h>
 #include <zlib.h>
 
-#include "codec/zlib_inflate.h"
+#include "codec/by_zlib.h"
 #include "support/log_capture.h"
 
 namespace zeq {
 namespace {
+
+using test::zlibDeflate;
 
 constexpr int zlibFormat = 15;
 constexpr int gzipFormat = 31;
@@ -37,21 +39,6 @@ std::string decompressed(const std::string& data) {
     } catch (const std::runtime_error& error) {
         return std::string("error: ") + error.what();
     }
-}
-
-std::string zlibDeflate(const std::string& data, int level, int windowBits, gz_header* header = nullptr) {
-    z_stream stream{};
-    EXPECT_EQ(deflateInit2(&stream, level, Z_DEFLATED, windowBits, 8, Z_DEFAULT_STRATEGY), Z_OK);
-    if (header) deflateSetHeader(&stream, header);
-    std::string out(deflateBound(&stream, data.size()), '\0');
-    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(data.data()));
-    stream.avail_in = static_cast<uInt>(data.size());
-    stream.next_out = reinterpret_cast<Bytef*>(out.data());
-    stream.avail_out = static_cast<uInt>(out.size());
-    EXPECT_EQ(deflate(&stream, Z_FINISH), Z_STREAM_END);
-    out.resize(stream.total_out);
-    deflateEnd(&stream);
-    return out;
 }
 
 std::string zlibInflate(const std::string& data) { return test::zlibInflate(data.data(), data.size()); }
@@ -101,7 +88,8 @@ TEST(Compressor, ReadsWhatZlibWritesInBothFormats) {
     header.name = reinterpret_cast<Bytef*>(const_cast<char*>("name"));
     header.comment = reinterpret_cast<Bytef*>(const_cast<char*>("comment"));
     header.hcrc = 1;
-    EXPECT_EQ(decompressed(zlibDeflate("with a full header", 6, gzipFormat, &header)), "with a full header");
+    EXPECT_EQ(decompressed(zlibDeflate("with a full header", 6, gzipFormat, Z_DEFAULT_STRATEGY, &header)),
+              "with a full header");
     EXPECT_EQ(decompressed(zlibDeflate("a small window", 6, 9)), "a small window");
 }
 

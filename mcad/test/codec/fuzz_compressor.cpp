@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "codec/zlib_inflate.h"
+#include "codec/by_zlib.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using zeq::Compressor;

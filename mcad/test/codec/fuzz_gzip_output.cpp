@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <cstdlib>
 
+#include "codec/by_zlib.h"
 #include "codec/made_document.h"
-#include "codec/zlib_inflate.h"
 
 namespace {
 

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "codec/by_zlib.h"
 #include "codec/made_document.h"
-#include "codec/zlib_inflate.h"
 #include "zeq_api/codec/compressor.h"
 
 namespace zeq {

@@ -1,7 +1,6 @@
 // The decoder against zlib: the same bytes, and the same opinion of whether they are whole.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <cstdlib>
 #include <functional>
@@ -10,6 +9,7 @@
 
 #include <zlib.h>
 
+#include "codec/by_zlib.h"
 #include "zeq_api/codec/inflater.h"
 
 namespace zeq::test {
@@ -22,21 +22,8 @@ struct Inflated {
 
 /// What zlib makes of gzip or zlib data, or with `windowBits` -15 of the blocks alone.
 inline Inflated inflatedByZlib(std::string_view data, int windowBits = 47) {
-    z_stream stream{};
-    inflateInit2(&stream, windowBits);
-    std::string bytes;
-    static thread_local std::array<char, 1 << 16> chunk;
-    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(data.data()));
-    stream.avail_in = static_cast<uInt>(data.size());
-    int result;
-    do {
-        stream.next_out = reinterpret_cast<Bytef*>(chunk.data());
-        stream.avail_out = chunk.size();
-        result = inflate(&stream, Z_NO_FLUSH);
-        bytes.append(chunk.data(), chunk.size() - stream.avail_out);
-    } while (result == Z_OK);
-    inflateEnd(&stream);
-    return {std::move(bytes), result == Z_STREAM_END};
+    ByZlib out = inflateByZlib(data, windowBits);
+    return {std::move(out.bytes), out.result == Z_STREAM_END};
 }
 
 /// How a decoder is asked.

@@ -23,26 +23,13 @@ using test::Inflated;
 using test::inflated;
 using test::RandomDeflate;
 using test::Reading;
+using test::zlibDeflate;
 using Lengths = RandomDeflate::Lengths;
 
 /// The number that an environment variable has.
 std::uint64_t setting(const char* name, std::uint64_t otherwise) {
     const char* const text = std::getenv(name);
     return text ? std::strtoull(text, nullptr, 10) : otherwise;
-}
-
-std::string deflated(std::string_view data, int level, int strategy, int windowBits) {
-    z_stream stream{};
-    EXPECT_EQ(deflateInit2(&stream, level, Z_DEFLATED, windowBits, 8, strategy), Z_OK);
-    std::string out(deflateBound(&stream, data.size()), '\0');
-    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(data.data()));
-    stream.avail_in = static_cast<uInt>(data.size());
-    stream.next_out = reinterpret_cast<Bytef*>(out.data());
-    stream.avail_out = static_cast<uInt>(out.size());
-    EXPECT_EQ(deflate(&stream, Z_FINISH), Z_STREAM_END);
-    out.resize(stream.total_out);
-    deflateEnd(&stream);
-    return out;
 }
 
 std::string unitsOf(std::string_view text) {
@@ -82,7 +69,7 @@ TEST(Inflater, ReadsWhatZlibWrites) {
         for (const int strategy : {Z_DEFAULT_STRATEGY, Z_FILTERED, Z_HUFFMAN_ONLY, Z_RLE, Z_FIXED}) {
             for (const int level : {0, 1, 9}) {
                 for (const int windowBits : {15, 31}) {
-                    const std::string packed = deflated(data, level, strategy, windowBits);
+                    const std::string packed = zlibDeflate(data, level, windowBits, strategy);
                     const Inflated expected{data, true};
                     const auto what = testing::Message() << data.size() << " bytes, strategy " << strategy
                                                          << ", level " << level << ", format " << windowBits;
@@ -113,7 +100,7 @@ TEST(Inflater, EveryCutAndEveryDamageIsSeen) {
                                     unitsOf("VW5pdHMgb2YgQmFzZTY0VW5pdHMgb2YgQmFzZTY0")}) {
         for (const int windowBits : {15, 31}) {
             for (const int strategy : {Z_DEFAULT_STRATEGY, Z_HUFFMAN_ONLY, Z_FIXED}) {
-                std::string packed = deflated(data, strategy == Z_FIXED ? 0 : 9, strategy, windowBits);
+                std::string packed = zlibDeflate(data, strategy == Z_FIXED ? 0 : 9, windowBits, strategy);
                 for (std::size_t size = 0; size < packed.size(); ++size)
                     ASSERT_FALSE(inflated(packed.substr(0, size)).isWhole) << size;
                 for (std::size_t i = windowBits == 31 ? 4 : 2; i < packed.size(); ++i) {
@@ -129,13 +116,13 @@ TEST(Inflater, EveryCutAndEveryDamageIsSeen) {
 }
 
 TEST(Inflater, OnlyPlainHeadersAreTaken) {
-    const std::string packed = deflated("data", 6, Z_DEFAULT_STRATEGY, 31);
+    const std::string packed = zlibDeflate("data", 6, 31);
     for (std::size_t i = 0; i < 4; ++i) {
         std::string other = packed;
         other[i] = static_cast<char>(other[i] ^ 1);
         EXPECT_FALSE(inflated(other).isWhole) << i;
     }
-    EXPECT_FALSE(inflated(deflated("data", 6, Z_DEFAULT_STRATEGY, 9)).isWhole) << "a small window";
+    EXPECT_FALSE(inflated(zlibDeflate("data", 6, 9)).isWhole) << "a small window";
     EXPECT_EQ(inflated("").bytes, "");
 }
 
