@@ -62,6 +62,7 @@ void findLengths(const std::uint32_t* frequencies, int count, int longest, std::
         if (frequencies[symbol] != 0) used.emplace_back(frequencies[symbol], symbol);
     std::sort(used.begin(), used.end());
     std::vector<std::uint64_t> weights;
+    weights.reserve(used.size());
     for (const auto& [frequency, symbol] : used) weights.push_back(frequency);
     std::array<unsigned, 64> counts = optimalCounts(weights);
 
