@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
-#include <limits>
 #include <utility>
 
 #include "zeq_api/codec/checksum.h"
@@ -99,7 +98,7 @@ void GzipOutput::pass(Block& block) {
         startCompressing();
         return makeWindow(block, blockSize);
     }
-    const char* const taken = take(block, false);
+    const char* const taken = take(block);
     const auto waiting = static_cast<std::size_t>(block.next - taken);
     const auto size = static_cast<std::size_t>(taken - block.begin);
     std::memmove(m_window.get(), taken - historySize, historySize + waiting);
@@ -113,7 +112,8 @@ void GzipOutput::pass(Block& block) {
     block.nextMark = kept;
 }
 
-const char* GzipOutput::take(const Block& block, bool isLast) {
+/// Writes the block, up to what waits, and says where that begins. At the end nothing does: all is closed then.
+const char* GzipOutput::take(const Block& block) {
     const char* from = block.begin;
     const char* end = block.next;
     *block.nextMark = {Mark::name, static_cast<std::uint32_t>(end - block.begin)}; // behind all others
@@ -136,7 +136,7 @@ const char* GzipOutput::take(const Block& block, bool isLast) {
             break;
         case Mark::container:
             if (load<std::uint64_t>(at + 1) != json::unknownLength) break;
-            if (!isLast && static_cast<std::size_t>(end - at) <= mostWaiting) {
+            if (static_cast<std::size_t>(end - at) <= mostWaiting) {
                 end = at;
                 takeUntil(end, mark);
                 mark = block.nextMark - 1;
@@ -174,7 +174,7 @@ std::size_t GzipOutput::agreeing(const char* at, const char* to) const {
         if (gap != m_gaps.end() && gap->at < positionOf(to) - m_distance)
             to = at + std::max(gap->at, position) - position;
     }
-    return agreeingBytes(at, at - m_distance, static_cast<std::size_t>(to - at));
+    return agreeingBytes(at, source, static_cast<std::size_t>(to - at));
 }
 
 /// How far it is to where this name stood last; 0 if that is too far or nowhere.
@@ -258,7 +258,7 @@ void GzipOutput::finish(Block& block) {
         encoder->write({block.begin, size});
         return encoder->finish();
     }
-    take(block, true);
+    take(block);
     m_deflate->finish();
     const std::uint64_t total = m_start + size;
     for (const Gap& gap : m_gaps)

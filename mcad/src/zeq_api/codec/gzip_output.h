@@ -40,7 +40,7 @@ private:
 
     void makeWindow(json::Block& block, std::size_t size);
     void startCompressing();
-    const char* take(const json::Block& block, bool isLast);
+    const char* take(const json::Block& block);
     void tokens(const char* from, const char* to, const json::Mark* names);
     std::size_t copy(const char* from, const char* to, const json::Mark* names);
     const char* plain(const char* from, const char* stop, const char* to);

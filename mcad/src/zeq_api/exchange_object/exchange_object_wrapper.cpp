@@ -30,16 +30,17 @@ std::wstring publish(const IExchangeObject& object) {
         const json::ByteStore store = [&buffer](const char* bytes, std::size_t size, std::uint64_t at) {
             buffer.write(bytes, size, at);
         };
-        const auto writeTo = [&object](json::BlockOutput&& output, bool isTraced) {
+        const auto writeTo = [&object](json::BlockOutput&& output) {
             json::ByteSink sink(output);
             json::writeNested(object, sink);
-            if (isTraced) detail::traceCompression();
             sink.finish();
         };
-        if (object.compress())
-            writeTo(detail::GzipOutput(store), true);
-        else
-            writeTo(json::PlainOutput(store), false);
+        if (object.compress()) {
+            writeTo(detail::GzipOutput(store));
+            detail::traceCompression();
+        } else {
+            writeTo(json::PlainOutput(store));
+        }
     } catch (...) { // nobody was told the name
         mp::removeObject(name);
         throw;
