@@ -33,7 +33,7 @@ public:
     void value(long long v);
     void value(unsigned long long v);
     void value(double v) { number(Tag::real, v); }
-    void value(std::wstring_view v) {
+    [[gnu::always_inline]] void value(std::wstring_view v) {
         const std::size_t size = v.size() * sizeof(wchar_t);
         if (size >= largePiece) return longText(v);
         char* const to = room(headSize + size);
@@ -67,7 +67,7 @@ public:
         close(body);
     }
     template <class Give>
-    void member(std::wstring_view key, Give&& give) {
+    [[gnu::always_inline]] void member(std::wstring_view key, Give&& give) {
         name(key);
         give(*this);
     }
@@ -100,7 +100,7 @@ public:
         else
             m_output->setLength(at, length);
     }
-    void name(std::wstring_view key) {
+    [[gnu::always_inline]] void name(std::wstring_view key) {
         mark(Mark::name);
         value(key);
     }
@@ -300,17 +300,17 @@ class ByteView::Members {
 public:
     Members(ByteSource& source, std::uint64_t end) : m_source(&source), m_end(end) {}
 
-    std::optional<ByteView> find(std::wstring_view key) {
+    /// @return null without one; valid until the next is looked up
+    [[gnu::always_inline]] const ByteView* find(std::wstring_view key) {
         settle();
-        if (m_source->position() == m_end) return std::nullopt;
+        if (m_source->position() == m_end) return nullptr;
         if (m_source->tag() != Tag::string) throw NotInOnePass{};
-        if (m_source->length(sizeof(wchar_t)) != key.size()) return std::nullopt;
+        if (m_source->number() != key.size()) return nullptr;
         const std::size_t size = key.size() * sizeof(wchar_t);
-        if (std::memcmp(m_source->need(headSize + size) + headSize, key.data(), size) != 0)
-            return std::nullopt;
+        if (std::memcmp(m_source->need(headSize + size) + headSize, key.data(), size) != 0) return nullptr;
         m_source->skip(headSize + size);
         m_last.emplace(*m_source);
-        return m_last->view;
+        return &m_last->view;
     }
     /// To be called when all members were asked for.
     void finish() {

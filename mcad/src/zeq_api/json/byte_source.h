@@ -53,12 +53,17 @@ public:
         if (byte >= tagCount) throw NotInOnePass{};
         return static_cast<Tag>(byte);
     }
-    /// The number behind the next tag, if so many things of that size can follow.
+    /// The number behind the next tag.
+    std::uint64_t number() {
+        std::uint64_t behind;
+        std::memcpy(&behind, need(1 + sizeof behind) + 1, sizeof behind);
+        return behind;
+    }
+    /// The same, if so many things of that size can follow.
     std::uint64_t length(std::size_t unit = 1) {
-        std::uint64_t number;
-        std::memcpy(&number, need(1 + sizeof number) + 1, sizeof number);
-        if (number > mostLeft() / unit) throw NotInOnePass{};
-        return number;
+        const std::uint64_t things = number();
+        if (things > mostLeft() / unit) throw NotInOnePass{};
+        return things;
     }
     /// What the next value takes, as far as it says.
     std::uint64_t valueSize();

@@ -137,7 +137,7 @@ struct Slots<std::index_sequence<I...>, Rows...> : detail::Slot<I, Rows>... {
     constexpr explicit Slots(Rows... rows) : detail::Slot<I, Rows>{rows}... {}
 
     template <class Visit>
-    constexpr void forEach(Visit&& visit) const {
+    [[gnu::always_inline]] constexpr void forEach(Visit&& visit) const {
         (visit(static_cast<const detail::Slot<I, Rows>&>(*this).slotRow), ...);
     }
 };
@@ -177,6 +177,11 @@ template <class... Rows>
 Form(Head, Rows...) -> Form<Rows...>;
 
 namespace detail {
+
+/// The form of a class. g++ 12 does not look into a constant whose template arguments are deduced, as those of
+/// JsonForm::form are; of this one it knows every key where it is read or written.
+template <class JsonForm>
+inline constexpr std::remove_cvref_t<decltype(JsonForm::form)> theForm = JsonForm::form;
 
 inline void readMembers(const FormInfo& form, void* object, DomView::Members& members) {
     form.readDomMembers(object, members);
@@ -225,8 +230,8 @@ void writeWhole(const This& object, Sink& sink, const WholeList<This, List>& row
 /// What happens before anything is read.
 template <class JsonForm>
 void beginReading(typename JsonForm::This& object) {
-    traceRead(JsonForm::form.head);
-    JsonForm::form.forEach([&](const auto& row) {
+    traceRead(theForm<JsonForm>.head);
+    theForm<JsonForm>.forEach([&](const auto& row) {
         if constexpr (ObjectState<std::remove_cvref_t<decltype(row)>>)
             if (row.clear) (object.*row.clear)();
     });
@@ -236,7 +241,7 @@ void beginReading(typename JsonForm::This& object) {
 template <class JsonForm, class Members>
 void readMembers(typename JsonForm::This& object, Members& members) {
     beginReading<JsonForm>(object);
-    JsonForm::form.forEach([&]<class Row>(const Row& row) {
+    theForm<JsonForm>.forEach([&]<class Row>(const Row& row) __attribute__((always_inline)) {
         if constexpr (isBase<Row>)
             [&]<class Base>(const BaseRow<Base>&) {
                 readMembers(*formOf<Base>(), static_cast<Base*>(&object), members);
@@ -248,8 +253,8 @@ void readMembers(typename JsonForm::This& object, Members& members) {
 
 template <class JsonForm, class Sink>
 void writeMembers(const typename JsonForm::This& object, Sink& sink) {
-    traceWrite(JsonForm::form.head);
-    JsonForm::form.forEach([&]<class Row>(const Row& row) {
+    traceWrite(theForm<JsonForm>.head);
+    theForm<JsonForm>.forEach([&]<class Row>(const Row& row) __attribute__((always_inline)) {
         if constexpr (isBase<Row>)
             [&]<class Base>(const BaseRow<Base>&) {
                 writeMembers(*formOf<Base>(), static_cast<const Base*>(&object), sink);
@@ -267,8 +272,8 @@ void readForm(typename JsonForm::This& object, const View& view) {
 
     if constexpr (FormType::isWhole) {
         beginReading<JsonForm>(object);
-        JsonForm::form.forEach([&](const auto& row) {
-            if (!readWhole(object, view, row)) reportMismatch(JsonForm::form.head);
+        theForm<JsonForm>.forEach([&](const auto& row) {
+            if (!readWhole(object, view, row)) reportMismatch(theForm<JsonForm>.head);
         });
     } else if (view.kind() == Kind::object) {
         auto members = view.members();
@@ -276,22 +281,22 @@ void readForm(typename JsonForm::This& object, const View& view) {
         members.finish();
     } else {
         beginReading<JsonForm>(object);
-        reportMismatch(JsonForm::form.head);
+        reportMismatch(theForm<JsonForm>.head);
     }
 }
 
 template <class JsonForm, class Sink>
 void writeForm(const typename JsonForm::This& object, Sink& sink) {
     if constexpr (std::remove_cvref_t<decltype(JsonForm::form)>::isWhole) {
-        traceWrite(JsonForm::form.head);
-        JsonForm::form.forEach([&](const auto& row) { writeWhole(object, sink, row); });
+        traceWrite(theForm<JsonForm>.head);
+        theForm<JsonForm>.forEach([&](const auto& row) { writeWhole(object, sink, row); });
     } else {
         bool isNull = false;
-        JsonForm::form.forEach([&](const auto& row) {
+        theForm<JsonForm>.forEach([&](const auto& row) {
             if constexpr (ObjectState<std::remove_cvref_t<decltype(row)>>) isNull = !(object.*row.isSet)();
         });
         if (isNull) {
-            traceWrite(JsonForm::form.head);
+            traceWrite(theForm<JsonForm>.head);
             sink.null();
         } else {
             sink.object([&object](auto& to) { writeMembers<JsonForm>(object, to); });
@@ -317,7 +322,7 @@ template <class JsonForm>
 Shape describeForm() {
     Shape shape;
     ObjectShape object;
-    JsonForm::form.forEach([&]<class Row>(const Row& row) {
+    theForm<JsonForm>.forEach([&]<class Row>(const Row& row) {
         if constexpr (isWhole<Row>) {
             shape = wholeShape(row);
         } else if constexpr (ObjectState<Row>) {
@@ -349,14 +354,14 @@ template <class JsonForm>
 constexpr Kind kindOfForm() {
     Kind kind = Kind::object;
     if constexpr (std::remove_cvref_t<decltype(JsonForm::form)>::isWhole)
-        JsonForm::form.forEach([&kind](const auto& row) { kind = wholeKind(row); });
+        theForm<JsonForm>.forEach([&kind](const auto& row) { kind = wholeKind(row); });
     return kind;
 }
 
 template <class JsonForm>
 constexpr const std::type_info* baseOfForm() {
     const std::type_info* found = nullptr;
-    JsonForm::form.forEach([&found]<class Row>(const Row& row) {
+    theForm<JsonForm>.forEach([&found]<class Row>(const Row& row) {
         if constexpr (isBase<Row>) [&found]<class Base>(const BaseRow<Base>&) { found = &typeid(Base); }(row);
     });
     return found;
@@ -385,7 +390,7 @@ struct Registration {
         FormInfo info{};
         info.type = &typeid(This);
         info.base = baseOfForm<JsonForm>();
-        info.head = &JsonForm::form.head;
+        info.head = &theForm<JsonForm>.head;
         info.kind = kindOfForm<JsonForm>();
         info.shape = &describeForm<JsonForm>;
         info.make = maker<This>();
