@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <numeric>
 #include <string_view>
+#include <utility>
 
 #include "zeq_api/codec/vector_code.h"
 
@@ -15,7 +16,6 @@ namespace {
 using Byte = unsigned char;
 
 constexpr unsigned storedBlock = 0, fixedBlock = 1, describedBlock = 2;
-constexpr unsigned longest = 258;
 // Base64 is written by so many units, which are looked at for copies from `period` units before: 60 bytes, which is a
 // multiple of the size of points, of directions and of triangles.
 constexpr std::size_t stretch = 64, period = 80, shortestRun = 8, mostAtOnce = 4096;
@@ -88,7 +88,7 @@ void BitWriter::flush() {
     m_cursor.m_next = m_bytes.get();
 }
 
-void DeflateWriter::copy(std::size_t distance, std::size_t length) {
+void DeflateWriter::longCopy(std::size_t distance, std::size_t length) {
     while (length > 0) {
         if (m_count + 2 > mostSymbols) endBlock();
         if (m_distance != distance) add(distanceBit | static_cast<std::uint32_t>(distance - 1));
@@ -102,18 +102,30 @@ void DeflateWriter::copy(std::size_t distance, std::size_t length) {
 
 void DeflateWriter::writeSymbols(const DeflateCode& code) {
     Bits distance;
+    const auto bitsOf = [&](std::uint32_t symbol) { // without a branch, which nothing could foresee
+        const std::uint64_t isCopy = symbol >= DeflateCode::firstLength;
+        return code[symbol] + Bits{distance.bits & -isCopy, distance.count & static_cast<unsigned>(-isCopy)};
+    };
     constexpr std::size_t most = 2048; // of at most eight bytes each
     for (std::size_t first = 0; first < m_count; first += most) {
         BitCursor out = m_out->cursor();
-        for (std::size_t i = first; i < std::min(m_count, first + most); ++i) {
+        const std::size_t end = std::min(m_count, first + most);
+        for (std::size_t i = first; i < end; ++i) {
             const std::uint32_t symbol = m_symbols[i];
             if (symbol & distanceBit) {
                 distance = code.distance((symbol & ~distanceBit) + 1);
-            } else { // without a branch, which nothing could foresee
-                const std::uint64_t isCopy = symbol >= DeflateCode::firstLength;
-                out.put(code[symbol] +
-                        Bits{distance.bits & -isCopy, distance.count & static_cast<unsigned>(-isCopy)});
+                continue;
             }
+            Bits bits = bitsOf(symbol);
+            // Two at once, mostly: each waits for what was put before.
+            if (i + 1 < end && !(m_symbols[i + 1] & distanceBit)) {
+                const Bits next = bitsOf(m_symbols[++i]);
+                if (bits.count + next.count > BitCursor::most)
+                    out.put(std::exchange(bits, next));
+                else
+                    bits = bits + next;
+            }
+            out.put(bits);
         }
         m_out->cursor() = out;
     }
@@ -162,17 +174,19 @@ void DeflateWriter::endBlock() {
 DeflateWriter::Frequencies DeflateWriter::countSymbols() const {
     std::array<std::uint32_t, DeflateCode::count> counts{};
     Frequencies all;
-    std::uint32_t* copies = &all.distances[0];
+    std::size_t distance = 0;
+    std::uint32_t copies = 0; // with that distance
     for (std::size_t i = 0; i < m_count; ++i) {
         const std::uint32_t symbol = m_symbols[i];
         if (symbol & distanceBit) {
-            copies =
-                &all.distances[static_cast<std::size_t>(codedDistance((symbol & ~distanceBit) + 1).symbol)];
+            all.distances[distance] += std::exchange(copies, 0);
+            distance = static_cast<std::size_t>(codedDistance((symbol & ~distanceBit) + 1).symbol);
         } else {
             ++counts[symbol];
-            *copies += symbol >= DeflateCode::firstLength;
+            copies += symbol >= DeflateCode::firstLength;
         }
     }
+    all.distances[distance] += copies;
     for (unsigned size = 3; size <= longest; ++size)
         all.literals[static_cast<std::size_t>(codedLength(size).symbol)] += counts[DeflateCode::length(size)];
     for (unsigned byte = 0; byte < 256; ++byte) {

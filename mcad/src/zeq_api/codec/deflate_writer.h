@@ -17,7 +17,7 @@ class BitCursor {
 public:
     explicit BitCursor(char* next) : m_next(next) {}
 
-    /// At most 56 bits.
+    static constexpr unsigned most = 56; ///< bits that can be put at once
     void put(Bits code) {
         m_open |= code.bits << m_count;
         m_count += code.count;
@@ -75,10 +75,23 @@ class DeflateWriter {
 public:
     explicit DeflateWriter(BitWriter& out) : m_out(&out) {}
 
-    void literal(unsigned char byte) { add(DeflateCode::literal(byte)); }
     /// A literal and the three bytes that follow the one four bytes before it.
     void unit(unsigned char byte) { add(DeflateCode::unit(byte)); }
-    void copy(std::size_t distance, std::size_t length);
+    /// So many at most, of as many that can be read.
+    static constexpr std::size_t literalsAtOnce = 8;
+    void literals(const char* bytes, std::size_t count) {
+        if (m_count + literalsAtOnce > mostSymbols) endBlock();
+        std::uint16_t* const to = m_symbols.get() + m_count;
+        for (std::size_t i = 0; i < literalsAtOnce; ++i)
+            to[i] = DeflateCode::literal(static_cast<unsigned char>(bytes[i]));
+        m_count += count;
+    }
+    void copy(std::size_t distance, std::size_t length) {
+        if (length > longest || distance != m_distance || m_count == mostSymbols)
+            longCopy(distance, length);
+        else
+            add(DeflateCode::length(static_cast<unsigned>(length)));
+    }
 
     /// 32-bit units that are mostly letters of Base64. Before them lie the four bytes that were written before.
     void base64(const char* units, std::size_t count);
@@ -93,6 +106,7 @@ private:
     // Marks the distance of the lengths from here on, less one: it seldom changes.
     static constexpr std::uint32_t distanceBit = 1U << 15;
     static constexpr std::size_t mostSymbols = 1 << 15;
+    static constexpr unsigned longest = 258;
     // Fewer are not worth a code of their own when one for Base64 is in force.
     static constexpr std::size_t fewSymbols = 400;
 
@@ -100,6 +114,7 @@ private:
         if (m_count == mostSymbols) endBlock();
         m_symbols[m_count++] = static_cast<std::uint16_t>(symbol);
     }
+    void longCopy(std::size_t distance, std::size_t length);
     struct Frequencies;
     Frequencies countSymbols() const;
     static std::uint64_t sizeOf(const Frequencies& frequencies, const DeflateCode& code);

@@ -21,6 +21,7 @@ constexpr std::size_t headSize = 9; // of a text and of a container: a tag and a
 constexpr std::size_t unitSize = 4;
 // Shorter copies cost more than what they copy.
 constexpr std::size_t shortestCopy = 8;
+constexpr std::size_t marksAtOnce = 8;
 // Less Base64 is text like other text.
 constexpr std::size_t shortestBase64 = 4096;
 
@@ -62,6 +63,42 @@ ZEQ_TARGET_VECTORS std::size_t agreeingVectors(const char* a, const char* b, std
 }
 #endif
 
+/// A bit for each of sixteen bytes that `word(i)` gives, eight from the i-th on: whether it is zero.
+template <class Word>
+std::uint32_t zeros(Word&& word) {
+    const auto ofEight = [](std::uint64_t bytes) {
+        constexpr std::uint64_t low = 0x7F7F7F7F7F7F7F7F;
+        const std::uint64_t ones = ~(((bytes & low) + low) | bytes | low) >> 7;
+        return static_cast<std::uint32_t>(ones * 0x0102040810204080 >> 56);
+    };
+    return ofEight(word(0)) | ofEight(word(8)) << 8;
+}
+
+/// How many literals to write before something else is tried.
+struct Plain {
+    std::size_t count;
+    bool agrees; ///< whether eight bytes agree behind them
+};
+
+constexpr std::ptrdiff_t plainLookahead = 16;
+/// At most eight, after a look at that many bytes. `distance` is to what may agree, or 0.
+Plain plainBytes(const char* from, std::size_t distance) {
+    constexpr std::uint32_t most = 1U << DeflateWriter::literalsAtOnce;
+    if (distance != 0) {
+        std::uint32_t same = zeros([from, distance](std::size_t i) {
+            return load<std::uint64_t>(from + i) ^ load<std::uint64_t>(from + i - distance);
+        });
+        same &= same >> 1;
+        same &= same >> 2;
+        same &= same >> 4;
+        if ((same & ~1U) != 0) return {static_cast<std::size_t>(std::countr_zero(same & ~1U)), true};
+    }
+    // Where three zeros follow a byte, text in 32-bit units may begin, which is written by units.
+    const std::uint32_t zero = zeros([from](std::size_t i) { return load<std::uint64_t>(from + i); });
+    const std::uint32_t units = zero >> 1 & zero >> 2 & zero >> 3 & ~1U;
+    return {static_cast<std::size_t>(std::countr_zero(units | most)), false};
+}
+
 /// How many of the bytes are the same in both places.
 std::size_t agreeingBytes(const char* a, const char* b, std::size_t size) {
 #if ZEQ_VECTOR_CODE
@@ -74,8 +111,8 @@ std::size_t agreeingBytes(const char* a, const char* b, std::size_t size) {
 
 /// Makes room for a window of that size behind the history, with what the block holds.
 void GzipOutput::makeWindow(Block& block, std::size_t size) {
-    std::unique_ptr<char[]> window(new char[historySize + size]);
-    std::unique_ptr<Mark[]> marks(new Mark[size / 4 + 1]);
+    std::unique_ptr<char[]> window(new char[historySize + size + DeflateWriter::literalsAtOnce]);
+    std::unique_ptr<Mark[]> marks(new Mark[size / 4 + marksAtOnce]);
     char* const begin = window.get() + historySize;
     std::memset(begin - sizeof json::unknownLength, -1, sizeof json::unknownLength); // no unit is behind it
     block = {begin, std::copy(block.begin, block.next, begin), begin + size, marks.get(),
@@ -116,7 +153,8 @@ void GzipOutput::pass(Block& block) {
 const char* GzipOutput::take(const Block& block) {
     const char* from = block.begin;
     const char* end = block.next;
-    *block.nextMark = {Mark::name, static_cast<std::uint32_t>(end - block.begin)}; // behind all others
+    // Behind all others.
+    std::fill_n(block.nextMark, marksAtOnce, Mark{Mark::name, static_cast<std::uint32_t>(end - block.begin)});
     const Mark* tokenMarks = block.marks;
     const auto takeUntil = [&](const char* to, const Mark* mark) {
         if (from == to) return;
@@ -166,13 +204,12 @@ const char* GzipOutput::take(const Block& block) {
 std::size_t GzipOutput::agreeing(const char* at, const char* to) const {
     const char* const source = at - m_distance;
     // What will stand in a gap is not known.
-    if (!m_gaps.empty()) {
+    if (!m_gaps.empty() && m_gaps.back().at + sizeof(std::uint64_t) > positionOf(source)) {
         const std::uint64_t position = positionOf(source);
         const auto gap = std::partition_point(m_gaps.begin(), m_gaps.end(), [position](const Gap& one) {
             return one.at + sizeof(std::uint64_t) <= position;
         });
-        if (gap != m_gaps.end() && gap->at < positionOf(to) - m_distance)
-            to = at + std::max(gap->at, position) - position;
+        if (gap->at < positionOf(to) - m_distance) to = at + std::max(gap->at, position) - position;
     }
     return agreeingBytes(at, source, static_cast<std::size_t>(to - at));
 }
@@ -188,56 +225,70 @@ std::size_t GzipOutput::distanceToSame(const char* name, std::size_t size) {
     return distance <= historySize ? distance : 0;
 }
 
-/// Copies as much as agrees with what lies m_distance before, in whole names.
-/// @return how much that was
-std::size_t GzipOutput::copy(const char* from, const char* to, const Mark* names) {
-    if (m_distance == 0) return 0;
-    std::size_t size = agreeing(from, to);
-    if (size < shortestCopy) return 0;
-    const char* last = nullptr;
-    for (; m_begin + names->at < from + size; ++names)
-        if (names->kind == Mark::name) last = m_begin + names->at;
-    if (last && last + nameSize(last, to) > from + size) size = static_cast<std::size_t>(last - from);
-    if (size >= shortestCopy) m_deflate->copy(m_distance, size);
-    return size >= shortestCopy ? size : 0;
+/// The first mark that is not before `at`.
+const Mark* GzipOutput::firstMark(const Mark* mark, const char* at) const {
+    const auto place = static_cast<std::int32_t>(at - m_begin);
+    for (;;) { // eight at once: how many it takes, no processor can foresee
+        std::int32_t before = 0;
+        for (std::size_t i = 0; i < marksAtOnce; ++i) before += static_cast<std::int32_t>(mark[i].at) < place;
+        mark += before;
+        if (before < static_cast<std::int32_t>(marksAtOnce)) return mark;
+    }
 }
 
-void GzipOutput::tokens(const char* from, const char* to, const Mark* names) {
-    const auto nextName = [&](const char* at) { // there is one at the end of the block
-        while (names->kind != Mark::name || m_begin + names->at < at) ++names;
-        return std::min(m_begin + names->at, to);
-    };
-    while (from < to) {
-        const bool isName = nextName(from) == from;
-        std::size_t copied = copy(from, to, names);
-        if (copied == 0 && isName) {
+/// Copies as much as agrees with what lies m_distance before, in whole names.
+/// @param mark none between it and `from`; then the first that is not before what is returned
+/// @return behind what was copied
+const char* GzipOutput::copy(const char* from, const char* to, const Mark*& mark) {
+    if (m_distance == 0) return from;
+    const char* end = from + agreeing(from, to);
+    const Mark* next = firstMark(mark, end);
+    if (next != mark && next[-1].kind == Mark::name) {
+        const char* const name = m_begin + next[-1].at;
+        if (name >= from && name + nameSize(name, to) > end) {
+            end = name;
+            --next;
+        }
+    }
+    const auto size = static_cast<std::size_t>(end - from);
+    if (size < shortestCopy) return from;
+    m_deflate->copy(m_distance, size);
+    mark = next;
+    return end;
+}
+
+void GzipOutput::tokens(const char* from, const char* to, const Mark* mark) {
+    from = copy(from, to, mark);
+    while (from < to) { // what is there does not agree
+        if (mark->kind == Mark::name && m_begin + mark->at == from) {
             if (const std::size_t distance = distanceToSame(from, nameSize(from, to)); distance != 0) {
                 m_distance = distance;
-                copied = copy(from, to, names);
+                const char* const end = copy(from, to, mark);
+                if (end != std::exchange(from, end)) continue;
             }
+            ++mark;
         }
-        from += copied;
-        if (copied == 0) from = plain(from, nextName(from + 1), to);
+        while (mark->kind != Mark::name || m_begin + mark->at <= from) ++mark; // there is one at the end
+        from = copy(plain(from, std::min(m_begin + mark->at, to), to), to, mark);
     }
 }
 
 /// Writes at least a byte, up to `stop` or to where the bytes agree again.
 const char* GzipOutput::plain(const char* from, const char* stop, const char* to) {
-    const auto agrees = [&] {
-        return m_distance != 0 && to - from >= 8 &&
-               load<std::uint64_t>(from) == load<std::uint64_t>(from - m_distance);
-    };
     do {
+        Plain next{1, false};
+        if (to - from >= plainLookahead) next = plainBytes(from, m_distance);
         const std::uint32_t unit = to - from >= 4 ? load<std::uint32_t>(from) : ~0U;
-        const auto byte = static_cast<unsigned char>(*from);
-        if (unit < 256 && load<std::uint32_t>(from - unitSize) >> 8 == 0) {
-            m_deflate->unit(byte);
-            from += unitSize;
+        if (next.count >= unitSize && unit < 256 && load<std::uint32_t>(from - unitSize) >> 8 == 0) {
+            m_deflate->unit(static_cast<unsigned char>(unit));
+            next = {unitSize, next.agrees && next.count == unitSize};
         } else {
-            m_deflate->literal(byte);
-            ++from;
+            next.count = std::min(next.count, static_cast<std::size_t>(stop - from));
+            m_deflate->literals(from, next.count);
         }
-    } while (from < stop && !agrees());
+        from += next.count;
+        if (next.agrees) break;
+    } while (from < stop);
     return from;
 }
 

@@ -41,9 +41,10 @@ private:
     void makeWindow(json::Block& block, std::size_t size);
     void startCompressing();
     const char* take(const json::Block& block);
-    void tokens(const char* from, const char* to, const json::Mark* names);
-    std::size_t copy(const char* from, const char* to, const json::Mark* names);
+    void tokens(const char* from, const char* to, const json::Mark* mark);
+    const char* copy(const char* from, const char* to, const json::Mark*& mark);
     const char* plain(const char* from, const char* stop, const char* to);
+    const json::Mark* firstMark(const json::Mark* mark, const char* at) const;
     std::size_t distanceToSame(const char* name, std::size_t size);
     std::size_t agreeing(const char* at, const char* to) const;
     std::uint64_t positionOf(const char* at) const {
