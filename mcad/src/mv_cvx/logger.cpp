@@ -69,8 +69,6 @@ void LoggerHolder::initLogger(int level, const std::string& path) {
     s_pLogger->endl();
 }
 
-bool LoggerHolder::levelEnabled(int level) { return level <= s_level && s_pLogger && s_pLogger->isValid(); }
-
 ILogger* LoggerHolder::logger() {
     ILogger* const held = HeldLog::active();
     return held ? held : s_pLogger.get();

@@ -57,7 +57,7 @@ public:
     /// Starts logging to `path`, or moves it there. A level below 1 changes nothing; a file that cannot be
     /// opened turns logging off. To be called early, before other threads log.
     static void initLogger(int level, const std::string& path);
-    static bool levelEnabled(int level);
+    static bool levelEnabled(int level) { return level <= s_level && s_pLogger && s_pLogger->isValid(); }
     /// The current logger; null while logging is off.
     static ILogger* logger();
 

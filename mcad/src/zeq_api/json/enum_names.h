@@ -2,14 +2,13 @@
 // thread may use the names.
 #pragma once
 
-#include <functional>
 #include <initializer_list>
-#include <map>
 #include <span>
 #include <string>
 #include <string_view>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 #include "zeq_api/json/json_value.h"
 
@@ -41,15 +40,18 @@ public:
     const std::wstring& nameOf(int value) const;
     /// The value of `name`; of an unknown name, the value whose name comes first in code-unit order.
     int valueOf(std::wstring_view name) const;
-    /// The same for so many units at any address; names have fewer than 64.
+    /// The same for so many units at any address.
     int valueOf(const char* units, std::size_t count) const;
-    bool hasName(const std::wstring& name) const { return m_values.contains(name); }
+    bool hasName(std::wstring_view name) const;
 
 private:
     const char* m_enumeration;
     std::span<const EnumEntry> m_entries;
-    std::map<int, std::wstring> m_names;
-    std::map<std::wstring, int, std::less<>> m_values;
+    const int* find(const char* units, std::size_t count) const;
+
+    std::vector<std::pair<int, std::wstring>> m_names;       // by value
+    std::vector<std::pair<std::wstring_view, int>> m_values; // by size, then by bytes
+    int m_first = 0;                                         // whose name comes first in code-unit order
 };
 
 /// An enumeration with an `enumTable(E)` function beside it.
