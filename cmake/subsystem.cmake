@@ -18,12 +18,12 @@ if(ZEQ_BUILD_FUZZ)
   target_compile_options(zeq_build_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-# A shared library keeps its inline functions to itself. Nor has it unique symbols, with which it could not be
-# unloaded. The sanitizers compare symbols between the library and a program, so with them everything stays visible.
+# A shared library keeps its inline functions to itself, and calls its own functions without asking whether a program
+# has replaced them. Nor has it unique symbols, with which it could not be unloaded. The sanitizers compare symbols between the library and a program, so with them everything stays visible.
 set(ZEQ_HIDE_INTERNALS OFF)
 if(BUILD_SHARED_LIBS AND NOT ZEQ_SANITIZE)
   set(ZEQ_HIDE_INTERNALS ON)
-  set(hiding_flags -fvisibility-inlines-hidden $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
+  set(hiding_flags -fvisibility-inlines-hidden -fno-semantic-interposition $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
 endif()
 
 define_property(GLOBAL PROPERTY ZEQ_SUBSYSTEMS)
