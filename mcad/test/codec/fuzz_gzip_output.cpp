@@ -9,13 +9,15 @@
 
 namespace {
 
-template <class Output>
-std::string written(const std::uint8_t* data, std::size_t size) {
+template <class Output, class... Sizes>
+std::string written(const std::uint8_t* data, std::size_t size, Sizes... sizes) {
     std::string out;
-    Output output([&out](const char* bytes, std::size_t count, std::uint64_t at) {
-        if (at > out.size()) std::abort();
-        out.replace(at, count, bytes, count);
-    });
+    Output output(
+        [&out](const char* bytes, std::size_t count, std::uint64_t at) {
+            if (at > out.size()) std::abort();
+            out.replace(at, count, bytes, count);
+        },
+        sizes...);
     zeq::json::ByteSink sink(output);
     // Two bytes a choice; those that are missing follow from the ones before.
     std::size_t next = 0;
@@ -26,7 +28,7 @@ std::string written(const std::uint8_t* data, std::size_t size) {
         state = (state + given) * 1'664'525 + 1'013'904'223;
         return (state >> 4) % below;
     };
-    zeq::test::writeMadeDocument(sink, choose, size == 0 ? 0 : std::size_t{1} << (data[0] % 21));
+    zeq::test::writeMadeDocument(sink, choose, size == 0 ? 0 : std::size_t{1} << (data[0] % 18));
     sink.finish();
     return out;
 }
@@ -35,7 +37,9 @@ std::string written(const std::uint8_t* data, std::size_t size) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string plain = written<zeq::json::PlainOutput>(data, size);
-    const std::string packed = written<zeq::detail::GzipOutput>(data, size);
+    // Small blocks, whose edges small documents reach.
+    const zeq::detail::GzipSizes sizes{1 << 15, 1 << 14};
+    const std::string packed = written<zeq::detail::GzipOutput>(data, size, sizes);
     if (zeq::test::zlibInflate(packed.data(), packed.size()) != plain) std::abort();
     return 0;
 }

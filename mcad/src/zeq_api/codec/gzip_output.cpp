@@ -130,10 +130,10 @@ void GzipOutput::startCompressing() {
 }
 
 void GzipOutput::pass(Block& block) {
-    if (!m_window) return makeWindow(block, smallSize);
+    if (!m_window) return makeWindow(block, m_sizes.small);
     if (!m_deflate) {
         startCompressing();
-        return makeWindow(block, blockSize);
+        return makeWindow(block, m_sizes.block);
     }
     const char* const taken = take(block);
     const auto waiting = static_cast<std::size_t>(block.next - taken);
@@ -174,7 +174,8 @@ const char* GzipOutput::take(const Block& block) {
             break;
         case Mark::container:
             if (load<std::uint64_t>(at + 1) != json::unknownLength) break;
-            if (static_cast<std::size_t>(end - at) <= mostWaiting) {
+            // One that begins near the end waits for the next block, where it may be complete.
+            if (static_cast<std::size_t>(end - at) <= m_sizes.block / 4) {
                 end = at;
                 takeUntil(end, mark);
                 mark = block.nextMark - 1;

@@ -13,23 +13,25 @@
 
 namespace zeq::detail {
 
+/// Others than the usual ones are for tests: `small` is at least 16 KB, and `block` twice that.
+struct GzipSizes {
+    std::size_t block = 1 << 18; ///< what is compressed at once
+    std::size_t small = 1 << 16; ///< up to here the compressor for any data is used, which searches
+};
+
 /// Makes one gzip member (RFC 1952). It searches for nothing: a copy comes from where the same member name stood last,
 /// and goes on as far as the bytes agree; text in 32-bit units and Base64 have codes of their own. Lengths that are not
 /// known when they pass are written so that they can be replaced.
 class GzipOutput : public json::BlockOutput {
 public:
-    explicit GzipOutput(json::ByteStore store) : m_store(std::move(store)) {}
+    explicit GzipOutput(json::ByteStore store, const GzipSizes& sizes = {})
+        : m_store(std::move(store)), m_sizes(sizes) {}
     void pass(json::Block& block) override;
     void setLength(std::uint64_t at, std::uint64_t length) override;
     void finish(json::Block& block) override;
 
 private:
     static constexpr std::size_t historySize = 1 << 15;
-    static constexpr std::size_t blockSize = 1 << 18;
-    // An open object or array that begins so near the end waits for the next block, where it may be complete.
-    static constexpr std::size_t mostWaiting = blockSize / 4;
-    // Less is left to the compressor for any data, which searches.
-    static constexpr std::size_t smallSize = 1 << 16;
 
     /// A length that was not known.
     struct Gap {
@@ -52,6 +54,7 @@ private:
     }
 
     json::ByteStore m_store;
+    GzipSizes m_sizes;
     std::optional<BitWriter> m_bits;
     std::optional<DeflateWriter> m_deflate;
     std::unique_ptr<char[]> m_window;
