@@ -101,29 +101,31 @@ void DeflateWriter::longCopy(std::size_t distance, std::size_t length) {
 }
 
 void DeflateWriter::writeSymbols(const DeflateCode& code) {
-    Bits distance;
-    const auto bitsOf = [&](std::uint32_t symbol) { // without a branch, which nothing could foresee
-        const std::uint64_t isCopy = symbol >= DeflateCode::firstLength;
-        return code[symbol] + Bits{distance.bits & -isCopy, distance.count & static_cast<unsigned>(-isCopy)};
+    // What follows a symbol: nothing, or the distance of a copy. Looked up, because no branch could be foreseen.
+    std::array<Bits, 2> behind;
+    const auto bitsOf = [&](std::uint32_t symbol) {
+        return code[symbol] + behind[symbol / DeflateCode::firstLength];
     };
-    constexpr std::size_t most = 2048; // of at most eight bytes each
-    for (std::size_t first = 0; first < m_count; first += most) {
+    const std::uint16_t* next = m_symbols.get();
+    for (std::size_t left = m_count; left != 0;) {
         BitCursor out = m_out->cursor();
-        const std::size_t end = std::min(m_count, first + most);
-        for (std::size_t i = first; i < end; ++i) {
-            const std::uint32_t symbol = m_symbols[i];
+        constexpr std::size_t most = 2048; // of at most eight bytes each
+        const std::uint16_t* const end = next + std::min(left, most);
+        left -= static_cast<std::size_t>(end - next);
+        while (next != end) {
+            const std::uint32_t symbol = *next++;
             if (symbol & distanceBit) {
-                distance = code.distance((symbol & ~distanceBit) + 1);
+                behind[1] = code.distance((symbol & ~distanceBit) + 1);
                 continue;
             }
             Bits bits = bitsOf(symbol);
             // Two at once, mostly: each waits for what was put before.
-            if (i + 1 < end && !(m_symbols[i + 1] & distanceBit)) {
-                const Bits next = bitsOf(m_symbols[++i]);
-                if (bits.count + next.count > BitCursor::most)
-                    out.put(std::exchange(bits, next));
+            if (next != end && !(*next & distanceBit)) {
+                const Bits second = bitsOf(*next++);
+                if (bits.count + second.count > BitCursor::most)
+                    out.put(std::exchange(bits, second));
                 else
-                    bits = bits + next;
+                    bits = bits + second;
             }
             out.put(bits);
         }
