@@ -1,4 +1,5 @@
-// Rows of forms: what becomes of one member. special_rows.h has the rarer ones, form.h the engine that walks them.
+// Rows of forms: what becomes of one member. special_rows.h has the rarer ones, form.h the engine that walks them. The
+// common ones are inlined into that, so that each name is a constant where it is copied or compared.
 #pragma once
 
 #include <memory>
