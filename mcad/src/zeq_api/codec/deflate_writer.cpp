@@ -113,13 +113,20 @@ void DeflateWriter::writeSymbols(const DeflateCode& code) {
         const std::uint16_t* const end = next + std::min(left, most);
         left -= static_cast<std::size_t>(end - next);
         while (next != end) {
+            std::uint64_t four = ~std::uint64_t{0};
+            if (end - next >= 4) std::memcpy(&four, next, sizeof four);
+            if ((four & 0xFF00FF00FF00FF00) == 0) { // all literals, of at most twelve bits each
+                out.put((code[next[0]] + code[next[1]]) + (code[next[2]] + code[next[3]]));
+                next += 4;
+                continue;
+            }
             const std::uint32_t symbol = *next++;
             if (symbol & distanceBit) {
                 behind[1] = code.distance((symbol & ~distanceBit) + 1);
                 continue;
             }
             Bits bits = bitsOf(symbol);
-            // Two at once, mostly: each waits for what was put before.
+            // Others two at once, mostly: each waits for what was put before.
             if (next != end && !(*next & distanceBit)) {
                 const Bits second = bitsOf(*next++);
                 if (bits.count + second.count > BitCursor::most)
