@@ -155,6 +155,7 @@ void readChildren(const View& array, Elements elements, Add&& add) {
 template <class T>
 void fetchAhead(const T* object) {
     constexpr std::size_t line = 64, texts = 256;
+    if (!object) return;
     for (std::size_t at = 0; at < sizeof(T) + texts; at += line)
         __builtin_prefetch(reinterpret_cast<const char*>(object) + at);
 }
