@@ -371,6 +371,14 @@ TEST_F(ZeqSamples, AreWrittenAsGltfFromTheFileAndFromWhatWasKept) {
     EXPECT_EQ(zeq({"--json", "--output", glb, "gltf", kept}).exitCode, 2);
 }
 
+/// With this in place of each image. They are longer than std::regex has stack for.
+std::string withImages(std::string text, const std::string& data) {
+    constexpr std::string_view begin = R"("data":")";
+    for (std::size_t at = 0; (at = text.find(begin, at)) != text.npos; at += data.size())
+        text.replace(at, text.find('"', at + begin.size()) + 1 - at, data);
+    return text;
+}
+
 TEST_F(ZeqSamples, AreShownOnPagesFromTheFileAndFromWhatWasKept) {
     const std::string kept = sample("pages.json"), page = sample("page.html");
     ASSERT_EQ(zeq({"--json", "--output", kept, "import", sample("bench_vise.stp")}).exitCode, 0);
@@ -417,8 +425,7 @@ TEST_F(ZeqSamples, AreShownOnPagesFromTheFileAndFromWhatWasKept) {
         {R"("data":{})", "the geometry of block 2 is not in the file"},
     };
     for (const auto& [data, warning] : rows) {
-        std::ofstream(sample("damaged.json"))
-            << std::regex_replace(whole, std::regex(R"("data":"[^"]*")"), data);
+        std::ofstream(sample("damaged.json")) << withImages(whole, data);
         const RunResult result = view(sample("damaged.json"));
         EXPECT_EQ(result.exitCode, 0);
         EXPECT_NE(result.errors.find(warning), std::string::npos) << result.errors;
