@@ -77,7 +77,7 @@ public:
 
     /// A literal and the three bytes that follow the one four bytes before it.
     void unit(unsigned char byte) { add(DeflateCode::unit(byte)); }
-    /// So many at most, of as many that can be read.
+    /// At most so many; so many bytes are read, however few are written.
     static constexpr std::size_t literalsAtOnce = 8;
     void literals(const char* bytes, std::size_t count) {
         if (m_count + literalsAtOnce > mostSymbols) endBlock();
