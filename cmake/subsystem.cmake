@@ -19,7 +19,8 @@ if(ZEQ_BUILD_FUZZ)
 endif()
 
 # A shared library keeps its inline functions to itself, and calls its own functions without asking whether a program
-# has replaced them. Nor has it unique symbols, with which it could not be unloaded. The sanitizers compare symbols between the library and a program, so with them everything stays visible.
+# has replaced them. Nor has it unique symbols, with which it could not be unloaded. The sanitizers compare symbols
+# between the library and a program, so with them everything stays visible.
 set(ZEQ_HIDE_INTERNALS OFF)
 if(BUILD_SHARED_LIBS AND NOT ZEQ_SANITIZE)
   set(ZEQ_HIDE_INTERNALS ON)
