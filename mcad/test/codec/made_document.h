@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <functional>
 #include <string>
 #include <string_view>
 
@@ -12,11 +11,11 @@
 
 namespace zeq::test {
 
-/// Gives a number below another.
-using Choices = std::function<std::size_t(std::size_t below)>;
+// `choose` gives a number below another.
 
 /// Bytes that repeat themselves or do not.
-inline std::string madeBytes(const Choices& choose, std::size_t size) {
+template <class Choices>
+std::string madeBytes(Choices& choose, std::size_t size) {
     const std::size_t period = 1 + choose(80), kind = choose(4);
     std::string bytes(size, '\0');
     for (std::size_t i = 0; i < size; ++i) {
@@ -27,13 +26,17 @@ inline std::string madeBytes(const Choices& choose, std::size_t size) {
     return bytes;
 }
 
-inline std::size_t madeSize(const Choices& choose) {
+/// Of a text, in units.
+template <class Choices>
+std::size_t madeSize(Choices& choose, std::size_t room) {
     constexpr std::size_t limits[] = {4, 40, 300, 5'000, 150'000};
-    return choose(limits[std::min(choose(6), choose(6)) % 5]);
+    const std::size_t first = choose(6), second = choose(6);
+    return choose(std::min(limits[std::min(first, second) % 5], 4 + room / 4));
 }
 
 /// Gives the sink one value, of about as many bytes as `room` says at most.
-inline void writeMadeValue(json::ByteSink& sink, const Choices& choose, std::size_t& room, int depth = 0) {
+template <class Choices>
+void writeMadeValue(json::ByteSink& sink, Choices& choose, std::size_t& room, int depth = 0) {
     const auto used = [&room](std::size_t size) { room -= std::min(room, size + 9); };
     switch (choose(depth < 60 ? 10 : 6)) {
     case 0:
@@ -47,14 +50,14 @@ inline void writeMadeValue(json::ByteSink& sink, const Choices& choose, std::siz
         return sink.value(static_cast<double>(choose(1000)) / 7);
     case 3:
     case 4: {
-        std::wstring text(madeSize(choose), L'\0');
+        std::wstring text(madeSize(choose, room), L'\0');
         const std::size_t highest = choose(5) == 0 ? 0x110000 : 1 + choose(300);
         for (wchar_t& unit : text) unit = static_cast<wchar_t>(choose(highest));
         used(4 * text.size());
         return sink.value(std::wstring_view(text));
     }
     case 5: {
-        const std::string bytes = madeBytes(choose, madeSize(choose));
+        const std::string bytes = madeBytes(choose, madeSize(choose, room));
         std::wstring text(Base64::encodedSize(bytes.size()), L'\0');
         Base64::encodeWide(text.data(), bytes.data(), bytes.size());
         if (choose(4) == 0 && !text.empty()) text[choose(text.size())] = static_cast<wchar_t>(choose(70'000));
@@ -84,7 +87,8 @@ inline void writeMadeValue(json::ByteSink& sink, const Choices& choose, std::siz
 }
 
 /// An array of such values.
-inline void writeMadeDocument(json::ByteSink& sink, const Choices& choose, std::size_t size) {
+template <class Choices>
+void writeMadeDocument(json::ByteSink& sink, Choices&& choose, std::size_t size) {
     sink.array([&](json::ByteSink& array) {
         while (size > 0) array.element([&](json::ByteSink& to) { writeMadeValue(to, choose, size); });
     });

@@ -242,7 +242,7 @@ void DeflateWriter::plainUnits(const char* begin, const char* units, std::size_t
     while (count > 0) {
         std::size_t same = 0;
         if (units - begin >= static_cast<std::ptrdiff_t>(period * 4))
-            while (same < count && load(units + same * 4) == load(units + (same - period) * 4)) ++same;
+            while (same < count && load(units + same * 4) == load(units + same * 4 - period * 4)) ++same;
         std::size_t taken = 1;
         if (const std::uint32_t unit = load(units); same >= shortestRun) {
             out.put(code[DeflateCode::length(static_cast<unsigned>(same) * 4)] + code.distance(period * 4));

@@ -45,10 +45,10 @@ public:
     bool hasName(std::wstring_view name) const;
 
 private:
-    const char* m_enumeration;
-    std::span<const EnumEntry> m_entries;
     const int* find(const char* units, std::size_t count) const;
 
+    const char* m_enumeration;
+    std::span<const EnumEntry> m_entries;
     std::vector<std::pair<int, std::wstring>> m_names;       // by value
     std::vector<std::pair<std::wstring_view, int>> m_values; // by size, then by bytes
     int m_first = 0;                                         // whose name comes first in code-unit order
