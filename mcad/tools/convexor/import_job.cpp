@@ -130,8 +130,6 @@ void ImportJob::sendStructure(const std::wstring& name) {
     m_reporter.beginPulse(L"Sending the product structure");
     m_channel.send(m_structure.product);
     m_channel.send(std::make_shared<ExcStageFinished>(ExcStageFinished::EStage::product_structure));
-    m_contents.report.addSent("parts", m_structure.parts.size());
-    m_contents.report.addSent("instances", instanceCount(*m_structure.product));
 }
 
 template <class Work>
@@ -219,6 +217,7 @@ int ImportJob::sendGeometry() {
 }
 
 void ImportJob::account(const BuildNotes& notes) {
+    m_iges.lostWires += static_cast<std::size_t>(notes.lost) - notes.lostFaces.size();
     for (const BuildNotes::LostFace& face : notes.lostFaces)
         m_contents.report.addLost("faces", wideText(face.reason), 1, L"#" + std::to_wstring(face.number));
 }
@@ -299,6 +298,12 @@ void ImportJob::sendMappings() {
         document->setBlockId(part.block->id());
         if (m_settings.mapping) document->setMappingData(mapping);
         addIgesData(m_model.directory, *mapping, *document);
+        if (document->miscData())
+            for (const ExcMiscLayerPtr& layer : document->miscData()->layers()) {
+                m_iges.sentLevels.insert(layer->id());
+                m_contents.report.addHeld("layers", 1); // one that stands in several parts counts in each
+                m_contents.report.addSent("layers", 1);
+            }
         m_channel.send(document);
     }
 }
@@ -320,9 +325,28 @@ void ImportJob::sendRootScene() {
 }
 
 void ImportJob::sendReport() {
-    if (!m_isStep) return;
     m_reporter.watch().begin(L"Accounting");
     LossReport& report = m_contents.report;
+    if (m_isStep) {
+        accountForStep();
+    } else if (m_model.iges) {
+        for (const Structure::Part& part : m_structure.parts) m_iges.parts.push_back(part.shape);
+        accountForIges(*m_model.iges, m_iges, m_settings, report);
+    } else {
+        return;
+    }
+    report.addSent("colours", m_colors.size());
+    report.closeAccount("colours", m_settings.display && m_settings.tessellation
+                                       ? L"nothing that is shown has it"
+                                       : LossReport::switchedOff);
+    report.closeAccount("faces");
+    m_channel.send(report.document());
+}
+
+void ImportJob::accountForStep() {
+    LossReport& report = m_contents.report;
+    report.addSent("parts", m_structure.parts.size());
+    report.addSent("instances", instanceCount(*m_structure.product));
     std::set<std::uint64_t> unread(m_contents.faces.begin(), m_contents.faces.end());
     for (const Structure::Part& part : m_structure.parts)
         part.numbering.forEach([&unread](const TopoDS_Shape& shape, int number) {
@@ -331,12 +355,7 @@ void ImportJob::sendReport() {
     report.addLost("faces", L"the kernel made no shape of it, or no product has it", unread);
     if (!m_settings.geometry)
         report.addLost("faces", LossReport::switchedOff, m_contents.faces.size() - unread.size());
-    report.addSent("colours", m_colors.size());
-    report.closeAccount("colours", m_settings.display && m_settings.tessellation
-                                       ? L"nothing that is shown has it"
-                                       : LossReport::switchedOff);
-    for (const char* const kind : {"parts", "instances", "faces"}) report.closeAccount(kind);
-    m_channel.send(report.document());
+    for (const char* const kind : {"parts", "instances"}) report.closeAccount(kind);
 }
 
 } // namespace zeq::convexor

@@ -55,6 +55,7 @@ private:
     void sendMappings();
     void sendRootScene();
     void sendReport();
+    void accountForStep();
 
     /// Does some work for each part and returns for how many that failed; log lines say which have no such thing.
     template <class Work>
@@ -77,7 +78,8 @@ private:
     Reporter& m_reporter;
 
     bool m_isStep = false;
-    StepContents m_contents; ///< of a STEP file
+    StepContents m_contents; ///< of a STEP file; of others, only the report
+    IgesOutcome m_iges;      ///< of an IGES file
     Model m_model;
     Structure m_structure;
     std::set<std::uint32_t> m_colors; ///< that scenes show

@@ -32,15 +32,22 @@ struct Kind {
 };
 
 const Kind kinds[]{
-    {{"StepShape_BooleanResult"}, L"Boolean operation", L"Boolean operations"},
+    {{"StepShape_BooleanResult", "IGESSolid_BooleanTree"}, L"Boolean operation", L"Boolean operations"},
     {{"StepShape_Block", "StepShape_RightAngularWedge", "StepShape_Sphere", "StepShape_Torus",
-      "StepShape_RightCircularCone", "StepShape_RightCircularCylinder"},
+      "StepShape_RightCircularCone", "StepShape_RightCircularCylinder", "IGESSolid_Block",
+      "IGESSolid_RightAngularWedge", "IGESSolid_Sphere", "IGESSolid_Torus", "IGESSolid_ConeFrustum",
+      "IGESSolid_Cylinder", "IGESSolid_Ellipsoid"},
      L"primitive solid",
      L"primitive solids"},
     {{"StepShape_ExtrudedAreaSolid", "StepShape_RevolvedAreaSolid", "StepShape_ExtrudedFaceSolid",
-      "StepShape_RevolvedFaceSolid"},
+      "StepShape_RevolvedFaceSolid", "IGESSolid_SolidOfRevolution", "IGESSolid_SolidOfLinearExtrusion"},
      L"swept solid",
      L"swept solids"},
+    {{"IGESAppli_FiniteElement"}, L"finite element", L"finite elements"},
+    {{"IGESBasic_ExternalRefFile", "IGESBasic_ExternalRefFileIndex", "IGESBasic_ExternalRefFileName",
+      "IGESBasic_ExternalRefName", "IGESBasic_ExternalRefLibName"},
+     L"reference to another file",
+     L"references to other files"},
 };
 
 std::string_view typeOf(const Handle(Standard_Transient) & entity) {

@@ -11,8 +11,7 @@
 
 namespace zeq::convexor {
 
-/// A clause for each kind of shape in a STEP file that does not travel: "holds 4 swept solids, which do not
-/// travel yet".
+/// A clause for each kind of shape in a file that does not travel: "holds 4 swept solids, which do not travel yet".
 std::vector<std::wstring> passedOver(const Handle(Interface_InterfaceModel) & file);
 
 /// The files that a STEP file refers to for shapes.

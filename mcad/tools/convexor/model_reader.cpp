@@ -283,6 +283,8 @@ Model readIges(const InputFile& input, const ImportSettings& settings, Reporter&
     addOrigins(reader.WS(), model.origins);
     hideBlanked(model, reader.WS());
     const auto file = Handle(IGESData_IGESModel)::DownCast(reader.Model());
+    model.remarks = passedOver(file);
+    model.iges = readIgesContents(reader.WS());
     if (settings.miscData) model.directory = readIgesDirectory(file);
     model.lengthUnit = chooseLengthUnit(settings.lengthUnit, file->GlobalSection().UnitValue(), reporter);
     return model;

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -12,6 +13,7 @@
 #include <TDocStd_Document.hxx>
 
 #include "convexor/iges_attributes.h"
+#include "convexor/iges_contents.h"
 #include "convexor/import_settings.h"
 #include "convexor/input_file.h"
 #include "convexor/length_unit.h"
@@ -30,8 +32,9 @@ struct Model {
     LengthUnit lengthUnit = {}; ///< in which its lengths are to travel
     /// What a density of 1 in the document stands for in g/cm^3; 0 when that cannot be told.
     double densityUnit = 0;
-    Origins origins = {};         ///< of faces and edges
-    IgesDirectory directory = {}; ///< of an IGES file
+    Origins origins = {};                  ///< of faces and edges
+    IgesDirectory directory = {};          ///< of an IGES file
+    std::optional<IgesContents> iges = {}; ///< what such a file holds
     /// The numbers of the instances that define the products in a STEP file, by the labels of parts and
     /// assemblies.
     NCollection_DataMap<TDF_Label, int, TDF_LabelMapHasher> products = {};
