@@ -2,14 +2,10 @@
 #include "convexor/display_mesh.h"
 
 #include <algorithm>
-#include <atomic>
-#include <chrono>
 #include <cmath>
-#include <future>
 #include <limits>
 #include <numbers>
 #include <numeric>
-#include <thread>
 #include <utility>
 
 #include <BRepAdaptor_Curve.hxx>
@@ -33,6 +29,8 @@
 #include <TopExp_Explorer.hxx>
 #include <TopTools_IndexedMapOfShape.hxx>
 #include <TopoDS.hxx>
+
+#include "convexor/in_time.h"
 
 namespace zeq::convexor {
 
@@ -153,8 +151,6 @@ private:
     const BRepMesh_MeshAlgoFactory m_forOthers;
 };
 
-std::atomic<bool> stillTessellating = false;
-
 } // namespace
 
 Fineness finenessFor(const TopoDS_Shape& part, double chord) {
@@ -200,21 +196,11 @@ void tessellate(const TopoDS_Shape& part, const Fineness& fineness) {
 }
 
 bool tessellateInTime(const TopoDS_Shape& part, const Fineness& fineness) {
-    TopTools_IndexedMapOfShape faces;
-    TopExp::MapShapes(part, TopAbs_FACE, faces);
-    const auto limit = std::chrono::seconds(30) + std::chrono::milliseconds(50) * faces.Extent();
-    std::packaged_task<void()> task([part, fineness] { tessellate(part, fineness); });
-    std::future<void> done = task.get_future();
-    std::thread(std::move(task)).detach();
-    if (done.wait_for(limit) != std::future_status::ready) {
-        stillTessellating = true;
-        return false;
-    }
+    auto done = inTime(timeFor(part), [part, fineness] { tessellate(part, fineness); });
+    if (!done.valid()) return false;
     done.get();
     return true;
 }
-
-bool isStillTessellating() { return stillTessellating; }
 
 ExcVisuFacePtr displayFace(const TopoDS_Face& face, double scale) {
     TopLoc_Location location;

@@ -27,12 +27,9 @@ Fineness finenessFor(const TopoDS_Shape& part, double chord = 0);
 /// @throws Standard_Failure when the kernel gives up
 void tessellate(const TopoDS_Shape& part, const Fineness& fineness);
 
-/// The same, but gives up after a time that no sound part takes: on some surfaces the kernel never ends, and cannot be
-/// stopped. Then it goes on in the background until the process ends, and the part's triangles must not be touched.
+/// The same, inTime(). If it was given up, the part's triangles must not be touched.
 /// @return whether it is done
 bool tessellateInTime(const TopoDS_Shape& part, const Fineness& fineness);
-/// Whether anything goes on in the background, so that the process must end by _exit().
-bool isStillTessellating();
 
 /// The triangles of a face, outward and as one list of them, with unit normals of its surface; at poles, apexes
 /// and wherever else the surface has none, with those of the triangles around. Null if it has no triangles, or if they

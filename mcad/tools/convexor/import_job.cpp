@@ -11,6 +11,7 @@
 #include "convexor/assembly_scene.h"
 #include "convexor/attributes.h"
 #include "convexor/geometry_figures.h"
+#include "convexor/in_time.h"
 #include "convexor/mapping.h"
 #include "convexor/scene_builder.h"
 #include "convexor/scene_colors.h"
@@ -180,7 +181,11 @@ void ImportJob::measureGeometry() {
 }
 
 ExcMiscPropertiesGroup ImportJob::measure(const Structure::Part& part) {
-    return geometryFigures(part.shape, m_model.lengthUnit);
+    auto figures = inTime(timeFor(part.shape), [shape = part.shape, unit = m_model.lengthUnit] {
+        return geometryFigures(shape, unit);
+    });
+    if (!figures.valid()) throw std::runtime_error("the kernel finds no end in measuring it");
+    return figures.get();
 }
 
 int ImportJob::sendGeometry() {

@@ -11,7 +11,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include "convexor/display_mesh.h"
+#include "convexor/in_time.h"
 #include "convexor/session.h"
 
 namespace {
@@ -51,7 +51,7 @@ int main(int argc, char** argv) {
         // them.
         std::setlocale(LC_CTYPE, "C.UTF-8");
         zeq::convexor::Session(STDIN_FILENO, output, !isPlain).run();
-        if (zeq::convexor::isStillTessellating()) ::_exit(0);
+        if (zeq::convexor::isAnythingGivenUp()) ::_exit(0);
         return 0;
     } catch (const std::exception& error) {
         std::cerr << "convexor: " << error.what() << '\n';
