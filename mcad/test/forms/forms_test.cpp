@@ -133,7 +133,7 @@ TEST(AllForms, ReadWhatTheyWriteInOnePass) {
 
 /// An object of that kind, with the sections that reading leaves out.
 std::shared_ptr<IExchangeObject> withSections(const std::wstring& kind, const std::wstring& text) {
-    const auto object = ExchangeObjectRegistry::instance().get(kind);
+    auto object = ExchangeObjectRegistry::instance().get(kind);
     std::wistringstream stream(text);
     const JsonDocument document = test::parse(stream);
     object->readObject(document);

@@ -5,7 +5,6 @@
 #include "platform/acis/geometry.h"
 #include "platform/acis/record_stream.h"
 #include <array>
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -28,10 +27,10 @@ const char* unknown_name(const ENTITY& entity);
 /// in memory, and waiting for them one by one would take longer than what is done with them.
 inline constexpr int prefetch_distance = 8;
 inline void prefetch(const ENTITY* entity) {
-    // As numbers: a null pointer has no place behind it.
-    const auto at = reinterpret_cast<std::uintptr_t>(entity);
-    __builtin_prefetch(reinterpret_cast<const void*>(at));
-    __builtin_prefetch(reinterpret_cast<const void*>(at + 64));
+    if (!entity) return;
+    const auto* at = reinterpret_cast<const char*>(entity);
+    __builtin_prefetch(at);
+    __builtin_prefetch(at + 64);
 }
 
 /// The version of the format that is written.
