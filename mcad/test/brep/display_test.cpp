@@ -1,10 +1,14 @@
 // What is drawn of shapes: triangles, polylines and points, held against the exact shapes.
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cmath>
+#include <future>
+#include <memory>
 #include <numbers>
 #include <set>
 #include <string>
+#include <thread>
 #include <tuple>
 #include <vector>
 
@@ -32,6 +36,7 @@
 
 #include "brep/shapes.h"
 #include "convexor/assembly_scene.h"
+#include "convexor/in_time.h"
 #include "convexor/mapping.h"
 #include "convexor/scene_builder.h"
 
@@ -350,6 +355,28 @@ TEST(Numbers, AreThoseOfTheFile) {
                          {50, L"#50", L"face"},
                          {61, L"#61", L"edge_curve"}}));
     EXPECT_FALSE(convexor::buildMapping(box, numbering, {}));
+}
+
+TEST(InTime, WhatNeverEndsIsGivenUpAndTheRestIsNot) {
+    using convexor::inTime;
+    using std::chrono::milliseconds;
+    constexpr milliseconds ample = std::chrono::minutes(1);
+    EXPECT_EQ(inTime(ample, [] { return 5; }).get(), 5);
+    auto failed = inTime(ample, []() -> int { throw Standard_Failure("no"); });
+    ASSERT_TRUE(failed.valid());
+    EXPECT_THROW(failed.get(), Standard_Failure);
+    EXPECT_FALSE(convexor::isAnythingGivenUp());
+
+    std::promise<void> end;
+    const auto ended = std::make_shared<std::atomic<bool>>(false);
+    EXPECT_FALSE(inTime(milliseconds(20), [wait = end.get_future().share(), ended] {
+                     wait.get();
+                     *ended = true;
+                 }).valid());
+    EXPECT_TRUE(convexor::isAnythingGivenUp());
+    end.set_value(); // it goes on meanwhile
+    while (!*ended) std::this_thread::yield();
+    EXPECT_GT(convexor::timeFor(shapeNamed("box")), convexor::timeFor({}));
 }
 
 } // namespace
