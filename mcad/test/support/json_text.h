@@ -26,7 +26,7 @@ inline std::wstring textOf(const JsonDocument& document) {
 inline std::wstring textOf(const JsonValue& value) {
     JsonDocument document;
     document.CopyFrom(value, document.GetAllocator());
-    return textOf(document);
+    return textOf(document); // NOLINT: the document frees what it allocated
 }
 
 /// The same document without blanks.
