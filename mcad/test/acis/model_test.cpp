@@ -152,7 +152,7 @@ TEST(EntityLists, TellEntitiesFromThoseBeforeThemInTheirMemory) {
     auto at = [&](std::size_t offset) { return reinterpret_cast<ENTITY*>(memory + offset); };
     for (const int others : {0, 100}) {
         ENTITY_LIST list;
-        for (int i = 0; i < others; ++i) list.add(at(std::size_t(32 * (i + 1))));
+        for (int i = 0; i < others; ++i) list.add(at(32 * (std::size_t(i) + 1)));
         EXPECT_EQ(list.add(at(0)), others);
         EXPECT_EQ(list.add(at(16)), others + 1);
         EXPECT_EQ(list.lookup(at(16)), others + 1);
