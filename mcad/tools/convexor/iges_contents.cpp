@@ -61,8 +61,8 @@ std::string_view kindOf(const IGESData_IGESEntity& entity) {
     case 404: // drawing
     case 410:
         return views;
-    case 406: // but for levels and names, which travel otherwise
-        return form == 1 || form == 15 ? std::string_view() : properties;
+    case 406: // but for names, which travel otherwise
+        return form == 15 ? std::string_view() : properties;
     case 422: // attribute table
         return properties;
     default:
